@@ -1,0 +1,74 @@
+# The flags of every target of this project, on the interface target LoopFlags, and the choices that
+# concern whole builds (sanitizers, coverage), which also reach the test framework.
+
+option(LOOP_WERROR "Treat warnings as errors" OFF)
+option(LOOP_COVERAGE "Build with gcov counters" OFF)
+set(LOOP_SANITIZE "" CACHE STRING "Sanitizers for the whole build, e.g. address,undefined")
+set(LOOP_OPTIMIZE "" CACHE STRING "Optimisation flag put behind those of the build type")
+
+set(CMAKE_C_STANDARD 99)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+set(CMAKE_C_EXTENSIONS OFF)
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+# Asserts stay in: none stands in a hot loop.
+set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g")
+set(CMAKE_C_FLAGS_RELWITHDEBINFO "-O2 -g")
+
+find_program(LOOP_CCACHE ccache)
+if(LOOP_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_C_COMPILER_LAUNCHER ${LOOP_CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${LOOP_CCACHE})
+endif()
+
+if(LOOP_OPTIMIZE)
+    add_compile_options(${LOOP_OPTIMIZE})
+endif()
+if(LOOP_SANITIZE)
+    add_compile_options(-fsanitize=${LOOP_SANITIZE} -fno-omit-frame-pointer
+                        -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${LOOP_SANITIZE})
+endif()
+if(LOOP_COVERAGE)
+    add_compile_options(--coverage -fprofile-update=atomic)
+    add_link_options(--coverage)
+endif()
+
+add_library(LoopFlags INTERFACE)
+target_compile_options(LoopFlags INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wdouble-promotion
+    -Wformat=2 -Wcast-qual -Wcast-align -Wundef
+    $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
+    $<$<BOOL:${LOOP_WERROR}>:-Werror>
+    -fvisibility=hidden
+    $<$<COMPILE_LANGUAGE:CXX>:-fvisibility-inlines-hidden>
+    # The numbers are the product: no contraction to fused operations, and no rewriting or folding
+    # of the math calls, which would give gcc and clang different last bits.
+    -ffp-contract=off
+    -fno-builtin-pow -fno-builtin-powf -fno-builtin-exp -fno-builtin-expf
+    -fno-builtin-log -fno-builtin-logf -fno-builtin-sin -fno-builtin-cos -fno-builtin-cosf)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(LoopFlags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-gnu-unique>)
+endif()
+if(WIN32)
+    target_compile_definitions(LoopFlags INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX
+                               _WIN32_WINNT=0x0601 __USE_MINGW_ANSI_STDIO=1)
+    # Nothing but system DLLs may be needed where a file of this build runs.
+    add_link_options(-static)
+endif()
+target_include_directories(LoopFlags INTERFACE ${PROJECT_SOURCE_DIR}/Parts)
+
+# Boost's headers through a folder that holds them alone, so that a cross build sees no other
+# header of the building machine.
+set(LOOP_BOOST_INCLUDE ${PROJECT_BINARY_DIR}/boost-include)
+if(NOT EXISTS ${LOOP_BOOST_INCLUDE}/boost)
+    find_path(LOOP_BOOST_ROOT boost/shared_ptr.hpp PATHS /usr/include /usr/local/include
+              NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+    file(MAKE_DIRECTORY ${LOOP_BOOST_INCLUDE})
+    file(CREATE_LINK ${LOOP_BOOST_ROOT}/boost ${LOOP_BOOST_INCLUDE}/boost SYMBOLIC)
+endif()
+target_include_directories(LoopFlags SYSTEM INTERFACE ${LOOP_BOOST_INCLUDE})
+find_package(Threads REQUIRED)
+target_link_libraries(LoopFlags INTERFACE Threads::Threads ${CMAKE_DL_LIBS})

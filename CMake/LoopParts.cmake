@@ -1,0 +1,44 @@
+# loop_sources(OUT dir...): the sources of folders (not of what lies below them). A file that ends
+# in _win32.cpp or _posix.cpp belongs to that platform alone.
+function(loop_sources out)
+    set(found)
+    foreach(dir IN LISTS ARGN)
+        file(GLOB here CONFIGURE_DEPENDS ${dir}/*.cpp ${dir}/*.c)
+        if(WIN32)
+            list(FILTER here EXCLUDE REGEX "_posix\\.cpp$")
+        else()
+            list(FILTER here EXCLUDE REGEX "_win32\\.cpp$")
+        endif()
+        list(APPEND found ${here})
+    endforeach()
+    set(${out} ${found} PARENT_SCOPE)
+endfunction()
+
+# loop_add_part(Name dir...): one floor of the library as an object library LoopName, so that tests
+# reach its insides while the shared library exports only its public functions.
+function(loop_add_part name)
+    loop_sources(sources ${ARGN})
+    if(NOT sources)
+        add_library(Loop${name} INTERFACE)
+        target_link_libraries(Loop${name} INTERFACE LoopFlags)
+        return()
+    endif()
+    add_library(Loop${name} OBJECT ${sources})
+    target_link_libraries(Loop${name} PUBLIC LoopFlags)
+endfunction()
+
+# loop_add_test(Name DIRS dir... PARTS part... [LIBS target...]): a test program of a folder, run
+# as one test, under Wine in a cross build.
+function(loop_add_test name)
+    cmake_parse_arguments(arg "" "" "DIRS;PARTS;LIBS" ${ARGN})
+    loop_sources(sources ${arg_DIRS})
+    if(NOT sources)
+        return()
+    endif()
+    list(TRANSFORM arg_PARTS PREPEND Loop)
+    add_executable(${name} ${sources})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE LoopFlags ${arg_PARTS} ${arg_LIBS} GTest::gtest_main)
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+endfunction()

@@ -1,0 +1,16 @@
+# Cross build for Windows x86-64. The posix-thread compiler is needed: the win32-thread one of
+# Debian 12 lacks std::thread, std::mutex and std::call_once.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+find_program(LOOP_WINE NAMES wine64 wine PATHS /usr/lib/wine)
+if(LOOP_WINE)
+    set(CMAKE_CROSSCOMPILING_EMULATOR ${LOOP_WINE})
+endif()
