@@ -78,7 +78,7 @@ void PlatformLowerUtf16(std::u16string& text) {
 
 bool PlatformDecodeCodePage(const std::string& text, uint32_t codePage, std::u16string& result) {
     const iconv_t converter = iconv_open("UTF-16LE", EncodingName(codePage).c_str());
-    if (converter == reinterpret_cast<iconv_t>(-1)) {
+    if (reinterpret_cast<intptr_t>(converter) == -1) {
         return false;
     }
     std::string bytes(text.size() * 3 * sizeof(char16_t), '\0');
