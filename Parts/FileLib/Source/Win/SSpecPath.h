@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace NSFileLibInternals {
+
+enum class ESpecKind { kVolume, kFolder, kFile };
+
+// What a spec object names. Paths of volumes and folders end in "\", those of files do not.
+struct SSpecPath {
+    ESpecKind fKind = ESpecKind::kFile;
+    std::u16string fPath;
+};
+
+} // namespace NSFileLibInternals
