@@ -11,8 +11,8 @@ namespace NSLOPDLL {
 constexpr int32_t kChannel_Left = 1;
 constexpr int32_t kChannel_Right = 2;
 
-constexpr uint32_t kLoopMode_None = 1;
-constexpr uint32_t kLoopMode_Forward = 2;
+constexpr uint32_t kSampleLoopMode_None = 1;
+constexpr uint32_t kSampleLoopMode_Forward = 2;
 
 // The audio of a loop or of a rendered slice: one or two planes of integer frames with a rate and
 // an optional loop range. The accessors convert between the stored depth and four views:
@@ -124,7 +124,7 @@ private:
     bool fStereo;
     std::unique_ptr<CWaveSamplePreview> fPreview;
     bool fLoopSet = false;
-    uint32_t fLoopMode = kLoopMode_None;
+    uint32_t fLoopMode = kSampleLoopMode_None;
     int32_t fLoopStart = 0;
     int32_t fLoopEnd; // frame behind the range
 };

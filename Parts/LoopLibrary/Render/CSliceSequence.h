@@ -43,6 +43,10 @@ public:
     // Removes the first slice at or behind the position of `slice`, if there is one.
     void RemoveSliceAt(const CSlice& slice);
 
+    // The level above which slices of kSliceKind_Level are active at a sensitivity: 32767 at 0, 0
+    // at
+    // 99. Narrowed to 16 bits, also for a sensitivity beyond that range.
+    static int16_t ThresholdFor(int32_t sensitivity) noexcept;
     bool IsActive(const CSlice& slice) const noexcept;
     // Gives every slice its length: active ones reach to the next active one or to where the gate
     // closes, all others get 1.
@@ -62,6 +66,8 @@ public:
 
 private:
     bool IsInsideSample(const CSlice& slice) const noexcept;
+    template <typename Predicate>
+    const CSlice* Nearest(uint32_t position, Predicate isCandidate) const;
     std::vector<CSlice>::const_iterator LowerBound(uint32_t position) const noexcept;
     uint32_t SoundingLength(uint32_t start, uint32_t gap, float gateLimit) const noexcept;
 

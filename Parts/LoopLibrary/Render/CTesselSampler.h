@@ -6,6 +6,7 @@
 #include "LoopLibrary/Render/CSamplerSettings.h"
 #include "LoopLibrary/Render/CSlicePlayRange.h"
 #include "LoopLibrary/Render/Interpolator.h"
+#include "LoopLibrary/Render/OutputRate.h"
 #include "LoopLibrary/Render/SamplerVoice.h"
 
 #include <array>
@@ -13,9 +14,6 @@
 #include <memory>
 
 namespace NSLOPDLL {
-
-constexpr int32_t kOutputRate_Minimum = 11025;
-constexpr int32_t kOutputRate_Maximum = 1000000;
 
 // The voice engine: turns ranges of a wave sample into blocks of 64 frames at an output rate. Of
 // the eight voices the newest one is the current voice; starting another releases it. The point
@@ -93,6 +91,8 @@ private:
     uint32_t SliceStep(const SamplerVoice& voice) const noexcept;
     void RenderSliceVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept;
     void RenderPlainVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept;
+    // Moves the phase on by a block; answers the source frames that it passes.
+    static int32_t AdvancePhase(SamplerVoice& voice, uint32_t step) noexcept;
     void Interpolate(uint32_t phase, uint32_t step, const float* gains,
                      const CBlockBuffers& buffers) noexcept;
 

@@ -1,0 +1,7 @@
+#include "LoopLibrary/Render/CSlice.h"
+
+namespace NSLOPDLL {
+
+CSlice::~CSlice() = default;
+
+} // namespace NSLOPDLL
