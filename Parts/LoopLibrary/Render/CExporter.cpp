@@ -18,7 +18,7 @@ constexpr int32_t kPPQPerQuarter = 15360;
 
 // Wraps, as the format's own arithmetic does for loops beyond any sensible length.
 int32_t WrappingProduct(int32_t a, int32_t b) noexcept {
-    return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
+    return static_cast<int32_t>(int64_t{a} * b);
 }
 
 } // namespace
@@ -115,9 +115,9 @@ uint32_t CExporter::WithExtraFrames(int64_t frames) const noexcept {
 
 uint32_t CExporter::FramesToPPQ(double frames) const noexcept {
     const int32_t denominator = fSequencer.GetTimeSignatureDenominator();
-    const int32_t beats =
-        WrappingProduct(fSequencer.GetBars(), fSequencer.GetTimeSignatureNumerator()) +
-        fSequencer.GetBeats();
+    const auto beats = static_cast<int32_t>(int64_t{fSequencer.GetBars()} *
+                                                fSequencer.GetTimeSignatureNumerator() +
+                                            fSequencer.GetBeats());
     const int32_t length = WrappingProduct(LoopLength(), denominator);
     const int32_t quarters = WrappingProduct(beats, 4);
     if (length <= 0 || quarters <= 0) {
@@ -136,8 +136,8 @@ int32_t CExporter::LoopLength() const noexcept {
 
 int32_t CExporter::SliceTime(size_t item) const {
     const CSlicePlayRange range = fSequencer.GetSlicePlayRange(fSliceIndices[item]);
-    return RoundToBlock(
-        fSequencer.FramesToOutput(range.fStart - fSequencer.GetWaveSample().GetLoopStart()));
+    const int64_t frames = int64_t{range.fStart} - fSequencer.GetWaveSample().GetLoopStart();
+    return RoundToBlock(fSequencer.FramesToOutput(SaturateToInt32(frames)));
 }
 
 } // namespace NSLOPDLL

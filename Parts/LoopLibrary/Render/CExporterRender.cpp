@@ -30,10 +30,10 @@ std::unique_ptr<CABCWaveSample> CExporter::Export(uint32_t index) {
     auto target = CreateWaveSample(static_cast<uint32_t>(GetOutputRate()), info.fFrameCount,
                                    source.IsStereo(), source.GetBitDepth());
     if (fPerSlice) {
-        target->SetLoop(kLoopMode_Forward, 0, static_cast<int32_t>(info.fFrameCount));
+        target->SetLoop(kSampleLoopMode_Forward, 0, static_cast<int32_t>(info.fFrameCount));
         RenderSlice(*target, index);
     } else {
-        target->SetLoop(kLoopMode_Forward, 0, fSequencer.FramesToOutput(LoopLength()));
+        target->SetLoop(kSampleLoopMode_Forward, 0, fSequencer.FramesToOutput(LoopLength()));
         RenderLoop(*target);
     }
     return target;

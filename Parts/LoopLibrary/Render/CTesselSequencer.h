@@ -140,8 +140,12 @@ public:
 private:
     using SliceTable = std::vector<CSlicePlayRange>;
 
+    // Tests hold the mutexes against the render side through this.
+    friend class CTesselSequencerTestAccess;
+
     int32_t LoopStart() const noexcept;
     int32_t LoopEnd() const noexcept;
+    int32_t TimeAtRate(int64_t frames, bool useTempo, int32_t outputRate) const noexcept;
     void ReleaseRetiredRate(int32_t rate) noexcept;
 
     // With the table mutex held.
@@ -161,8 +165,7 @@ private:
     void RescalePlan(int32_t numerator, int32_t denominator) noexcept;
     void NotePlannedTempos() noexcept;
     void NotePlannedLoop() noexcept;
-    // Output frames by the rate that the sampler renders at.
-    int32_t OutputTime(int64_t frames, bool useTempo) const noexcept;
+    // Output frames at the rate that the sampler renders at.
     int32_t OutputTime(int64_t frames) const noexcept;
     // The same, rounded to a block.
     int32_t BlockTime(int64_t frames) const noexcept;

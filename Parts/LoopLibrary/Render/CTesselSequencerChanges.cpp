@@ -14,7 +14,8 @@ void CTesselSequencer::PlanIntoSync() noexcept {
     fPlay.fCurrentStart = NextStart(fPlay.fPlayPosition);
     RebuildCurrentTime();
     fPlay.fNextStart = NextStart(fPlay.fCurrentStart);
-    fPlay.fFramesToNext = RoundToBlock(OutputTime(DistanceIntoSync(), false));
+    fPlay.fFramesToNext =
+        RoundToBlock(TimeAtRate(DistanceIntoSync(), false, fSampler.GetOutputRate()));
     NotePlannedTempos();
     fPlay.fSyncPending = true;
 }

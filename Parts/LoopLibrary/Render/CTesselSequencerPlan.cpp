@@ -18,24 +18,21 @@ int64_t AfterPrevious(int32_t time, int32_t previous) noexcept {
 
 } // namespace
 
-int32_t CTesselSequencer::FramesToOutput(int32_t frames) const noexcept {
-    double scaled = frames;
-    if (IsTempoSynced()) {
-        scaled = GetLoopTempo() * scaled / fTempo;
-    }
-    return ScaleFrames(scaled, GetOutputRate(), GetSourceRate());
-}
-
-int32_t CTesselSequencer::OutputTime(int64_t frames, bool useTempo) const noexcept {
+int32_t CTesselSequencer::TimeAtRate(int64_t frames, bool useTempo,
+                                     int32_t outputRate) const noexcept {
     auto scaled = static_cast<double>(frames);
     if (useTempo) {
         scaled = GetLoopTempo() * scaled / fTempo;
     }
-    return ScaleFrames(scaled, fSampler.GetOutputRate(), GetSourceRate());
+    return ScaleFrames(scaled, outputRate, GetSourceRate());
+}
+
+int32_t CTesselSequencer::FramesToOutput(int32_t frames) const noexcept {
+    return TimeAtRate(frames, IsTempoSynced(), GetOutputRate());
 }
 
 int32_t CTesselSequencer::OutputTime(int64_t frames) const noexcept {
-    return OutputTime(frames, IsTempoSynced());
+    return TimeAtRate(frames, IsTempoSynced(), fSampler.GetOutputRate());
 }
 
 int32_t CTesselSequencer::BlockTime(int64_t frames) const noexcept {
