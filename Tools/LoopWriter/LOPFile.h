@@ -1,7 +1,8 @@
 #pragma once
 
-#include "LoopWriter/AIFFFields.h"
+#include "LoopWriter/AIFFAudio.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -17,11 +18,9 @@ struct SLOPSlice {
 /// A .lop file before it is written. As it is constructed it is valid: one bar at 120 beats per
 /// minute, one piece of 64 frames of silence.
 struct SLOPFile {
-    SLOPFile();
-
     SAIFFAudio fAudio;
 
-    uint32_t fSignature;
+    uint32_t fSignature = NSPorter::FourCharID("LOP ");
     uint32_t fMagic = 0xD1D1D1DA;
     uint8_t fMajor = 1;
     uint8_t fMinor = 0;
@@ -29,11 +28,13 @@ struct SLOPFile {
     std::optional<uint16_t> fSliceCount; // of fSlices if not set
     uint32_t fTempo = 120000;            // thousandths of a beat per minute
     std::vector<SLOPSlice> fSlices = {SLOPSlice{0, 64, 0}};
-    /// Bytes of the application data behind the signature; 13016 if not set, and more where more
-    /// than 1000 slices need it.
+    /// Bytes of the application data behind the signature. If not set, 13016, and more where the
+    /// slices need more.
     std::optional<size_t> fApplicationSize;
 
+    /// Changes the chunks before they are written.
     ChunkEdit fEdit;
+    /// Bytes behind the file's group.
     std::vector<uint8_t> fTrailingBytes;
 };
 

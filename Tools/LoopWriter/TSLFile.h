@@ -1,7 +1,8 @@
 #pragma once
 
-#include "LoopWriter/AIFFFields.h"
+#include "LoopWriter/AIFFAudio.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -16,13 +17,16 @@ struct STSLSlice {
 };
 
 /// A .tsl file before it is written. As it is constructed it is valid: one bar of 4/4, 64 frames of
-/// silence, all of them the loop, one slice.
+/// silence, all of them the loop, one slice. Flags are bytes: 0 is off, any other value on.
 struct STSLFile {
-    STSLFile();
+    STSLFile() { SetLoop(0, 64); }
+
+    /// Frames; see `SAIFFAudio::SetLoop`.
+    void SetLoop(uint32_t start, uint32_t end) { fAudio.SetLoop(start, end); }
 
     SAIFFAudio fAudio;
 
-    uint32_t fSignature;
+    uint32_t fSignature = NSPorter::FourCharID("TeSl");
     uint32_t fMagic = 0xD1DADED0;
     uint8_t fMajor = 1;
     uint8_t fMinor = 0;
@@ -39,16 +43,14 @@ struct STSLFile {
     uint16_t fSensitivity = 990;         // tenths
     std::optional<uint16_t> fSliceCount; // of fSlices if not set
     std::vector<STSLSlice> fSlices = {STSLSlice{}};
-    /// Bytes of the application data behind the signature; 8160 if not set, and more where more
-    /// than 1000 slices need it.
+    /// Bytes of the application data behind the signature. If not set, 8160, and more where the
+    /// slices need more.
     std::optional<size_t> fApplicationSize;
 
+    /// Changes the chunks before they are written.
     ChunkEdit fEdit;
+    /// Bytes behind the file's group.
     std::vector<uint8_t> fTrailingBytes;
-
-    /// Gives the audio the markers "Loop Start" (1) and "Loop End" (2) and an instrument whose
-    /// sustain loop runs forward between them.
-    void SetLoop(uint32_t start, uint32_t end);
 };
 
 /// The file's chunks; `fEdit` is not applied.

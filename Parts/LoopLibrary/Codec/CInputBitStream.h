@@ -52,6 +52,8 @@ public:
     int64_t GetWordsConsumed() const;
 
 private:
+    void DropBits(uint32_t count);
+
     NSPorter::CMedia* fMedia; // borrowed
     uint32_t fBitsLeft = 0;
     uint32_t fWord = 0; // the next bit is bit 31, zeros follow the last

@@ -24,7 +24,7 @@ public:
 
 private:
     int32_t DecodeSample(TWIPChannelState& channel);
-    uint32_t ReadBit();
+    uint32_t ReadBits(uint32_t count);
 
     CInputBitStream fStream;
     int64_t fWordCount; // whole words in the media

@@ -1,0 +1,75 @@
+#include "LoopLibrary/Codec/COutputBitStream.h"
+
+namespace NSLOPDLL {
+
+namespace {
+
+constexpr int32_t kBufferSize = 4096;
+
+// What the language's shift does not do for a whole word.
+uint32_t ShiftLeft(uint32_t word, uint32_t count) {
+    return count < 32 ? word << count : 0;
+}
+
+} // namespace
+
+COutputBitStream::COutputBitStream(NSPorter::CMedia* media)
+    : fMedia(media), fStartPosition(media->GetPosition()),
+      fBuffer(std::make_unique<uint8_t[]>(kBufferSize)) {}
+
+COutputBitStream::~COutputBitStream() {
+    try {
+        Flush();
+    } catch (...) { // a destructor that throws would end the process
+    }
+}
+
+// What lies above the bits in use in fWord is of no account: it is pushed out before the word is
+// written.
+void COutputBitStream::WriteBits(uint32_t count, uint32_t bits) {
+    bits &= 0xFFFFFFFFu >> (32 - count);
+    if (fBitsFree == 0) {
+        WriteWord();
+    }
+    if (count > fBitsFree) {
+        count -= fBitsFree;
+        fWord = ShiftLeft(fWord, fBitsFree) | bits >> count;
+        WriteWord();
+    }
+    fWord = ShiftLeft(fWord, count) | bits;
+    fBitsFree -= count;
+}
+
+void COutputBitStream::WriteWord() {
+    if (fBufferPosition == kBufferSize) {
+        fMedia->Write(kBufferSize, fBuffer.get());
+        fBufferPosition = 0;
+    }
+    uint8_t* bytes = fBuffer.get() + fBufferPosition;
+    bytes[0] = static_cast<uint8_t>(fWord >> 24);
+    bytes[1] = static_cast<uint8_t>(fWord >> 16);
+    bytes[2] = static_cast<uint8_t>(fWord >> 8);
+    bytes[3] = static_cast<uint8_t>(fWord);
+    fBufferPosition += 4;
+    fBitsFree = 32;
+}
+
+void COutputBitStream::Flush() {
+    fWord = ShiftLeft(fWord, fBitsFree);
+    WriteWord();
+    if (fBufferPosition > 0) {
+        fMedia->Write(fBufferPosition, fBuffer.get());
+        fBufferPosition = 0;
+    }
+}
+
+uint32_t COutputBitStream::GetBitsUsedInWord() const {
+    return fBitsFree == 0 ? 0 : 32 - fBitsFree;
+}
+
+int64_t COutputBitStream::GetWordsWritten() const {
+    return (fMedia->GetPosition() + fBufferPosition - fStartPosition) / 4 +
+           (fBitsFree == 0 ? 1 : 0);
+}
+
+} // namespace NSLOPDLL

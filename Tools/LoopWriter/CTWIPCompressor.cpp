@@ -1,0 +1,129 @@
+#include "LoopWriter/CTWIPCompressor.h"
+
+#include "Failure/Raise.h"
+
+#include <bit>
+#include <stdexcept>
+#include <utility>
+
+namespace NSLoopWriter {
+
+namespace {
+
+constexpr size_t kMediaLot = 65536; // bytes
+
+int32_t Difference(int32_t a, int32_t b) {
+    return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
+}
+
+} // namespace
+
+CTWIPCompressor::CTWIPCompressor(NSPorter::CMedia* media) : fMedia(media) {}
+
+void CTWIPCompressor::CompressMono(int64_t frameCount, const int32_t* samples) {
+    for (int64_t i = 0; i < frameCount; ++i) {
+        EncodeSample(fChannels[0], samples[i]);
+    }
+}
+
+void CTWIPCompressor::CompressStereo(int64_t frameCount, const int32_t* left,
+                                     const int32_t* right) {
+    for (int64_t i = 0; i < frameCount; ++i) {
+        EncodeSample(fChannels[0], left[i]);
+        EncodeSample(fChannels[1], Difference(right[i], left[i]));
+    }
+}
+
+void CTWIPCompressor::CompressStereoInterleaved(int64_t frameCount, const int32_t* frames) {
+    for (int64_t i = 0; i < frameCount; ++i, frames += 2) {
+        CompressStereo(1, frames, frames + 1);
+    }
+}
+
+void CTWIPCompressor::EncodeSample(NSLOPDLL::TWIPChannelState& channel, int32_t sample) {
+    const int32_t order = channel.ChooseOrder();
+    int32_t value = sample;
+    for (int32_t i = 0; i < order; ++i) {
+        value = Difference(value, channel.fValue[i]);
+    }
+
+    uint32_t rest = NSLOPDLL::TWIPChannelState::Fold(value);
+    uint32_t step = channel.GetStep(order);
+    for (uint32_t zeros = 1; rest > 0 && rest >= step; ++zeros) {
+        if (step == 0) {
+            NSLichen::Raise(std::domain_error("sample cannot be coded"));
+        }
+        rest -= step;
+        WriteBits(1, 0);
+        if (zeros % 7 == 0) {
+            step *= 4;
+        }
+    }
+    WriteBits(1, 1);
+
+    // Truncated binary code: the lowest values of the range below the step do with a bit less.
+    if (step > 1) {
+        const uint32_t bitCount = static_cast<uint32_t>(std::bit_width(step)) - 1;
+        const uint32_t shortCodes = (2u << bitCount) - step;
+        if (rest < shortCodes) {
+            WriteBits(bitCount, rest);
+        } else {
+            WriteBits(bitCount + 1, rest + shortCodes);
+        }
+    }
+    channel.Advance(order, value);
+}
+
+// `count` from 1 to 32.
+void CTWIPCompressor::WriteBits(uint32_t count, uint32_t bits) {
+    fPending = fPending << count | bits;
+    fPendingCount += count;
+    fBitCount += count;
+    if (fPendingCount >= 32) {
+        fPendingCount -= 32;
+        const uint32_t word = static_cast<uint32_t>(fPending >> fPendingCount);
+        fBytes.insert(fBytes.end(),
+                      {static_cast<uint8_t>(word >> 24), static_cast<uint8_t>(word >> 16),
+                       static_cast<uint8_t>(word >> 8), static_cast<uint8_t>(word)});
+        if (fMedia != nullptr && fBytes.size() >= kMediaLot) {
+            SendToMedia();
+        }
+    }
+}
+
+void CTWIPCompressor::SendToMedia() {
+    fMedia->Write(static_cast<int64_t>(fBytes.size()), fBytes.data());
+    fBytes.clear();
+}
+
+void CTWIPCompressor::Finish() {
+    const int64_t codeBits = fBitCount;
+    if (fPendingCount > 0) {
+        WriteBits(32 - fPendingCount, 0);
+    }
+    fBitCount = codeBits;
+    if (fMedia != nullptr) {
+        SendToMedia();
+    }
+}
+
+std::vector<uint8_t> CTWIPCompressor::TakeStream() {
+    return std::exchange(fBytes, {});
+}
+
+std::vector<uint8_t> CompressTWIP(const std::vector<int32_t>& left,
+                                  const std::vector<int32_t>& right) {
+    CTWIPCompressor compressor;
+    if (right.empty()) {
+        compressor.CompressMono(static_cast<int64_t>(left.size()), left.data());
+    } else {
+        if (right.size() != left.size()) {
+            NSLichen::Raise(std::invalid_argument("planes of different lengths"));
+        }
+        compressor.CompressStereo(static_cast<int64_t>(left.size()), left.data(), right.data());
+    }
+    compressor.Finish();
+    return compressor.TakeStream();
+}
+
+} // namespace NSLoopWriter

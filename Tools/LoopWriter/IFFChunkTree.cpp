@@ -1,0 +1,186 @@
+#include "LoopWriter/IFFChunkTree.h"
+
+#include "Failure/Raise.h"
+#include "PorterPackage/Core/CIFFFileWriter.h"
+#include "PorterPackage/Core/CIFFWriter.h"
+#include "PorterPackage/Core/COwnedMemoryMedia.h"
+#include "PorterPackage/Core/FourCharID.h"
+#include "PorterPackage/Core/IFFSizes.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace NSLoopWriter {
+
+namespace {
+
+struct SPlace {
+    SIFFChunk* fGroup;
+    size_t fIndex;
+};
+
+std::optional<SPlace> FindPlace(SIFFChunk& group, uint32_t id) {
+    for (size_t i = 0; i < group.fChildren.size(); ++i) {
+        if (group.fChildren[i].fID == id) {
+            return SPlace{&group, i};
+        }
+        if (const std::optional<SPlace> below = FindPlace(group.fChildren[i], id)) {
+            return below;
+        }
+    }
+    return std::nullopt;
+}
+
+SPlace GetPlace(SIFFChunk& root, uint32_t id) {
+    const std::optional<SPlace> place = FindPlace(root, id);
+    if (!place) {
+        NSLichen::Raise(std::out_of_range("no such chunk"));
+    }
+    return *place;
+}
+
+void InsertAt(std::vector<SIFFChunk>& chunks, size_t index, SIFFChunk chunk) {
+    const auto place = std::min(index, chunks.size());
+    chunks.insert(chunks.begin() + static_cast<std::ptrdiff_t>(place), std::move(chunk));
+}
+
+void EraseAt(const SPlace& place) {
+    std::vector<SIFFChunk>& chunks = place.fGroup->fChildren;
+    chunks.erase(chunks.begin() + static_cast<std::ptrdiff_t>(place.fIndex));
+}
+
+uint32_t GroupWord(SIFFChunk::EKind kind) {
+    switch (kind) {
+    case SIFFChunk::EKind::kForm:
+        return NSPorter::FourCharID("FORM");
+    case SIFFChunk::EKind::kCat:
+        return NSPorter::FourCharID("CAT ");
+    default:
+        return NSPorter::FourCharID("LIST");
+    }
+}
+
+void WriteBytes(NSPorter::CMedia& media, const std::vector<uint8_t>& bytes) {
+    media.Write(static_cast<int64_t>(bytes.size()), bytes.data());
+}
+
+// Stores the sizes that the tree states in the place of true ones. A chunk takes what its true size
+// says, padded to an even position of its level, as the writers have laid it out.
+size_t OverrideSizes(std::vector<uint8_t>& bytes, size_t offset, const SIFFChunk& chunk);
+
+size_t TrueSize(const SIFFChunk& chunk) {
+    if (chunk.fKind == SIFFChunk::EKind::kSimple) {
+        return chunk.fBody.size();
+    }
+    size_t size = 0;
+    for (const SIFFChunk& child : chunk.fChildren) {
+        size += 8 + TrueSize(child);
+        size += size & 1;
+    }
+    return size + 4;
+}
+
+size_t OverrideSizes(std::vector<uint8_t>& bytes, size_t offset, const SIFFChunk& chunk) {
+    size_t child = offset + 12;
+    for (const SIFFChunk& next : chunk.fChildren) {
+        child = OverrideSizes(bytes, child, next);
+    }
+    if (chunk.fStoredSize) {
+        for (size_t i = 0; i < 4; ++i) {
+            bytes[offset + 4 + i] = static_cast<uint8_t>(*chunk.fStoredSize >> (24 - 8 * i));
+        }
+    }
+    const size_t end = offset + 8 + TrueSize(chunk);
+    return end + (end & 1);
+}
+
+std::vector<uint8_t> Finished(const NSPorter::COwnedMemoryMedia& media, const SIFFChunk& root) {
+    std::vector<uint8_t> bytes(media.GetData(), media.GetData() + media.GetLength());
+    OverrideSizes(bytes, 0, root);
+    return bytes;
+}
+
+void WriteNested(NSPorter::CIFFFileWriter& writer, const SIFFChunk& chunk) {
+    if (chunk.fKind == SIFFChunk::EKind::kSimple) {
+        writer.EnterChunk(chunk.fID);
+        WriteBytes(*writer.GetMedia(), chunk.fBody);
+    } else {
+        writer.EnterGroup(GroupWord(chunk.fKind), chunk.fID);
+        for (const SIFFChunk& child : chunk.fChildren) {
+            WriteNested(writer, child);
+        }
+    }
+    writer.Leave();
+}
+
+} // namespace
+
+SIFFChunk MakeSimpleChunk(uint32_t id, std::vector<uint8_t> body) {
+    SIFFChunk chunk;
+    chunk.fID = id;
+    chunk.fBody = std::move(body);
+    return chunk;
+}
+
+SIFFChunk MakeGroup(SIFFChunk::EKind kind, uint32_t id, std::vector<SIFFChunk> children) {
+    SIFFChunk chunk;
+    chunk.fKind = kind;
+    chunk.fID = id;
+    chunk.fChildren = std::move(children);
+    return chunk;
+}
+
+SIFFChunk& FindChunk(SIFFChunk& root, uint32_t id) {
+    const SPlace place = GetPlace(root, id);
+    return place.fGroup->fChildren[place.fIndex];
+}
+
+void LeaveOutChunk(SIFFChunk& root, uint32_t id) {
+    EraseAt(GetPlace(root, id));
+}
+
+void DuplicateChunk(SIFFChunk& root, uint32_t id) {
+    const SPlace place = GetPlace(root, id);
+    InsertAt(place.fGroup->fChildren, place.fIndex + 1, place.fGroup->fChildren[place.fIndex]);
+}
+
+void MoveChunk(SIFFChunk& root, uint32_t id, size_t index) {
+    const SPlace place = GetPlace(root, id);
+    SIFFChunk chunk = std::move(place.fGroup->fChildren[place.fIndex]);
+    EraseAt(place);
+    InsertAt(place.fGroup->fChildren, index, std::move(chunk));
+}
+
+void TruncateChunk(SIFFChunk& root, uint32_t id, size_t byteCount) {
+    SIFFChunk& chunk = FindChunk(root, id);
+    chunk.fBody.resize(std::min(chunk.fBody.size(), byteCount));
+}
+
+void InsertChunk(SIFFChunk& root, uint32_t groupID, size_t index, SIFFChunk chunk) {
+    SIFFChunk& group = root.fID == groupID ? root : FindChunk(root, groupID);
+    InsertAt(group.fChildren, index, std::move(chunk));
+}
+
+std::vector<uint8_t> WriteNestedTree(const SIFFChunk& root) {
+    NSPorter::COwnedMemoryMedia media;
+    NSPorter::CIFFFileWriter writer(&media, NSPorter::kIFFMode_BigEndian);
+    WriteNested(writer, root);
+    return Finished(media, root);
+}
+
+std::vector<uint8_t> WriteFlatTree(const SIFFChunk& root) {
+    NSPorter::COwnedMemoryMedia media;
+    NSPorter::CIFFWriter writer(&media);
+    writer.BeginGroup(GroupWord(root.fKind), root.fID);
+    for (const SIFFChunk& chunk : root.fChildren) {
+        if (chunk.fKind != SIFFChunk::EKind::kSimple) {
+            NSLichen::Raise(std::invalid_argument("group within a flat file"));
+        }
+        writer.WriteChunk(chunk.fID, chunk.fBody.data(), static_cast<int64_t>(chunk.fBody.size()));
+    }
+    writer.EndGroup();
+    return Finished(media, root);
+}
+
+} // namespace NSLoopWriter
