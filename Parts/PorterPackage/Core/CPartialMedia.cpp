@@ -1,0 +1,51 @@
+#include "PorterPackage/Core/CPartialMedia.h"
+
+#include "Failure/Raise.h"
+#include "Failure/XClasses.h"
+
+namespace NSPorter {
+
+CPartialMedia::CPartialMedia(CMedia* parent, int64_t offset)
+    : fWriteParent(parent), fReadParent(nullptr), fOffset(offset), fLimit(-1) {
+    SetPosition(parent->GetPosition() - offset);
+}
+
+CPartialMedia::CPartialMedia(CMedia* parent, int64_t offset, int64_t size)
+    : fWriteParent(nullptr), fReadParent(parent), fOffset(offset), fLimit(size) {
+    SetPosition(parent->GetPosition() - offset);
+}
+
+void CPartialMedia::ReadBytes(int64_t position, int64_t count, uint8_t* destination) const {
+    const bool inside =
+        position >= 0 && count >= 0 && position <= fLimit && count <= fLimit - position;
+    if (fReadParent != nullptr && !inside) {
+        NSLichen::Raise(NSLichen::XRead(""));
+    }
+    Parent()->ReadBytes(fOffset + position, count, destination);
+}
+
+void CPartialMedia::WriteBytes(int64_t position, int64_t count, const uint8_t* source) {
+    if (fWriteParent == nullptr) {
+        NSLichen::Raise(NSLichen::XIllegalCallSequence(""));
+    }
+    fWriteParent->WriteBytes(fOffset + position, count, source);
+}
+
+int64_t CPartialMedia::GetLength() const {
+    return fReadParent != nullptr ? fLimit : fWriteParent->GetLength() - fOffset;
+}
+
+void CPartialMedia::Flush(bool recursive) {
+    CMedia* parent = Parent();
+    parent->SetPosition(GetPosition() + fOffset);
+    auto* enclosing = dynamic_cast<CABCChildMedia*>(parent);
+    if (recursive && enclosing != nullptr) {
+        enclosing->Flush(true);
+    }
+}
+
+CMedia* CPartialMedia::Parent() const {
+    return fReadParent != nullptr ? fReadParent : fWriteParent;
+}
+
+} // namespace NSPorter
