@@ -95,6 +95,10 @@ public:
     virtual uint32_t ReadTimes(PlatformHandle file, SFileTimes& times) = 0;
     virtual uint32_t WriteTimes(PlatformHandle file, const SFileTimes& times) = 0;
 
+    // Gives a file the owner and the access rights of another, as far as the platform keeps them
+    // with the file and lets it.
+    virtual void CopyAccessRights(const std::u16string& from, const std::u16string& to) = 0;
+
     // flags: kMove_Replace, kMove_WriteThrough. Without kMove_Replace an existing target is
     // kError_AlreadyExists.
     virtual uint32_t Move(const std::u16string& from, const std::u16string& to, uint32_t flags) = 0;
@@ -117,7 +121,7 @@ public:
     virtual uint32_t ReadLongPath(const std::u16string& path, std::u16string& longPath) = 0;
 
     virtual uint32_t FindWindowsFolder(std::u16string& folder) = 0;
-    // The next five answer a COM result, with the sign bit set for a failure.
+    // The next three answer a COM result, with the sign bit set for a failure.
     virtual uint32_t LocateSpecialFolder(int32_t number, ShellItem& item) = 0;
     virtual uint32_t CreateShellLink(const std::u16string& link, const std::u16string& source,
                                      const std::u16string& description) = 0;

@@ -37,4 +37,8 @@ std::u16string GetVolumeOfPath(const std::u16string& path);
 // The last component, without "\"; for a volume's root what stands before the last "\".
 std::u16string GetNameOfPath(const std::u16string& path);
 
+// Windows may answer its own questions with "\\?\C:\..." or "\\?\UNC\server\share\...", which are
+// no valid paths; this gives the plain form.
+std::u16string StripLongPathPrefix(const std::u16string& path);
+
 } // namespace NSFileLibInternals

@@ -58,6 +58,20 @@ constexpr int32_t kSpecialFolder_Windows = 36;
 constexpr uint32_t kMove_WriteThrough = 1;
 constexpr uint32_t kMove_Replace = 2;
 
+// COM results of shell links.
+constexpr uint32_t kOLE_AccessDenied = 0x80070005;
+constexpr uint32_t kOLE_NotFound = 0x80070002;
+constexpr uint32_t kOLE_BadFormat = 0x8007000B; // a file that is no link at all
+constexpr uint32_t kOLE_DeviceNotReady = 0x80070015;
+constexpr uint32_t kOLE_NetworkPathNotFound = 0x80070035;
+constexpr uint32_t kOLE_NetworkNameNoLongerAvailable = 0x80070040;
+constexpr uint32_t kOLE_NetworkNameNotFound = 0x80070043;
+constexpr uint32_t kOLE_NetworkUserNotAuthenticated = 0x800704DC;
+
+constexpr bool IsOLEFailure(uint32_t result) {
+    return (result & 0x80000000U) != 0;
+}
+
 // Bit for SetErrorMode: no dialog when a drive has no medium.
 constexpr uint32_t kErrorMode_FailCriticalErrors = 1;
 

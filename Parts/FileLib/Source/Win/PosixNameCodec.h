@@ -12,7 +12,8 @@
 
 namespace NSFileLibInternals {
 
-// One component, without "/". An empty component gives an empty text.
+// One component, without "/". An empty component gives an empty text; on the way back so does a
+// text that would hold "/" or a zero byte.
 std::u16string NativeNameFromPosix(const std::string& name);
 std::string PosixNameFromNative(const std::u16string& name);
 

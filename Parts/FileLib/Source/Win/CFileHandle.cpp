@@ -1,0 +1,41 @@
+#include "FileLib/Source/Win/CFileHandle.h"
+
+#include "FileLib/Source/Win/PlatformCodes.h"
+
+#include <utility>
+
+namespace NSFileLibInternals {
+
+CFileHandle::~CFileHandle() {
+    Close();
+}
+
+CFileHandle::CFileHandle(CFileHandle&& other) noexcept
+    : fOps(other.fOps), fHandle(std::exchange(other.fHandle, kNoPlatformHandle)) {}
+
+CFileHandle& CFileHandle::operator=(CFileHandle&& other) noexcept {
+    if (this != &other) {
+        Close();
+        fOps = other.fOps;
+        fHandle = std::exchange(other.fHandle, kNoPlatformHandle);
+    }
+    return *this;
+}
+
+uint32_t CFileHandle::Open(const std::u16string& path, const SOpenRequest& request) {
+    Close();
+    fOps = &GetPlatformFileOps();
+    return fOps->Open(path, request, fHandle);
+}
+
+void CFileHandle::Close() noexcept {
+    if (IsOpen()) {
+        fOps->Close(std::exchange(fHandle, kNoPlatformHandle));
+    }
+}
+
+bool CFileHandle::IsOpen() const noexcept {
+    return fHandle != kNoPlatformHandle;
+}
+
+} // namespace NSFileLibInternals
