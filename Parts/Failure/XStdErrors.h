@@ -17,7 +17,7 @@ class XStdException : public std::exception, public CExceptionBodyMixin {
 public:
     explicit XStdException(const std::string& text) : fText(text) {}
     XStdException(const CExceptionBodyMixin& body, const std::string& text)
-        : CExceptionBodyMixin(body), fText(text) {}
+        : std::exception(), CExceptionBodyMixin(body), fText(text) {}
 
     const char* what() const noexcept override { return fText.c_str(); }
 
@@ -30,7 +30,7 @@ class XTunneledError : public std::exception, public CExceptionBodyMixin {
 public:
     explicit XTunneledError(const std::string& text) : fText(text) {}
     XTunneledError(const CExceptionBodyMixin& body, const std::string& text)
-        : CExceptionBodyMixin(body), fText(text) {}
+        : std::exception(), CExceptionBodyMixin(body), fText(text) {}
 
     const char* what() const noexcept override { return fText.c_str(); }
 
@@ -77,7 +77,8 @@ public:
 class XStdBadAlloc : public std::bad_alloc, public CExceptionBodyMixin {
 public:
     XStdBadAlloc() = default;
-    explicit XStdBadAlloc(const CExceptionBodyMixin& body) : CExceptionBodyMixin(body) {}
+    explicit XStdBadAlloc(const CExceptionBodyMixin& body)
+        : std::bad_alloc(), CExceptionBodyMixin(body) {}
 
     const char* what() const noexcept override { return "bad allocation"; }
 };

@@ -12,7 +12,7 @@ class XUnitTestFailure : public std::exception, public CExceptionBodyMixin {
 public:
     explicit XUnitTestFailure(const std::string& text) : fText(text) {}
     XUnitTestFailure(const CExceptionBodyMixin& body, const std::string& text)
-        : CExceptionBodyMixin(body), fText(text) {}
+        : std::exception(), CExceptionBodyMixin(body), fText(text) {}
 
     const char* what() const noexcept override { return fText.c_str(); }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 
 #include "Failure/FailureQuestions.h"
@@ -74,9 +75,9 @@ TEST(Raise, CopiesOfAnExceptionCarryTheBody) {
     try {
         RaiseWithTarget(XUnitTestFailure("t"), ItemWord());
     } catch (const XUnitTestFailure& exception) {
-        const XUnitTestFailure copy(exception);
-        EXPECT_STREQ(copy.what(), "t");
-        EXPECT_EQ(GetExceptionBody(copy), GetExceptionBody(exception));
+        const auto copy = std::make_unique<XUnitTestFailure>(exception);
+        EXPECT_STREQ(copy->what(), "t");
+        EXPECT_EQ(GetExceptionBody(*copy), GetExceptionBody(exception));
     }
 }
 

@@ -1,0 +1,44 @@
+#include "FileLib/Source/ByteStreamNumbers.h"
+
+#include "FileLib/Source/FileLibFailures.h"
+
+namespace NSFileLib {
+
+namespace {
+
+void Read(IByteReader& reader, int64_t& position, int64_t count, uint8_t* bytes) {
+    ThrowIfByteStreamError(reader.Read(position, count, bytes));
+    position += count;
+}
+
+void Write(IByteWriter& writer, int64_t& position, int64_t count, const uint8_t* bytes) {
+    ThrowIfByteStreamError(writer.Write(position, count, bytes));
+    position += count;
+}
+
+} // namespace
+
+uint32_t ReadU32(IByteReader& reader, int64_t& position) {
+    uint8_t bytes[4] = {};
+    Read(reader, position, sizeof bytes, bytes);
+    return static_cast<uint32_t>(bytes[0]) << 24 | static_cast<uint32_t>(bytes[1]) << 16 |
+           static_cast<uint32_t>(bytes[2]) << 8 | static_cast<uint32_t>(bytes[3]);
+}
+
+uint8_t ReadU8(IByteReader& reader, int64_t& position) {
+    uint8_t byte = 0;
+    Read(reader, position, 1, &byte);
+    return byte;
+}
+
+void WriteU32(IByteWriter& writer, int64_t& position, uint32_t value) {
+    const uint8_t bytes[4] = {static_cast<uint8_t>(value >> 24), static_cast<uint8_t>(value >> 16),
+                              static_cast<uint8_t>(value >> 8), static_cast<uint8_t>(value)};
+    Write(writer, position, sizeof bytes, bytes);
+}
+
+void WriteU8(IByteWriter& writer, int64_t& position, uint8_t value) {
+    Write(writer, position, 1, &value);
+}
+
+} // namespace NSFileLib
