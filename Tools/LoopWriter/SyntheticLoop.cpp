@@ -55,10 +55,6 @@ void AddNoiseHit(Plane& plane, size_t start, size_t end, CNoise& noise, int32_t 
     }
 }
 
-uint32_t FramesPerHit(const SDrumLoopOptions& options) {
-    return static_cast<uint32_t>(uint64_t{options.fSampleRate} * 30000 / options.fTempo);
-}
-
 } // namespace
 
 Plane MakeNoise(size_t frames, int32_t bitDepth, uint32_t seed) {
@@ -103,11 +99,12 @@ Plane MakeTransients(size_t frames, int32_t bitDepth, size_t distance) {
 }
 
 SDrumLoop MakeDrumLoop(const SDrumLoopOptions& options) {
-    const uint32_t framesPerHit = FramesPerHit(options);
+    const uint32_t framesPerHit =
+        static_cast<uint32_t>(uint64_t{options.fSampleRate} * 30000 / options.fTempo);
     const uint32_t hitCount = static_cast<uint32_t>(options.fBeats) * 2;
     const size_t frames = size_t{framesPerHit} * hitCount;
 
-    SDrumLoop loop{options, Plane(frames), {}, {}};
+    SDrumLoop loop{Plane(frames), {}, framesPerHit, {}};
     Plane side(frames); // what the right channel hears otherwise
     CNoise noise(options.fSeed);
     for (uint32_t hit = 0; hit < hitCount; ++hit) {
@@ -136,66 +133,6 @@ SDrumLoop MakeDrumLoop(const SDrumLoopOptions& options) {
         sample = range.Clip(sample >> shift);
     }
     return loop;
-}
-
-SLOP2File MakeDrumLOP2(const SDrumLoopOptions& options) {
-    SDrumLoop loop = MakeDrumLoop(options);
-    SLOP2File file;
-    file.fGeneralInfo.fBars = static_cast<uint16_t>(options.fBeats / 4);
-    file.fGeneralInfo.fBeats = static_cast<uint8_t>(options.fBeats % 4);
-    file.fGeneralInfo.fTempo = options.fTempo;
-    file.fSampleInfo.fSampleRate = options.fSampleRate;
-    file.fBitDepth = options.fBitDepth;
-    file.fLeft = std::move(loop.fLeft);
-    file.fRight = std::move(loop.fRight);
-    file.fSlices.clear();
-    for (const uint32_t hit : loop.fHits) {
-        SLOP2Slice slice;
-        slice.fPosition = hit;
-        slice.fLength = FramesPerHit(options);
-        file.fSlices.push_back(slice);
-    }
-    return file;
-}
-
-STSLFile MakeDrumTSL(const SDrumLoopOptions& options) {
-    SDrumLoopOptions monoOptions = options;
-    monoOptions.fBitDepth = 16;
-    monoOptions.fStereo = false;
-    SDrumLoop loop = MakeDrumLoop(monoOptions);
-    STSLFile file;
-    file.fAudio.fCommon.fSampleRate = options.fSampleRate;
-    file.fBars = static_cast<uint16_t>(options.fBeats / 4);
-    file.fBeats = static_cast<uint8_t>(options.fBeats % 4);
-    file.fTempo = options.fTempo;
-    file.fTempoStored = 1;
-    file.SetLoop(0, static_cast<uint32_t>(loop.fLeft.size()));
-    file.fAudio.fSamples = std::move(loop.fLeft);
-    file.fSlices.clear();
-    for (const uint32_t hit : loop.fHits) {
-        STSLSlice slice;
-        slice.fPosition = hit;
-        file.fSlices.push_back(slice);
-    }
-    return file;
-}
-
-SLOPFile MakeDrumLOP(const SDrumLoopOptions& options) {
-    SDrumLoopOptions monoOptions = options;
-    monoOptions.fBitDepth = 16;
-    monoOptions.fStereo = false;
-    SDrumLoop loop = MakeDrumLoop(monoOptions);
-    SLOPFile file;
-    file.fAudio.fCommon.fSampleRate = options.fSampleRate;
-    file.fAudio.fSamples = std::move(loop.fLeft);
-    file.fPPQLength = static_cast<uint32_t>(options.fBeats) * 960;
-    file.fTempo = options.fTempo;
-    file.fSlices.clear();
-    for (size_t i = 0; i < loop.fHits.size(); ++i) {
-        file.fSlices.push_back(
-            {loop.fHits[i], FramesPerHit(options), static_cast<uint32_t>(i) * 480});
-    }
-    return file;
 }
 
 } // namespace NSLoopWriter

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "LoopWriter/LOP2File.h"
-#include "LoopWriter/LOPFile.h"
-#include "LoopWriter/TSLFile.h"
-
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -45,20 +42,14 @@ struct SDrumLoopOptions {
     uint32_t fSeed = 1;
 };
 
-/// A drum pattern in eighth notes: kick, hat, snare, hat.
+/// A drum pattern in eighth notes: kick, hat, snare, hat. The channels differ in the hats.
 struct SDrumLoop {
-    SDrumLoopOptions fOptions;
     Plane fLeft;
-    Plane fRight;                // empty: mono
+    Plane fRight; // empty: mono
+    uint32_t fFramesPerHit = 0;
     std::vector<uint32_t> fHits; // first frame of each eighth note
 };
 
 SDrumLoop MakeDrumLoop(const SDrumLoopOptions& options);
-
-/// Whole files of the drum pattern: a slice on each hit, length and tempo as the options say (four
-/// beats to a bar). The older kinds are always mono and 16 bits.
-SLOP2File MakeDrumLOP2(const SDrumLoopOptions& options);
-STSLFile MakeDrumTSL(const SDrumLoopOptions& options);
-SLOPFile MakeDrumLOP(const SDrumLoopOptions& options);
 
 } // namespace NSLoopWriter

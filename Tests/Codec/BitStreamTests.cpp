@@ -1,0 +1,147 @@
+#include "LoopLibrary/Codec/CInputBitStream.h"
+#include "LoopLibrary/Codec/COutputBitStream.h"
+#include "LoopWriter/SyntheticLoop.h"
+#include "PorterPackage/Core/COwnedMemoryMedia.h"
+#include "Tests/Codec/CodecStreams.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace CodecTests {
+namespace {
+
+using NSLOPDLL::CInputBitStream;
+using NSLOPDLL::COutputBitStream;
+
+// Random bytes, and the bits of them as a plain array to hold the streams against.
+struct SRandomBits {
+    explicit SRandomBits(size_t byteCount) : fNoise(7), fBytes(byteCount) {
+        for (uint8_t& byte : fBytes) {
+            byte = static_cast<uint8_t>(fNoise.Next());
+            for (int i = 7; i >= 0; --i) {
+                fBits.push_back(byte >> i & 1u);
+            }
+        }
+    }
+    uint32_t Take(uint32_t count) {
+        uint32_t value = 0;
+        for (uint32_t i = 0; i < count; ++i) {
+            value = value << 1 | fBits[fPosition++];
+        }
+        return value;
+    }
+    uint32_t Random(uint32_t limit) { return static_cast<uint32_t>(fNoise.Next()) % limit; }
+
+    NSLoopWriter::CNoise fNoise;
+    Bytes fBytes;
+    std::vector<uint32_t> fBits;
+    size_t fPosition = 0;
+};
+
+TEST(InputBitStream, DeliversTheBitsInAnyPieces) {
+    SRandomBits bits(3 * 4096 + 400);
+    NSPorter::CMemoryMedia media = MediaOf(bits.fBytes);
+    CInputBitStream stream(&media);
+    while (bits.fPosition + 100 < bits.fBits.size()) {
+        const uint32_t count = bits.Random(32) + 1;
+        switch (bits.Random(8)) {
+        case 0:
+            EXPECT_EQ(stream.ReadBit(), bits.Take(1));
+            break;
+        case 1:
+            stream.SkipBits(count);
+            bits.fPosition += count;
+            break;
+        case 2:
+            stream.AlignToWord();
+            bits.fPosition = (bits.fPosition + 31) / 32 * 32;
+            break;
+        default:
+            ASSERT_EQ(stream.ReadBits(count), bits.Take(count)) << "at " << bits.fPosition;
+        }
+        ASSERT_EQ(stream.GetBitsUsedInWord(), bits.fPosition % 32);
+        ASSERT_EQ(stream.GetWordsConsumed(), static_cast<int64_t>(bits.fPosition / 32));
+    }
+}
+
+TEST(InputBitStream, LoadsAWordOnlyWhenABitOfItIsNeeded) {
+    const Bytes bytes = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0};
+    NSPorter::CMemoryMedia media = MediaOf(bytes);
+    CInputBitStream stream(&media);
+    EXPECT_EQ(media.GetPosition(), 0);
+    EXPECT_EQ(stream.ReadBits(20), 0x12345u);
+    EXPECT_EQ(stream.GetWordsConsumed(), 0);
+    EXPECT_EQ(stream.ReadBits(12), 0x678u);
+    EXPECT_EQ(stream.GetWordsConsumed(), 1);
+    EXPECT_EQ(stream.ReadBits(32), 0x9ABCDEF0u);
+    EXPECT_EQ(stream.GetWordsConsumed(), 2);
+}
+
+TEST(InputBitStream, GoesOnBehindTheEndWithWhatTheBufferHolds) {
+    SRandomBits bits(4096 + 8);
+    NSPorter::CMemoryMedia media = MediaOf(bits.fBytes);
+    CInputBitStream stream(&media);
+    const std::vector<uint32_t> words = WordsOfBytes(bits.fBytes);
+    for (const uint32_t word : words) {
+        ASSERT_EQ(stream.ReadBits(32), word);
+    }
+    EXPECT_EQ(stream.ReadBits(32), words[2]); // of the buffer's first filling
+    for (const int64_t position : {0, 5}) {
+        NSPorter::CMemoryMedia empty(0, bits.fBytes.data());
+        empty.SetPosition(position);
+        CInputBitStream zeros(&empty);
+        EXPECT_EQ(zeros.ReadBits(32), 0u);
+        EXPECT_EQ(zeros.ReadBits(17), 0u);
+    }
+}
+
+TEST(OutputBitStream, WritesTheBitsInAnyPieces) {
+    SRandomBits bits(2 * 4096 + 64);
+    NSPorter::COwnedMemoryMedia media;
+    media.WriteU16(0xABCD); // the stream begins behind it
+    {
+        COutputBitStream stream(&media);
+        while (bits.fPosition < bits.fBits.size()) {
+            const uint32_t left = static_cast<uint32_t>(bits.fBits.size() - bits.fPosition);
+            const uint32_t count = std::min(left, bits.Random(32) + 1);
+            const uint32_t above = count < 32 ? 0xFFFFFFFFu << count : 0; // to be ignored
+            stream.WriteBits(count, bits.Take(count) | above);
+            ASSERT_EQ(stream.GetBitsUsedInWord(), bits.fPosition % 32);
+            ASSERT_EQ(stream.GetWordsWritten(), static_cast<int64_t>(bits.fPosition / 32));
+        }
+    }
+    ASSERT_EQ(media.GetLength(), 2 + static_cast<int64_t>(bits.fBytes.size()));
+    EXPECT_TRUE(std::equal(bits.fBytes.begin(), bits.fBytes.end(), media.GetData() + 2));
+}
+
+TEST(OutputBitStream, FlushFillsTheWordUpAndWritesOneInAnyCase) {
+    NSPorter::COwnedMemoryMedia media;
+    {
+        COutputBitStream stream(&media);
+        stream.WriteBits(3, 5);
+        stream.Flush();
+        EXPECT_EQ(Bytes(media.GetData(), media.GetData() + media.GetLength()),
+                  (Bytes{0xA0, 0, 0, 0}));
+        stream.Flush();
+        EXPECT_EQ(media.GetLength(), 8);
+    }
+    EXPECT_EQ(media.GetLength(), 12);
+    EXPECT_EQ(media.GetData()[11], 0);
+}
+
+class CFailingMedia : public NSPorter::COwnedMemoryMedia {
+    void WriteBytes(int64_t, int64_t, const uint8_t*) override {
+        throw std::runtime_error("no room");
+    }
+};
+
+TEST(OutputBitStream, DropsAFailureOfTheMediaOnlyInItsDestructor) {
+    CFailingMedia media;
+    COutputBitStream stream(&media);
+    EXPECT_THROW(stream.Flush(), std::runtime_error);
+}
+
+} // namespace
+} // namespace CodecTests

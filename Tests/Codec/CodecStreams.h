@@ -1,0 +1,71 @@
+// Streams, bit by bit, and the decoders over them, for the tests of this folder.
+#pragma once
+
+#include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
+#include "LoopLibrary/Codec/CPlainTWIPDecompressor.h"
+#include "PorterPackage/Core/CMemoryMedia.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace CodecTests {
+
+using Bytes = std::vector<uint8_t>;
+using Samples = std::vector<int32_t>;
+
+// '0' and '1' are bits, anything else is there for the eye; zeros fill the last word up.
+inline Bytes BytesOfBits(const std::string& text) {
+    std::string bits;
+    for (const char c : text) {
+        if (c == '0' || c == '1') {
+            bits += c;
+        }
+    }
+    bits.resize((bits.size() + 31) / 32 * 32, '0');
+    Bytes bytes(bits.size() / 8);
+    for (size_t i = 0; i < bits.size(); ++i) {
+        bytes[i / 8] = static_cast<uint8_t>(bytes[i / 8] << 1 | (bits[i] == '1' ? 1 : 0));
+    }
+    return bytes;
+}
+
+inline std::vector<uint32_t> WordsOfBytes(const Bytes& bytes) {
+    std::vector<uint32_t> words;
+    for (size_t i = 0; i + 4 <= bytes.size(); i += 4) {
+        words.push_back(uint32_t{bytes[i]} << 24 | uint32_t{bytes[i + 1]} << 16 |
+                        uint32_t{bytes[i + 2]} << 8 | bytes[i + 3]);
+    }
+    return words;
+}
+
+inline NSPorter::CMemoryMedia MediaOf(const Bytes& bytes) {
+    return {static_cast<int64_t>(bytes.size()), bytes.data()};
+}
+
+inline void Decompress(NSLOPDLL::COptimizedTWIPDecompressor& decoder, int32_t channels,
+                       int32_t frameCount, int16_t* out16, int32_t* out32) {
+    if (channels == 1) {
+        decoder.DecompressMono(frameCount, out16, out32);
+    } else {
+        decoder.DecompressStereo(frameCount, out16, out32);
+    }
+}
+
+inline Samples DecodeFast(const Bytes& bytes, int32_t channels, int32_t frameCount) {
+    NSPorter::CMemoryMedia media = MediaOf(bytes);
+    NSLOPDLL::COptimizedTWIPDecompressorFromMedia decoder(&media);
+    Samples samples(static_cast<size_t>(frameCount) * static_cast<size_t>(channels));
+    Decompress(decoder, channels, frameCount, nullptr, samples.data());
+    return samples;
+}
+
+inline Samples DecodePlain(const Bytes& bytes, int32_t channels, int32_t frameCount) {
+    NSPorter::CMemoryMedia media = MediaOf(bytes);
+    NSLOPDLL::CPlainTWIPDecompressor decoder(&media, channels);
+    Samples samples(static_cast<size_t>(frameCount) * static_cast<size_t>(channels));
+    decoder.Decompress(frameCount, nullptr, samples.data());
+    return samples;
+}
+
+} // namespace CodecTests
