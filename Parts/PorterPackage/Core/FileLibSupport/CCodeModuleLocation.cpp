@@ -1,0 +1,18 @@
+#include "PorterPackage/Core/FileLibSupport/CCodeModuleLocation.h"
+
+#include "PorterPackage/Core/FileLibSupport/FolderHelpers.h"
+#include "PorterPackage/Core/FileLibSupport/OwnModule.h"
+
+namespace NSPorter {
+
+CCodeModuleLocation FindCodeModule(void* systemHandle) {
+    const SOwnModulePath path = FindOwnModulePath(systemHandle);
+    const CLibrarySearchFolder searchFolder(path.fFolder);
+    const NSFileLibSupport::FileHandle file = NSFileLibSupport::MakeFileSpec(path.fPath);
+    // A module without a folder would be no place to look for companions.
+    NSFileLibSupport::GetParent(file);
+    const std::u16string name = NSFileLibSupport::GetName(*file);
+    return {file, name, name, systemHandle};
+}
+
+} // namespace NSPorter
