@@ -14,7 +14,7 @@ std::vector<uint8_t> PackSevenBit(std::span<const uint8_t> source) {
     for (size_t i = 0; i < source.size(); ++i) {
         const size_t group = i / 7 * 8;
         const size_t place = i % 7;
-        const unsigned topBit = source[i] >> 7;
+        const uint32_t topBit = uint32_t{source[i]} >> 7;
         packed[group + place] = source[i] & 0x7F;
         packed[group + 7] |= static_cast<uint8_t>(topBit << (6 - place));
     }
@@ -30,7 +30,7 @@ std::vector<uint8_t> UnpackSevenBit(std::span<const uint8_t> packed, size_t leng
     for (size_t i = 0; i < length; ++i) {
         const size_t group = i / 7 * 8;
         const size_t place = i % 7;
-        const unsigned topBit = (packed[group + 7] >> (6 - place)) & 1U;
+        const uint32_t topBit = (uint32_t{packed[group + 7]} >> (6 - place)) & 1;
         bytes[i] = static_cast<uint8_t>((packed[group + place] & 0x7F) | (topBit << 7));
     }
     return bytes;
