@@ -40,9 +40,9 @@ struct SStoredText {
     EForm fForm = EForm::kShortest;
     SStoredVersion fLongFormVersion{1};
     /// The encoded bytes in the place of those of `fText`, whatever the form.
-    std::optional<std::vector<uint8_t>> fRawBytes;
+    std::optional<std::vector<uint8_t>> fRawBytes = std::nullopt;
     /// The count in the place of the true one.
-    std::optional<uint32_t> fRawCount;
+    std::optional<uint32_t> fRawCount = std::nullopt;
 };
 
 /// Write a field at the cursor.

@@ -1,0 +1,185 @@
+#include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
+#include "LoopWriter/DrumFiles.h"
+#include "PorterPackage/Core/CIFFFileReader.h"
+#include "PorterPackage/Core/CMemoryMedia.h"
+#include "PorterPackage/Core/COwnedMemoryMedia.h"
+#include "Tests/LoopWriter/Layout.h"
+
+#include <gtest/gtest.h>
+
+namespace LoopWriterTests {
+namespace {
+
+using namespace NSLoopWriter;
+using NSPorter::FourCharID;
+
+TEST(LOP2File, MinimalFileByteForByte) {
+    SLOP2File file;
+    file.fLeft = {0};
+    EXPECT_EQ(WriteLOP2(file),
+              Layout("'CAT ' 000000EE 'LOP2'"
+                     "'HEAD' 0000001D 490CF18D BC02000000"
+                     " 00000000000000000000000000000000 00000000 00"
+                     "'GLOB' 00000016 00000001 0001 00 04 04 63 0000 03E8 0000"
+                     " 0001D4C0 01 00"
+                     "'TESL' 0000000F BC02000000 01 0A 00000000 00000000 00"
+                     "'CAT ' 00000040 'DEVL'"
+                     "'TRSH' 00000007 00 0000 03FF 0000 00"
+                     "'EQ  ' 00000011 00 000F 012C 0000 03E8 0FA0 0000 03E8 4E20 00"
+                     "'COMP' 00000009 00 007F 0000 0000 012C 00"
+                     "'CAT ' 00000018 'SLCL'"
+                     "'SLCE' 0000000B 00000000 00000000 7FFF 00 00"
+                     "'SINF' 00000012 01 03 0000AC44 00000001 00000000 00000001"
+                     "'SDAT' 00000004 80000000"));
+}
+
+TEST(LOP2File, EveryFieldGoesToItsPlace) {
+    SLOP2File file;
+    file.fHead = {0x01020304, {1, 2, 3}, {0xAA, 0xBB}, {u"hi"}};
+    file.fCreatorInfo = {{{{u"a"}, {}, {u"\u20AC"}, {}, {u"\u0414"}}}};
+    file.fGeneralInfo = {0x01020304, 0x0506, 7, 8, 9, 10, 0x0B0C, 0x0D0E, -2, 0x11121314, 15, 16};
+    file.fTesselInfo = {{3, 1}, 2, 12, -2, 0x01020304};
+    file.fTesselExtraInfo = {{1}, 0x01020304, 5, 6, 7, 0x08090A0B, 0x0C0D0E0F, 16};
+    file.fTransientShaper = {1, 0x0203, 0x0405, 0x0607};
+    file.fEqualizer = {1, 0x0203, 0x0405, -2, 0x0607, 0x0809, -3, 0x0A0B, 0x0C0D};
+    file.fCompressor = {1, 0x0203, 0x0405, 0x0607, 0x0809};
+    file.fSlices = {{}, {0x01020304, 0x05060708, -2, 9}};
+    file.fSampleInfo = {2, 7, 0x01020304, -2, -3, -4};
+    file.fRawStream = Bytes{1, 2, 3};
+    SIFFChunk root = BuildLOP2Chunks(file);
+    const std::pair<uint32_t, const char*> layouts[] = {
+        {FourCharID("HEAD"), "01020304 BC01020300 AABB0000000000000000000000000000 00000002 'hi'"},
+        {FourCharID("CREI"), "00000001 'a' 00000000 00000001 80 00000000"
+                             " FFFFFFFF BC01000000 00000002 D094"},
+        {FourCharID("GLOB"), "01020304 0506 07 08 09 0A 0B0C 0D0E FFFE 11121314 0F 10"},
+        {FourCharID("TESL"), "BC03010000 02 0C FFFFFFFE 01020304"},
+        {FourCharID("TSLX"), "BC01000000 01020304 05 06 07 08090A0B 0C0D0E0F 10"},
+        {FourCharID("TRSH"), "01 0203 0405 0607"},
+        {FourCharID("EQ  "), "01 0203 0405 FFFE 0607 0809 FFFD 0A0B 0C0D"},
+        {FourCharID("COMP"), "01 0203 0405 0607 0809"},
+        {FourCharID("SINF"), "02 07 01020304 FFFFFFFE FFFFFFFD FFFFFFFC"},
+        {FourCharID("SDAT"), "010203"},
+    };
+    for (const auto& [id, layout] : layouts) {
+        EXPECT_EQ(FindChunk(root, id).fBody, Layout(layout)) << layout;
+    }
+    EXPECT_EQ(FindChunk(root, FourCharID("SLCL")).fChildren[1].fBody,
+              Layout("01020304 05060708 FFFE 09"));
+}
+
+TEST(StoredFields, FormsAndRawValues) {
+    using EForm = SStoredVersion::EForm;
+    const std::pair<SStoredVersion, const char*> versions[] = {
+        {{255}, "BC FFFFFFFF 000000FF 00000000 00000000 00000004 00000000 00000000"},
+        {{1, 2, 3, 5, 6, 7}, "BC FFFFFFFF 00000001 00000002 00000003 00000005 00000006 00000007"},
+        {{.fMajor = 255, .fForm = EForm::kShort, .fMark = 1, .fShortLastByte = 9},
+         "01 FF 00 00 09"},
+    };
+    for (const auto& [version, layout] : versions) {
+        NSPorter::COwnedMemoryMedia media;
+        WriteStoredVersion(media, version);
+        EXPECT_EQ(Bytes(media.GetData(), media.GetData() + media.GetLength()), Layout(layout));
+    }
+    SStoredText plain{u"x\u0414", SStoredText::EForm::kPlain};
+    SStoredText raw{u"xy", SStoredText::EForm::kLong};
+    raw.fLongFormVersion.fMajor = 2;
+    raw.fRawBytes = Bytes{0xFE};
+    raw.fRawCount = 0x01020304;
+    NSPorter::COwnedMemoryMedia media;
+    WriteStoredText(media, plain);
+    WriteStoredText(media, raw);
+    EXPECT_EQ(Bytes(media.GetData(), media.GetData() + media.GetLength()),
+              Layout("00000002 'x?' FFFFFFFF BC02000000 01020304 FE"));
+}
+
+// The ids of the top level as the reader finds them, with sizes.
+std::string TopLevel(const Bytes& bytes) {
+    NSPorter::CMemoryMedia media(static_cast<int64_t>(bytes.size()), bytes.data());
+    NSPorter::CIFFFileReader reader(&media, 0);
+    reader.EnterCat(FourCharID("LOP2"));
+    std::string text;
+    for (bool more = reader.EnterFirstChild(); more; more = reader.EnterNextSibling()) {
+        for (int shift = 24; shift >= 0; shift -= 8) {
+            text += static_cast<char>(reader.GetHeader().fID >> shift);
+        }
+        text += std::to_string(reader.GetDataSize()) + ' ';
+    }
+    return text;
+}
+
+TEST(LOP2File, EditsChangeTheLayout) {
+    const std::pair<ChunkEdit, const char*> edits[] = {
+        {{}, "HEAD29 GLOB22 TESL15 DEVL60 SLCL20 SINF18 SDAT16 "},
+        {[](SIFFChunk& root) { LeaveOutChunk(root, FourCharID("EQ  ")); },
+         "HEAD29 GLOB22 TESL15 DEVL34 SLCL20 SINF18 SDAT16 "},
+        {[](SIFFChunk& root) { DuplicateChunk(root, FourCharID("SLCE")); },
+         "HEAD29 GLOB22 TESL15 DEVL60 SLCL40 SINF18 SDAT16 "},
+        {[](SIFFChunk& root) {
+             MoveChunk(root, FourCharID("SDAT"), 1);
+             MoveChunk(root, FourCharID("HEAD"), 99);
+         },
+         "SDAT16 GLOB22 TESL15 DEVL60 SLCL20 SINF18 HEAD29 "},
+        {[](SIFFChunk& root) {
+             TruncateChunk(root, FourCharID("SDAT"), 3);
+             InsertChunk(root, FourCharID("LOP2"), 1, MakeSimpleChunk(FourCharID("JUNK"), {1}));
+             InsertChunk(root, FourCharID("SLCL"), 0,
+                         MakeGroup(SIFFChunk::EKind::kList, FourCharID("SLCE"), {}));
+         },
+         "HEAD29 JUNK1 GLOB22 TESL15 DEVL60 SLCL32 SINF18 SDAT3 "},
+    };
+    for (const auto& [edit, layout] : edits) {
+        SLOP2File file;
+        file.fRawStream = Bytes(16);
+        file.fEdit = edit;
+        EXPECT_EQ(TopLevel(WriteLOP2(file)), layout);
+    }
+    SLOP2File file;
+    file.fEdit = [](SIFFChunk& root) { LeaveOutChunk(root, FourCharID("NONE")); };
+    EXPECT_THROW(WriteLOP2(file), std::out_of_range);
+}
+
+TEST(LOP2File, StatedSizesReplaceTheTrueOnesAndNothingElse) {
+    SLOP2File file;
+    const Bytes plain = WriteLOP2(file);
+    file.fEdit = [](SIFFChunk& root) {
+        root.fStoredSize = 0x01020304;
+        FindChunk(root, FourCharID("COMP")).fStoredSize = 0x05060708;
+        FindChunk(root, FourCharID("SDAT")).fStoredSize = 0x090A0B0C;
+    };
+    file.fTrailingBytes = {7};
+    Bytes expected = plain;
+    const Bytes sizes = Layout("01020304 05060708 090A0B0C 'COMP' 'SDAT'");
+    std::copy_n(sizes.begin(), 4, expected.begin() + 4);
+    for (int i = 0; i < 2; ++i) {
+        const auto id = std::search(expected.begin(), expected.end(), sizes.begin() + 12 + 4 * i,
+                                    sizes.begin() + 16 + 4 * i);
+        std::copy_n(sizes.begin() + 4 + 4 * i, 4, id + 4);
+    }
+    expected.push_back(7);
+    EXPECT_EQ(WriteLOP2(file), expected);
+}
+
+TEST(LOP2File, DrumLoopComesBackThroughTheReader) {
+    const SDrumLoopOptions options{.fSampleRate = 22050, .fBitDepth = 24, .fStereo = true};
+    const SLOP2File file = MakeDrumLOP2(options);
+    const Bytes bytes = WriteLOP2(file);
+    NSPorter::CMemoryMedia media(static_cast<int64_t>(bytes.size()), bytes.data());
+    NSPorter::CIFFFileReader reader(&media, 0);
+    reader.EnterCat(FourCharID("LOP2"));
+    reader.EnterChunk(FourCharID("SINF"));
+    Bytes info(18);
+    reader.ReadData(info.data());
+    EXPECT_EQ(info, Layout("02 05 00005622 0000AC40 00000000 0000AC40")); // 44096 frames
+    reader.Leave();
+    reader.EnterChunk(FourCharID("SDAT"));
+    NSLOPDLL::COptimizedTWIPDecompressorFromMedia decoder(reader.GetMedia());
+    std::vector<int32_t> frames(file.fLeft.size() * 2);
+    decoder.DecompressStereo(static_cast<int32_t>(file.fLeft.size()), nullptr, frames.data());
+    for (size_t i = 0; i < file.fLeft.size(); ++i) {
+        ASSERT_EQ(frames[2 * i], file.fLeft[i]);
+        ASSERT_EQ(frames[2 * i + 1], file.fRight[i]);
+    }
+}
+
+} // namespace
+} // namespace LoopWriterTests
