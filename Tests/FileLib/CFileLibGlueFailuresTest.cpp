@@ -1,0 +1,184 @@
+#include "FileLib/Source/FileLibFailures.h"
+
+#include "Failure/FailureQuestions.h"
+#include "Failure/ObjectTypeWords.h"
+#include "Failure/PartKeys.h"
+#include "Failure/Raise.h"
+#include "Failure/RaisingSteps.h"
+#include "Failure/XClasses.h"
+#include "FileLib/Source/ByteStreamNumbers.h"
+#include "FileLib/Source/FileLibAccess.h"
+#include "FileLib/Source/GlueGuard.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <vector>
+
+namespace NSFileLibInternals {
+
+namespace {
+
+using namespace NSFileLib;
+using namespace NSLichen;
+
+template <class TBody>
+int32_t Guarded(const TBody& body) {
+    return RunGuarded(kFileLibStatus_OK, body);
+}
+
+// Bytes in memory, with a status of the client's own once it is set.
+class CClientStream : public IByteReader, public IByteWriter {
+public:
+    int32_t Read(int64_t position, int64_t count, uint8_t* buffer) override {
+        for (int64_t i = 0; i < count; ++i) {
+            buffer[i] = fBytes.at(static_cast<size_t>(position + i));
+        }
+        return fStatus;
+    }
+    int32_t Write(int64_t position, int64_t count, const uint8_t* source) override {
+        fBytes.resize(static_cast<size_t>(position + count));
+        std::copy(source, source + count, fBytes.begin() + position);
+        return fStatus;
+    }
+    int32_t GetSize(int64_t* size) override {
+        *size = static_cast<int64_t>(fBytes.size());
+        return fStatus;
+    }
+
+    std::vector<uint8_t> fBytes;
+    int32_t fStatus = kByteStreamStatus_OK;
+};
+
+} // namespace
+
+TEST(CFileLibGlueFailures, EveryRowOfTheMapGivesItsStatusAndComesBack) {
+    const struct {
+        int32_t fCode;
+        CFixedName fType;
+        int32_t fStatus;
+    } rows[] = {{16, {}, 5001},
+                {11, {}, 5002},
+                {15, {}, 5003},
+                {14, {}, 5004},
+                {9, {}, 5005},
+                {27, DiskWord(), 5006},
+                {29, {}, 5007},
+                {37, {}, 5010},
+                {39, {}, 5011},
+                {36, {}, 5012},
+                {25, {}, 5013},
+                {26, {}, 5014},
+                {22, {}, 5015},
+                {21, {}, 5016},
+                {33, ReferenceWord(), 5018},
+                {33, {}, 5017},
+                {34, {}, 5020},
+                {28, FileHandleWord(), 5021},
+                {17, {}, 5023},
+                {41, {}, 100000 + 0x290000BA},
+                {20, FileHandleWord(), 5022}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.fStatus);
+        try {
+            ThrowIfFileLibError(row.fStatus);
+            ADD_FAILURE();
+        } catch (const std::exception& exception) {
+            EXPECT_EQ(ClassifyException(&exception).fCode, row.fCode);
+            const CFailureValue type =
+                GetPartValue(GetExceptionBody(exception), TargetObjectTypeKey());
+            EXPECT_EQ(type,
+                      row.fType.IsEmpty() ? CFailureValue() : CFailureValue::FromWord(row.fType));
+            EXPECT_EQ(CurrentExceptionStatus(), row.fStatus);
+        }
+    }
+    ThrowIfFileLibError(kFileLibStatus_OK);
+    ThrowIfByteStreamError(kByteStreamStatus_OK);
+}
+
+TEST(CFileLibGlueFailures, AnyTargetTakesTheRowWithoutOne) {
+    EXPECT_EQ(Guarded([] { Raise(XOutOfSpace("")); }), 5006);
+    EXPECT_EQ(Guarded([] { RaiseWithTarget(XOutOfSpace(""), DiskWord()); }), 5006);
+    EXPECT_EQ(Guarded([] { RaiseWithTarget(XResolve(""), PathWord()); }), 5017);
+    EXPECT_EQ(Guarded([] { RaiseWithTarget(XOutOfItems(""), ItemWord()); }), 5021);
+    EXPECT_EQ(Guarded([] { RaiseWithTarget(XAbort(""), FileWord()); }), 100000 + 0x290109BA);
+    EXPECT_THROW(ThrowIfFileLibError(5019), XNotFound);
+    EXPECT_THROW(ThrowIfFileLibError(4999), NSLichenDetails::XStdException);
+}
+
+TEST(CFileLibGlueFailures, NothingLeavesTheGuardButAStatus) {
+    EXPECT_EQ(Guarded([] {}), 5000);
+    EXPECT_EQ(Guarded([] { throw 5; }), 5023);
+    EXPECT_EQ(Guarded([] { throw std::bad_alloc(); }), 5001);
+    // A chain that names no failure cannot be encoded.
+    EXPECT_EQ(Guarded([] {
+                  CExceptionBodyMixin body{CFailureSite()};
+                  body.fItems.emplace_back();
+                  throw XOpen(body, "");
+              }),
+              5023);
+    EXPECT_EQ(GetCurrentExceptionCode(CFailureSite()), 5023);
+}
+
+TEST(CFileLibGlueFailures, AClientsStatusGoesThroughUnchanged) {
+    CClientStream stream;
+    for (const int32_t status : {100077, 100000 + 0x160109BA, -2}) {
+        stream.fBytes = {1, 2, 3, 4};
+        stream.fStatus = status;
+        int64_t position = 0;
+        EXPECT_EQ(Guarded([&] { ReadU32(stream, position); }), status);
+        EXPECT_EQ(Guarded([&] { WriteU8(stream, position, 9); }), status);
+        EXPECT_EQ(position, 0);
+    }
+    stream.fStatus = 5013;
+    int64_t position = 0;
+    EXPECT_THROW(ReadU8(stream, position), XRead);
+}
+
+TEST(CFileLibGlueFailures, NumbersAreBigEndianAtAMovingPosition) {
+    CClientStream stream;
+    int64_t position = 0;
+    WriteU32(stream, position, 0x81020304u);
+    WriteU8(stream, position, 0xFE);
+    EXPECT_EQ(stream.fBytes, (std::vector<uint8_t>{0x81, 2, 3, 4, 0xFE}));
+    position = 0;
+    EXPECT_EQ(ReadU32(stream, position), 0x81020304u);
+    EXPECT_EQ(ReadU8(stream, position), 0xFE);
+    EXPECT_EQ(position, 5);
+}
+
+TEST(CFileLibGlueFailures, OnlyOneNameOpensTheLibrary) {
+    const struct {
+        const char* fName;
+        int32_t fStatus;
+    } rows[] = {
+        {"IFileLib", 5000}, {"IFileLibX", 5016}, {"ifilelib", 5016}, {"", 5002}, {nullptr, 5003}};
+    for (const auto& row : rows) {
+        int32_t status = 0;
+        const std::unique_ptr<IFileLib> fileLib(OpenFileLibByName(row.fName, &status));
+        EXPECT_EQ(status, row.fStatus);
+        EXPECT_EQ(fileLib != nullptr, status == 5000);
+    }
+    EXPECT_EQ(OpenFileLibByName(kFileLibName, nullptr), nullptr);
+    try {
+        StartFileLib("IFileLibX");
+        ADD_FAILURE();
+    } catch (const XOpen& exception) {
+        EXPECT_STREQ(exception.what(), "Failed to open File support library");
+        EXPECT_TRUE(HasTargetObjectType(exception, DllWord()));
+    }
+}
+
+TEST(CFileLibGlueFailures, TheSingletonIsMadeOnFirstUse) {
+    IFileLib* const fileLib = GetFileLibSingleton();
+    EXPECT_EQ(fileLib, GetFileLibSingleton());
+    EXPECT_EQ(fileLib->IsValid(), 1);
+    ReleaseFileLibSingleton();
+    EXPECT_NE(GetFileLibSingleton(), nullptr);
+    ReleaseFileLibSingleton();
+    ReleaseFileLibSingleton();
+}
+
+} // namespace NSFileLibInternals
