@@ -1,0 +1,49 @@
+#pragma once
+
+#include "LoopLibrary/Render/CABCWaveSample.h"
+#include "LoopLibrary/Render/CBlockBuffers.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+namespace NSLOPDLL {
+
+// A sequence of integers that is the same everywhere.
+class CTestNoise {
+public:
+    explicit CTestNoise(uint32_t seed) : fState(seed) {}
+
+    uint32_t Next() {
+        fState = fState * 1664525U + 1013904223U;
+        return fState >> 8;
+    }
+    int32_t Within(int32_t least, int32_t most) {
+        return least + static_cast<int32_t>(Next() % static_cast<uint32_t>(most - least + 1));
+    }
+
+private:
+    uint32_t fState;
+};
+
+inline std::unique_ptr<CABCWaveSample> MakeNoiseSample(uint32_t rate, int32_t frames, bool stereo,
+                                                       uint32_t depth, uint32_t seed = 1) {
+    auto sample = CreateWaveSample(rate, static_cast<uint32_t>(frames), stereo, depth);
+    CTestNoise noise(seed);
+    for (int32_t channel = 1; channel <= (stereo ? 2 : 1); ++channel) {
+        for (int32_t frame = 0; frame < frames; ++frame) {
+            sample->Set24BitSample(frame, noise.Within(-8388608, 8388607), channel);
+        }
+    }
+    return sample;
+}
+
+struct CTestBlock {
+    alignas(32) std::array<float, kBlockFrames> fLeft{};
+    alignas(32) std::array<float, kBlockFrames> fRight{};
+
+    CBlockBuffers Buffers() { return {fLeft.data(), fRight.data()}; }
+    friend bool operator==(const CTestBlock&, const CTestBlock&) = default;
+};
+
+} // namespace NSLOPDLL
