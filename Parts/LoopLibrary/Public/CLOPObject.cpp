@@ -1,0 +1,136 @@
+#include "LoopLibrary/Public/CLOPObject.h"
+
+#include "Failure/ObjectTypeWords.h"
+#include "Failure/Raise.h"
+#include "Failure/XClasses.h"
+#include "LoopLibrary/File/CLOP2CreatorInfoChunk.h"
+#include "LoopLibrary/File/CTesselFile.h"
+#include "LoopLibrary/Public/CreatorText.h"
+#include "LoopLibrary/Render/CABCWaveSample.h"
+#include "LoopLibrary/Render/CExporter.h"
+#include "LoopLibrary/Render/CSliceSequence.h"
+#include "PorterPackage/Core/CMedia.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace NSLOPDLL {
+
+CLOPObject::CLOPObject(NSPorter::CMedia* media, std::unique_ptr<CABCWaveSample>& waveSample)
+    : fSequencer(waveSample.get()) {
+    // Slice levels are measured on the peaks, so they come ahead of the slices.
+    waveSample->CreatePreview();
+    fSliceSequence = std::make_unique<CSliceSequence>(waveSample.get());
+    fSequencer.SetSliceSequence(fSliceSequence.get());
+
+    CTesselFile file(media);
+    file.ReadSlices(*fSliceSequence);
+    file.ReadSequencerSettings(fSequencer);
+    file.ReadEditSettings(fEditSettings);
+    file.GetFileInfo(fFileInfo);
+    if (file.GetKind() == kFileKind_LOP2) {
+        fCreatorInfo = file.ReadCreatorInfo();
+    }
+    if (fSequencer.GetBars() == 0 && fSequencer.GetBeats() == 0) {
+        NSLichen::RaiseWithTarget(NSLichen::XFormatViolation("zero loop length"),
+                                  NSLichen::LopFileWord());
+    }
+
+    // Whatever the file says, a loop follows the tempo.
+    fSequencer.SetTempoSync(true);
+    fSequencer.RebuildSliceTable();
+    fSequencer.ResetRender();
+
+    fExporter = std::make_unique<CExporter>(fSequencer, fEditSettings.fSplitIntoSlices, false);
+    fHasSlices = fExporter->GetItemCount() > 0;
+    fWaveSample = std::move(waveSample);
+}
+
+CLOPObject::~CLOPObject() {
+    fExporter.reset();
+    fSliceSequence.reset();
+    fWaveSample.reset();
+    fCreatorInfo.reset();
+}
+
+bool CLOPObject::IsStereo() const {
+    return fWaveSample->IsStereo();
+}
+
+void CLOPObject::GetCreatorInfo(LOPCreatorInfo& record) const {
+    CopyCreatorText(fCreatorInfo->GetText1(), record.fText1);
+    CopyCreatorText(fCreatorInfo->GetText2(), record.fText2);
+    CopyCreatorText(fCreatorInfo->GetText3(), record.fText3);
+    CopyCreatorText(fCreatorInfo->GetText4(), record.fText4);
+    CopyCreatorText(fCreatorInfo->GetText5(), record.fText5);
+}
+
+void CLOPObject::SetOutputSampleRate(int32_t rate) {
+    // What can run out of memory comes ahead of any change.
+    COutputRateTables previewTables = CTesselSequencer::PrepareOutputRate(rate);
+    COutputRateTables exportTables = CTesselSequencer::PrepareOutputRate(rate);
+    fSequencer.CommitOutputRate(std::move(previewTables));
+    fExporter->CommitOutputRate(std::move(exportTables));
+}
+
+void CLOPObject::SetPreviewTempo(int32_t tempo) {
+    fSequencer.SetTempo(tempo);
+}
+
+bool CLOPObject::StartPreview() {
+    if (fPreviewRunning.exchange(true)) {
+        return false;
+    }
+    // A preview without slices counts as running and is silent.
+    if (fHasSlices && fSequencer.HasSlices()) {
+        fSequencer.RequestStop();
+        fSequencer.MoveToLoopStart();
+        fSequencer.Start();
+    }
+    return true;
+}
+
+bool CLOPObject::StopPreview() {
+    if (!fPreviewRunning.exchange(false)) {
+        return false;
+    }
+    if (fHasSlices && fSequencer.HasSlices()) {
+        fSequencer.RequestStop();
+    }
+    return true;
+}
+
+void CLOPObject::RenderPreviewBatch(int32_t frameCount, const LOPRenderBuffers& buffers) noexcept {
+    const bool busy = fRendering.exchange(true, std::memory_order_acquire);
+    if (busy || !fHasSlices) {
+        std::fill_n(buffers.fLeft, frameCount, 0.0f);
+        if (buffers.fRight != nullptr) {
+            std::fill_n(buffers.fRight, frameCount, 0.0f);
+        }
+    } else {
+        RenderPreviewBlocks(frameCount, buffers);
+    }
+    if (!busy) {
+        fRendering.store(false, std::memory_order_release);
+    }
+}
+
+void CLOPObject::RenderPreviewBlocks(int32_t frameCount, const LOPRenderBuffers& buffers) noexcept {
+    float left[kBlockFrames];
+    float right[kBlockFrames];
+    for (int32_t done = 0; done < frameCount;) {
+        const int32_t count = std::min(kBlockFrames, frameCount - done);
+        fSequencer.Render({left, right}, count);
+        if (buffers.fRight != nullptr) {
+            std::copy_n(left, count, buffers.fLeft + done);
+            std::copy_n(right, count, buffers.fRight + done);
+        } else {
+            for (int32_t i = 0; i < count; ++i) {
+                buffers.fLeft[done + i] = (left[i] + right[i]) * 0.5f;
+            }
+        }
+        done += count;
+    }
+}
+
+} // namespace NSLOPDLL

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "LoopLibrary/File/CTesselEditSettings.h"
+#include "LoopLibrary/File/CTesselFileInfo.h"
+#include "LoopLibrary/Public/LoopLibrary.h"
+#include "LoopLibrary/Render/CTesselSequencer.h"
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+
+namespace NSPorter {
+class CMedia;
+}
+
+namespace NSLOPDLL {
+
+class CABCWaveSample;
+class CExporter;
+class CLOP2CreatorInfoChunk;
+class CSliceSequence;
+
+// One open loop: what a handle stands for. Built once from a file's media and its decoded audio,
+// and complete from then on; holds no reference to the media.
+//
+// Threads: RenderPreviewBatch belongs to one render thread. The preview's control operations may
+// run beside it. The rest is read-only but for the exporter, which one thread at a time may use.
+class CLOPObject {
+public:
+    // Takes `waveSample` over at the very end; when the constructor raises, the caller still owns
+    // it. Raises what the file reader raises, and XFormatViolation "zero loop length" for a loop of
+    // 0 bars and 0 beats.
+    CLOPObject(NSPorter::CMedia* media, std::unique_ptr<CABCWaveSample>& waveSample);
+    virtual ~CLOPObject();
+    CLOPObject(const CLOPObject&) = delete;
+    CLOPObject& operator=(const CLOPObject&) = delete;
+
+    const CTesselFileInfo& GetFileInfo() const { return fFileInfo; }
+    const CTesselSequencer& GetSequencer() const { return fSequencer; }
+    CExporter& GetExporter() { return *fExporter; }
+    bool IsStereo() const;
+
+    bool HasCreatorInfo() const { return fCreatorInfo != nullptr; }
+    // Only when HasCreatorInfo. Fills the texts in order; one that is no Unicode raises
+    // XFormatViolation and leaves those before it filled.
+    void GetCreatorInfo(LOPCreatorInfo& record) const;
+
+    bool IsPreviewRunning() const { return fPreviewRunning.load(std::memory_order_relaxed); }
+
+    // `rate` within the limits, the preview stopped. Changes the preview's and the exporter's rate,
+    // or neither.
+    void SetOutputSampleRate(int32_t rate);
+    // `tempo` within the limits. Of the preview alone: the exporter keeps the file's tempo.
+    void SetPreviewTempo(int32_t tempo);
+    // Each answers false, and does nothing, when the preview ran already or did not run.
+    bool StartPreview();
+    bool StopPreview();
+
+    // `frameCount` frames into fLeft and fRight, or the mean of both into fLeft when fRight is
+    // null. Real-time safe. A call beside another one on the same loop gets silence.
+    void RenderPreviewBatch(int32_t frameCount, const LOPRenderBuffers& buffers) noexcept;
+
+private:
+    void RenderPreviewBlocks(int32_t frameCount, const LOPRenderBuffers& buffers) noexcept;
+
+    std::unique_ptr<CABCWaveSample> fWaveSample; // set last: ownership passes with it
+    std::unique_ptr<CSliceSequence> fSliceSequence;
+    CTesselSequencer fSequencer; // refers to the two above
+    CTesselEditSettings fEditSettings;
+    CTesselFileInfo fFileInfo;
+    std::unique_ptr<CLOP2CreatorInfoChunk> fCreatorInfo;
+    std::unique_ptr<CExporter> fExporter;
+    bool fHasSlices = false;
+    std::atomic<bool> fPreviewRunning{false};
+    std::atomic<bool> fRendering{false};
+};
+
+} // namespace NSLOPDLL

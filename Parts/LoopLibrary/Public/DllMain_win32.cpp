@@ -1,0 +1,60 @@
+#include "LoopLibrary/Public/CInsideLibrary.h"
+#include "LoopLibrary/Public/PlatformVersion.h"
+#include "LoopLibrary/Public/SystemHandle.h"
+#include "LoopLibrary/Public/ThreadSlot_win32.h"
+
+#include <windows.h>
+
+namespace NSLOPDLL {
+
+namespace {
+
+void* gSystemHandle = nullptr;
+
+bool IsThisWindowsSupported() noexcept {
+    OSVERSIONINFOEXW version{};
+    version.dwOSVersionInfoSize = sizeof version;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+    const BOOL known = GetVersionExW(reinterpret_cast<OSVERSIONINFOW*>(&version));
+#pragma GCC diagnostic pop
+    if (known == 0) {
+        return false;
+    }
+    SYSTEM_INFO system{};
+    GetSystemInfo(&system);
+    return IsSupportedWindows({version.dwMajorVersion, version.dwMinorVersion,
+                               version.wServicePackMajor,
+                               version.wProductType == VER_NT_WORKSTATION,
+                               system.wProcessorArchitecture == PROCESSOR_ARCHITECTURE_AMD64});
+}
+
+} // namespace
+
+void* GetSystemHandle() noexcept {
+    return gSystemHandle;
+}
+
+} // namespace NSLOPDLL
+
+// Runs under the loader's lock: it loads nothing, waits for nothing and throws nothing.
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID);
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserved*/) {
+    using namespace NSLOPDLL;
+    gSystemHandle = instance;
+    if (reason == DLL_PROCESS_ATTACH) {
+        AllocateThreadSlot();
+    }
+    BOOL answer = TRUE;
+    {
+        const CInsideLibrary inside;
+        if (reason == DLL_PROCESS_ATTACH && !IsThisWindowsSupported()) {
+            answer = FALSE;
+        }
+    }
+    if (reason == DLL_PROCESS_DETACH) {
+        FreeThreadSlot();
+    }
+    return answer;
+}

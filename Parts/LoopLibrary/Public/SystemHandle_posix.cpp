@@ -1,0 +1,9 @@
+#include "LoopLibrary/Public/SystemHandle.h"
+
+namespace NSLOPDLL {
+
+void* GetSystemHandle() noexcept {
+    return nullptr;
+}
+
+} // namespace NSLOPDLL
