@@ -1,0 +1,30 @@
+# What a host needs: the library, its one header, the pkg-config file and the CMake package.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+install(TARGETS LoopLibrary EXPORT LoopLibraryTargets
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(EXPORT LoopLibraryTargets NAMESPACE LoopLibrary::
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/LoopLibrary)
+configure_package_config_file(
+    Packaging/LoopLibraryConfig.cmake.in ${PROJECT_BINARY_DIR}/LoopLibraryConfig.cmake
+    INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/LoopLibrary)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/LoopLibraryConfigVersion.cmake
+                                 COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/LoopLibraryConfig.cmake
+              ${PROJECT_BINARY_DIR}/LoopLibraryConfigVersion.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/LoopLibrary)
+
+cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}
+           OUTPUT_VARIABLE LOOP_PC_LIBDIR)
+cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_INCLUDEDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}
+           OUTPUT_VARIABLE LOOP_PC_INCLUDEDIR)
+configure_file(Packaging/looplibrary.pc.in ${PROJECT_BINARY_DIR}/looplibrary.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/looplibrary.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+if(WIN32)
+    install(FILES Packaging/LoopLibrary.def DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endif()
