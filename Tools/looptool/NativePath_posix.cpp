@@ -1,0 +1,19 @@
+#include "looptool/NativePath.h"
+
+#include "FileLib/Source/Win/PosixNameCodec.h"
+#include "looptool/ToolFailure.h"
+
+#include <filesystem>
+
+namespace NSLoopTool {
+
+std::u16string NativePathOfArgument(const std::string& argument) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(argument, error);
+    if (error) {
+        throw CToolFailure(argument + ": " + error.message());
+    }
+    return NSFileLibInternals::NativeFromPosix(absolute.native());
+}
+
+} // namespace NSLoopTool

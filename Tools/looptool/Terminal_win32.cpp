@@ -1,0 +1,16 @@
+#include "looptool/Terminal.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+namespace NSLoopTool {
+
+bool IsTerminal(std::FILE* stream) {
+    return _isatty(_fileno(stream)) != 0;
+}
+
+void MakeStandardOutputBinary() {
+    _setmode(_fileno(stdout), _O_BINARY);
+}
+
+} // namespace NSLoopTool
