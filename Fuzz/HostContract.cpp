@@ -1,0 +1,226 @@
+#include "Fuzz/HostContract.h"
+
+#include "Fuzz/Promise.h"
+#include "LoopLibrary/Public/LoopLibrary.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+// Longer slices are asked about but not rendered, so that an input stays quick.
+constexpr int32_t kLongestSlice = 2000000;
+constexpr int kMostCalls = 24;
+constexpr int32_t kMostBatchFrames = 4096;
+
+class CLibrary {
+public:
+    CLibrary() { PROMISE(LOPInitializeDLL() == kLOPResult_OK); }
+    ~CLibrary() { LOPUninitializeDLL(); }
+};
+
+struct SProgress {
+    int32_t fLast = -1;
+    uint32_t fReports = 0;
+    uint32_t fStopAt = 0; // 0: never
+    bool fMayWander = false;
+};
+
+extern "C" int32_t CheckProgress(int32_t percent, void* user) {
+    auto& progress = *static_cast<SProgress*>(user);
+    if (!progress.fMayWander) {
+        PROMISE(percent >= progress.fLast && percent >= 0 && percent <= 100);
+    }
+    progress.fLast = percent;
+    return ++progress.fReports == progress.fStopAt ? 1 : 0;
+}
+
+bool IsLoadResult(LOPResult result) {
+    switch (result) {
+    case kLOPResult_OK:
+    case kLOPResult_Aborted:
+    case kLOPResult_OutOfMemory:
+    case kLOPResult_FileCorrupt:
+    case kLOPResult_FileTooNew:
+    case kLOPResult_ZeroLoopLength:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void CheckSamples(const float* samples, int32_t count) {
+    for (int32_t i = 0; i < count; ++i) {
+        PROMISE(std::isfinite(samples[i]) && samples[i] >= -1.0f && samples[i] <= 1.0f);
+    }
+}
+
+// A plane with a word of known content behind its last frame.
+class CGuardedPlane {
+public:
+    explicit CGuardedPlane(int32_t frames)
+        : fFrames(frames),
+          fSamples(static_cast<float*>(std::malloc((static_cast<size_t>(frames) + 1) * 4))) {
+        PROMISE(fSamples != nullptr);
+        std::fill_n(fSamples, frames + 1, 77.0f);
+    }
+    ~CGuardedPlane() {
+        PROMISE(fSamples[fFrames] == 77.0f);
+        std::free(fSamples);
+    }
+    CGuardedPlane(const CGuardedPlane&) = delete;
+    CGuardedPlane& operator=(const CGuardedPlane&) = delete;
+
+    float* Get() { return fSamples; }
+
+private:
+    const int32_t fFrames;
+    float* const fSamples;
+};
+
+void CheckSlice(LOPHandle loop, int32_t slice, bool stereo, int32_t spare) {
+    LOPSliceInfo info{};
+    PROMISE(LOPGetSliceInfo(loop, slice, sizeof info, &info) == kLOPResult_OK);
+    PROMISE(info.fFrameCount >= 0 && info.fPPQPosition >= 0);
+    CGuardedPlane tooShort(1);
+    LOPRenderBuffers small{tooShort.Get(), nullptr};
+    if (!stereo && info.fFrameCount > 1) {
+        PROMISE(LOPRenderSlice(loop, slice, 1, &small) == kLOPResult_BufferTooSmall);
+    }
+    if (info.fFrameCount > kLongestSlice) {
+        return;
+    }
+    const int32_t room = info.fFrameCount + spare;
+    CGuardedPlane left(room);
+    CGuardedPlane right(room);
+    LOPRenderBuffers buffers{left.Get(), stereo ? right.Get() : nullptr};
+    const LOPResult result = LOPRenderSlice(loop, slice, room, &buffers);
+    PROMISE(result == kLOPResult_OK || result == kLOPResult_OutOfMemory);
+    if (result == kLOPResult_OK) {
+        CheckSamples(left.Get(), room);
+        PROMISE(std::count(left.Get() + info.fFrameCount, left.Get() + room, 0.0f) == spare);
+        if (stereo) {
+            CheckSamples(right.Get(), room);
+        }
+    }
+}
+
+// Two loops of one file, told the same and pulled in different batches, give the same samples.
+class CTwinPreview {
+public:
+    CTwinPreview(LOPHandle one, LOPHandle two) : fOne(one), fTwo(two) {}
+
+    template <class Call>
+    void Both(Call call) {
+        const LOPResult result = call(fOne);
+        PROMISE(call(fTwo) == result);
+    }
+
+    void Pull(int32_t frames, int32_t batch) {
+        CGuardedPlane left(frames);
+        CGuardedPlane right(frames);
+        CGuardedPlane twinLeft(frames);
+        CGuardedPlane twinRight(frames);
+        LOPRenderBuffers whole{left.Get(), right.Get()};
+        PROMISE(LOPRenderPreviewBatch(fOne, frames, &whole) == kLOPResult_OK);
+        for (int32_t done = 0; done < frames; done += batch) {
+            LOPRenderBuffers part{twinLeft.Get() + done, twinRight.Get() + done};
+            PROMISE(LOPRenderPreviewBatch(fTwo, std::min(batch, frames - done), &part) ==
+                    kLOPResult_OK);
+        }
+        CheckSamples(left.Get(), frames);
+        CheckSamples(right.Get(), frames);
+        PROMISE(std::equal(left.Get(), left.Get() + frames, twinLeft.Get()));
+        PROMISE(std::equal(right.Get(), right.Get() + frames, twinRight.Get()));
+    }
+
+private:
+    const LOPHandle fOne;
+    const LOPHandle fTwo;
+};
+
+void UseLoop(LOPHandle loop, LOPHandle twin, CByteSource& decisions) {
+    LOPInfo info{};
+    PROMISE(LOPGetInfo(loop, sizeof info, &info) == kLOPResult_OK);
+    PROMISE(info.fChannels == 1 || info.fChannels == 2);
+    PROMISE(info.fSliceCount >= 0 && info.fStoredTempo >= LOP_MIN_TEMPO);
+    LOPCreatorInfo creator{};
+    const LOPResult texts = LOPGetCreatorInfo(loop, sizeof creator, &creator);
+    PROMISE(texts == kLOPResult_OK || texts == kLOPResult_NoCreatorInfo ||
+            texts == kLOPResult_FileCorrupt);
+    CTwinPreview preview(loop, twin);
+    for (int call = 0; call < kMostCalls && !decisions.IsEmpty(); ++call) {
+        switch (decisions.Byte() % 8) {
+        case 0:
+            preview.Both([](LOPHandle handle) { return LOPStartPreview(handle); });
+            break;
+        case 1:
+            preview.Both([](LOPHandle handle) { return LOPStopPreview(handle); });
+            break;
+        case 2:
+            preview.Both([tempo = decisions.Signed() & 0x7FFFF](LOPHandle handle) {
+                return LOPSetPreviewTempo(handle, tempo);
+            });
+            break;
+        case 3:
+            preview.Both([rate = decisions.Signed() & 0xFFFFF](LOPHandle handle) {
+                return LOPSetOutputSampleRate(handle, rate);
+            });
+            break;
+        case 4:
+            if (info.fSliceCount > 0) {
+                const auto count = static_cast<uint32_t>(info.fSliceCount);
+                CheckSlice(loop, static_cast<int32_t>(decisions.Below(count)), info.fChannels == 2,
+                           decisions.Byte());
+            }
+            break;
+        default: {
+            const auto frames = static_cast<int32_t>(decisions.Below(kMostBatchFrames)) + 1;
+            preview.Pull(frames, static_cast<int32_t>(decisions.Below(200)) + 1);
+            break;
+        }
+        }
+    }
+    preview.Both([](LOPHandle handle) { return LOPStopPreview(handle); });
+}
+
+} // namespace
+
+void CheckHostContract(const std::vector<uint8_t>& file, CByteSource& decisions) {
+    const CLibrary library;
+    const std::vector<uint8_t> given = file;
+    const auto size = static_cast<int32_t>(given.size());
+    SProgress progress;
+    progress.fStopAt = decisions.Byte() % 8 == 0 ? decisions.Byte() : 0u;
+    // A .lop may place its pieces backward and beyond its own total, and its reports follow.
+    progress.fMayWander = given.size() > 3 && std::memcmp(given.data(), "FORM", 4) == 0;
+
+    LOPInfo stated{};
+    const LOPResult informed = LOPGetInfoFromBuffer(size, given.data(), sizeof stated, &stated);
+    PROMISE(size < 1 ? informed == kLOPResult_InvalidArgument : IsLoadResult(informed));
+    LOPHandle loop = 1;
+    const LOPResult loaded = LOPCreate(&loop, given.data(), size, CheckProgress, &progress);
+    PROMISE(size < 1 ? loaded == kLOPResult_InvalidArgument : IsLoadResult(loaded));
+    PROMISE(given == file);
+    if (loaded != kLOPResult_OK) {
+        PROMISE(size < 1 || loop == 0);
+        return;
+    }
+    PROMISE(progress.fMayWander || progress.fLast == 100);
+    // A time signature of nothing over nothing loads clamped, but has no length in the file.
+    PROMISE(informed == kLOPResult_OK || informed == kLOPResult_ZeroLoopLength ||
+            informed == kLOPResult_FileCorrupt);
+    LOPHandle twin = 0;
+    const LOPResult loadedAgain = LOPCreate(&twin, given.data(), size, nullptr, nullptr);
+    PROMISE(loadedAgain == kLOPResult_OK || loadedAgain == kLOPResult_OutOfMemory);
+    if (loadedAgain == kLOPResult_OK) {
+        UseLoop(loop, twin, decisions);
+        LOPDelete(&twin);
+        PROMISE(twin == 0);
+    }
+    LOPDelete(&loop);
+    PROMISE(loop == 0);
+}

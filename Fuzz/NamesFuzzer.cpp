@@ -1,0 +1,79 @@
+#include "Fuzz/CByteSource.h"
+#include "Fuzz/Promise.h"
+
+#include "Failure/XClasses.h"
+#include "FileLib/Source/Win/NameMaking.h"
+#include "FileLib/Source/Win/PathRules.h"
+#include "FileLib/Source/Win/PosixNameCodec.h"
+
+#include <string>
+
+namespace {
+
+using namespace NSFileLibInternals;
+
+// Every path that a POSIX system allows, repeated "/" folded, comes back byte for byte.
+void CheckCodec(std::string path) {
+    path.erase(std::remove(path.begin(), path.end(), '\0'), path.end());
+    std::string folded = "/";
+    std::string component;
+    const auto take = [&] {
+        component.resize(std::min<size_t>(component.size(), 255));
+        PROMISE(component.empty() || IsValidFileName(NativeNameFromPosix(component)));
+        PROMISE(PosixNameFromNative(NativeNameFromPosix(component)) == component);
+        folded += component;
+        component.clear();
+    };
+    for (const char byte : path) {
+        if (byte != '/') {
+            component.push_back(byte);
+            continue;
+        }
+        take();
+        if (folded.back() != '/') {
+            folded.push_back('/');
+        }
+    }
+    take();
+    const std::u16string native = NativeFromPosix(folded);
+    PROMISE(IsPathWithin(native, kMinPathLength, kNoPathLimit));
+    PROMISE(PosixFromNative(native) == folded);
+}
+
+void CheckMaking(const std::u16string& name, size_t limit) {
+    std::u16string stem;
+    std::u16string extension;
+    SplitFileName(name, stem, extension);
+    PROMISE(stem + extension == name);
+    std::u16string folder;
+    std::u16string last;
+    SplitPath(name, folder, last);
+    PROMISE(folder + last == name);
+    try {
+        const std::u16string made = MakeValidFileName(name, limit);
+        // A reserved name grows by one behind the cut.
+        PROMISE(made.size() <= std::min<size_t>(limit, kMaxNameLength) + 1);
+        PROMISE(!IsReservedName(made) || made.empty());
+    } catch (const NSLichen::XOutOfSpace&) {
+    }
+    WinIsValidPath(name);
+    WinIsValidVolumePath(name);
+}
+
+} // namespace
+
+// Name and path rules on any text, and the translation of POSIX paths both ways.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
+    CByteSource source(bytes, size);
+    const size_t limit = source.Byte() + size_t{1};
+    const std::vector<uint8_t> rest = source.Rest();
+    CheckCodec({rest.begin(), rest.end()});
+    CheckMaking({rest.begin(), rest.end()}, limit);
+    std::u16string units;
+    for (size_t i = 0; i + 1 < rest.size(); i += 2) {
+        units.push_back(static_cast<char16_t>(rest[i] << 8 | rest[i + 1]));
+    }
+    CheckMaking(units, limit);
+    PosixFromNative(units);
+    return 0;
+}

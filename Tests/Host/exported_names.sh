@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# The library exports its fourteen functions and nothing else. Arguments: library, expected names.
+set -euo pipefail
+
+library=$1
+expected=$(sed -n 's/^ *\(LOP[A-Za-z]*\)$/\1/p' "$2" | sort)
+case $library in
+*.dll)
+    found=$(x86_64-w64-mingw32-objdump -p "$library" |
+        sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/s/^.*\] *\(+base\[.*\] *[0-9a-f]* *\)\{0,1\}\([A-Za-z_][A-Za-z0-9_]*\)$/\2/p' | sort)
+    imports=$(x86_64-w64-mingw32-objdump -p "$library" | sed -n 's/^.*DLL Name: //p' |
+        grep -viE '^(kernel32|msvcrt|shell32|ole32|user32|advapi32|version|shlwapi|dbghelp|api-ms-.*|ucrtbase)\.dll$' || true)
+    if [ -n "$imports" ]; then
+        echo "needs more than system DLLs: $imports"
+        exit 1
+    fi
+    ;;
+*)
+    found=$(nm -D --defined-only "$library" | awk '{ print $3 }' | sort)
+    ;;
+esac
+diff <(echo "$expected") <(echo "$found")
