@@ -1,0 +1,77 @@
+#include "Support/OwnModule_win32.h"
+#include "Support/VersionInfo.h"
+#include "Text/UnicodeConversion.h"
+
+#include <vector>
+
+namespace NSSupport {
+
+namespace {
+
+const wchar_t* Wide(const std::u16string& text) {
+    return reinterpret_cast<const wchar_t*>(text.c_str());
+}
+
+class CVersionInfoWin : public IVersionInfo {
+public:
+    explicit CVersionInfoWin(std::vector<uint8_t> block) : fBlock(std::move(block)) {}
+
+    std::optional<SVersionLanguage> GetLanguage() const override {
+        void* data = nullptr;
+        UINT size = 0;
+        if (!VerQueryValueW(fBlock.data(), L"\\VarFileInfo\\Translation", &data, &size) ||
+            size < 2 * sizeof(WORD)) {
+            return std::nullopt;
+        }
+        const auto* const words = static_cast<const WORD*>(data);
+        return SVersionLanguage{words[0], words[1]};
+    }
+
+    std::optional<std::string> GetText(const std::string& subBlock) const override {
+        void* data = nullptr;
+        UINT length = 0;
+        const std::u16string path = NSTextPackage::Utf8ToUtf16Default(subBlock);
+        if (!VerQueryValueW(fBlock.data(), Wide(path), &data, &length)) {
+            return std::nullopt;
+        }
+        std::u16string text(static_cast<const char16_t*>(data), length);
+        // The length counts the terminator, where the resource has one.
+        text.resize(std::min(text.size(), text.find(u'\0')));
+        return NSTextPackage::Utf16ToUtf8(text);
+    }
+
+private:
+    // The call for a value takes the block as const void*.
+    std::vector<uint8_t> fBlock;
+};
+
+} // namespace
+
+std::unique_ptr<IVersionInfo> OpenFileVersionInfo(const std::u16string& path) {
+    DWORD ignored = 0;
+    const DWORD size = GetFileVersionInfoSizeW(Wide(path), &ignored);
+    std::vector<uint8_t> block(size);
+    if (size == 0 || !GetFileVersionInfoW(Wide(path), 0, size, block.data())) {
+        return nullptr;
+    }
+    return std::make_unique<CVersionInfoWin>(std::move(block));
+}
+
+std::unique_ptr<IVersionInfo> OpenModuleVersionInfo() {
+    std::u16string path(MAX_PATH, u'\0');
+    for (;;) {
+        const DWORD length =
+            GetModuleFileNameW(FindOwnModule(), reinterpret_cast<wchar_t*>(path.data()),
+                               static_cast<DWORD>(path.size()));
+        if (length == 0) {
+            return nullptr;
+        }
+        if (length < path.size()) {
+            path.resize(length);
+            return OpenFileVersionInfo(path);
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
+} // namespace NSSupport

@@ -1,0 +1,34 @@
+#include "Support/IDLLLoader.h"
+
+#include "Failure/XClasses.h"
+#include "Support/VersionInfo.h"
+
+#include <gtest/gtest.h>
+
+namespace NSSupport {
+namespace {
+
+TEST(DLLLoader, LoadsByNameAndByPath) {
+    const auto loader = MakeDLLLoader();
+    for (const auto* const name :
+         {u"kernel32", u"kernel32.dll", u"C:\\windows\\system32\\kernel32"}) {
+        const auto module = loader->Open(name);
+        EXPECT_NE(module->GetAddress("GetTickCount"), nullptr);
+        EXPECT_EQ(module->FindAddress("NoSuchName"), nullptr);
+        EXPECT_THROW(module->GetAddress("NoSuchName"), NSLichen::XNotFound);
+    }
+    for (const auto* const name : {u"", u"no such module", u"C:\\no\\such\\module"}) {
+        EXPECT_THROW(loader->Open(name), NSLichen::XNotFound);
+    }
+}
+
+TEST(VersionInfo, OfASystemFile) {
+    const auto info = OpenFileVersionInfo(u"C:\\windows\\system32\\kernel32.dll");
+    ASSERT_NE(info, nullptr);
+    ASSERT_TRUE(info->GetLanguage());
+    EXPECT_TRUE(FindVersionText(*info));
+    EXPECT_EQ(FindBuildKindName(*info), "");
+}
+
+} // namespace
+} // namespace NSSupport
