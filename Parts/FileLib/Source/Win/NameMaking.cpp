@@ -108,7 +108,7 @@ std::u16string JoinPath(const std::u16string& folder, const std::u16string& name
 std::u16string GetParentPath(const std::u16string& path) {
     const size_t volumeEnd = FindVolumeEnd(path);
     const size_t end = path.size() - (path.ends_with(u'\\') ? 1U : 0U);
-    if (end < volumeEnd || end == 0) {
+    if (end <= volumeEnd) {
         NSLichen::Raise(NSLichen::XNotFound("the root of a volume has no parent"));
     }
     return path.substr(0, std::max(volumeEnd, path.rfind(u'\\', end - 1) + 1));

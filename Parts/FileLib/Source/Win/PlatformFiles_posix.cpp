@@ -146,11 +146,7 @@ uint32_t CPosixFileOps::ReadTimes(PlatformHandle file, SFileTimes& times) {
         return ErrorOfReadErrno(errno);
     }
     times = EntryOf("", status).fTimes;
-    struct statx extended = {};
-    if (statx(DescriptorOf(file), "", AT_EMPTY_PATH, STATX_BTIME, &extended) == 0 &&
-        (extended.stx_mask & STATX_BTIME) != 0) {
-        times.fCreation = FileTimeOf(extended.stx_btime.tv_sec, extended.stx_btime.tv_nsec);
-    }
+    ReadBirthTime(DescriptorOf(file), "", 0, times);
     return kError_None;
 }
 

@@ -48,6 +48,7 @@ uint32_t ReadEntry(DIR* folder, SPlatformEntry& entry) {
         if (StatBehindLinks(dirfd(folder), name, status) == 0 ||
             fstatat(dirfd(folder), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
             entry = EntryOf(name, status);
+            ReadBirthTime(dirfd(folder), name, AT_SYMLINK_NOFOLLOW, entry.fTimes);
             return kError_None;
         }
     }
@@ -174,6 +175,7 @@ uint32_t CPosixFileOps::FindEntry(const std::u16string& path, SPlatformEntry& en
         return ErrorOfErrno(errno);
     }
     entry = EntryOf(systemPath, status);
+    ReadBirthTime(AT_FDCWD, systemPath, AT_SYMLINK_NOFOLLOW, entry.fTimes);
     return kError_None;
 }
 

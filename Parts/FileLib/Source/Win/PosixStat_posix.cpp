@@ -35,6 +35,15 @@ int StatBehindLinks(int folder, const std::string& path, struct stat& status) {
     return fstatat(folder, path.c_str(), &status, flags) == 0 ? 0 : errno;
 }
 
+void ReadBirthTime(int folder, const std::string& path, int flags, SFileTimes& times) {
+    struct statx status = {};
+    if (statx(folder, path.c_str(), flags | (path.empty() ? AT_EMPTY_PATH : 0), STATX_BTIME,
+              &status) == 0 &&
+        (status.stx_mask & STATX_BTIME) != 0) {
+        times.fCreation = FileTimeOf(status.stx_btime.tv_sec, status.stx_btime.tv_nsec);
+    }
+}
+
 uint32_t AttributesOf(const std::string& name, const struct stat& status) {
     uint32_t attributes = 0;
     if (S_ISDIR(status.st_mode)) {
@@ -53,7 +62,6 @@ SPlatformEntry EntryOf(const std::string& name, const struct stat& status) {
     SPlatformEntry entry;
     entry.fName = NativeNameFromPosix(LastComponent(name));
     entry.fAttributes = AttributesOf(name, status);
-    // The system tells no birth here; the last change of the contents is the latest that it can be.
     entry.fTimes.fCreation = FileTimeOf(status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
     entry.fTimes.fLastAccess = FileTimeOf(status.st_atim.tv_sec, status.st_atim.tv_nsec);
     entry.fTimes.fLastWrite = entry.fTimes.fCreation;

@@ -1,0 +1,230 @@
+#include "FileLib/Source/Win/CSafeOpenReadWriteFileImpl.h"
+
+#include "Failure/XClasses.h"
+#include "FileLib/Source/Win/SwapFilesContents.h"
+#include "FileLib/Source/Win/UniqueNames.h"
+#include "Tests/FileLib/CFakeFileOps.h"
+#include "Tests/FileLib/TextRaised.h"
+
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace NSFileLibInternals {
+
+namespace {
+
+using namespace NSLichen;
+
+constexpr uint32_t kUnknownError = 1000;
+const std::u16string kTarget = u"C:\\a.wav";
+const std::u16string kOther = u"C:\\b.wav";
+
+void WriteText(CSafeOpenReadWriteFileImpl& file, const std::string& text) {
+    file.Write(0, static_cast<int64_t>(text.size()), reinterpret_cast<const uint8_t*>(text.data()));
+}
+
+class SafeSaving : public testing::Test {
+protected:
+    SafeSaving() { fFilesAtStart = fOps.fFiles.size(); }
+
+    size_t CountNewFiles() const { return fOps.fFiles.size() - fFilesAtStart; }
+
+    CFakeFileOps fOps;
+    size_t fFilesAtStart;
+};
+
+TEST_F(SafeSaving, CommitPutsTheNewDataUnderTheOldNameAndDate) {
+    fOps.AddFile(kTarget, "old", 77);
+    {
+        CSafeOpenReadWriteFileImpl file(kTarget);
+        WriteText(file, "new data");
+        EXPECT_EQ(fOps.TextOf(kTarget), "old");
+        EXPECT_EQ(file.GetSize(), 8);
+        file.Commit();
+        EXPECT_THROW(file.Commit(), XIllegalCallSequence);
+        EXPECT_THROW(file.GetSize(), XIllegalCallSequence);
+    }
+    EXPECT_EQ(fOps.TextOf(kTarget), "new data");
+    EXPECT_EQ(fOps.fFiles[kTarget]->fTimes.fCreation, 77U);
+    EXPECT_EQ(fOps.CountCalls("CopyAccessRights"), 1);
+    EXPECT_EQ(CountNewFiles(), 1U);
+}
+
+TEST_F(SafeSaving, WithoutCommitTheTargetStaysAsItWas) {
+    fOps.AddFile(kTarget, "old");
+    {
+        CSafeOpenReadWriteFileImpl file(kTarget);
+        WriteText(file, "new");
+    }
+    EXPECT_EQ(fOps.TextOf(kTarget), "old");
+    EXPECT_EQ(CountNewFiles(), 1U);
+}
+
+TEST_F(SafeSaving, ANewTargetIsWrittenInPlace) {
+    CSafeOpenReadWriteFileImpl file(kTarget);
+    WriteText(file, "new");
+    file.Commit();
+    EXPECT_EQ(fOps.TextOf(kTarget), "new");
+    EXPECT_EQ(fOps.CountCalls("Move"), 0);
+    EXPECT_EQ(CountNewFiles(), 1U);
+}
+
+TEST_F(SafeSaving, RefusesWhatCannotBeSaved) {
+    EXPECT_EQ(TextRaised<XCreate>([] { CSafeOpenReadWriteFileImpl file(u"a.wav"); }),
+              "WinIsValidPath failed");
+    fOps.AddFile(kTarget, "old");
+    fOps.fFiles[kTarget]->fAttributes = kAttribute_ReadOnly;
+    EXPECT_EQ(TextRaised<XLocked>([] { CSafeOpenReadWriteFileImpl file(kTarget); }),
+              "file is read only");
+    fOps.fFiles[kTarget]->fAttributes = kAttribute_Archive;
+    fOps.Script("Open", {kError_SharingViolation});
+    EXPECT_EQ(TextRaised<XLocked>([] { CSafeOpenReadWriteFileImpl file(kTarget); }),
+              "WinThrowExceptionForKnownError(ERROR_SHARING_VIOLATION)");
+    EXPECT_EQ(CountNewFiles(), 1U) << "the second file must not stay behind";
+}
+
+TEST_F(SafeSaving, DeletingTheOldDataIsTriedSixTimes) {
+    fOps.AddFile(kTarget, "old");
+    CSafeOpenReadWriteFileImpl file(kTarget);
+    WriteText(file, "new");
+    // The first error is the one that is told.
+    fOps.Script("Delete", {kError_AccessDenied, 32, 32, 32, 32, 32});
+    EXPECT_EQ(TextRaised<XPermission>([&] { file.Commit(); }),
+              "WinThrowExceptionForKnownError(ERROR_ACCESS_DENIED)");
+    EXPECT_EQ(fOps.CountCalls("Delete"), 6);
+    EXPECT_EQ(fOps.fWaits, std::vector<uint32_t>(5, 30));
+    EXPECT_EQ(fOps.TextOf(kTarget), "new");
+}
+
+TEST_F(SafeSaving, ALateDeleteIsASuccessAndAnUnknownErrorHasItsOwnWords) {
+    fOps.AddFile(kTarget, "old");
+    {
+        CSafeOpenReadWriteFileImpl file(kTarget);
+        fOps.Script("Delete", {5, 5, 5, 5, 5, 0});
+        EXPECT_NO_THROW(file.Commit());
+        EXPECT_EQ(CountNewFiles(), 1U);
+    }
+    CSafeOpenReadWriteFileImpl file(kTarget);
+    fOps.Script("Delete", {kUnknownError, 5, 5, 5, 5, 5});
+    EXPECT_EQ(TextRaised<XDelete>([&] { file.Commit(); }),
+              "DeleteFile failed with unrecognized error type");
+}
+
+TEST_F(SafeSaving, AFailedSwapKeepsTheOldDataAndNoSecondFile) {
+    fOps.AddFile(kTarget, "old");
+    {
+        CSafeOpenReadWriteFileImpl file(kTarget);
+        WriteText(file, "new");
+        // The first two moves give the reserved file its extension and put the target there.
+        fOps.Script("Move", {0, 0, kUnknownError});
+        EXPECT_EQ(TextRaised<XNotFound>([&] { file.Commit(); }),
+                  "MoveFileEx() failed with unrecognized error type");
+    }
+    EXPECT_EQ(fOps.TextOf(kTarget), "old");
+    EXPECT_EQ(CountNewFiles(), 1U);
+}
+
+TEST_F(SafeSaving, DataThatCouldNotGoBackIsNotThrownAway) {
+    fOps.AddFile(kTarget, "old");
+    {
+        CSafeOpenReadWriteFileImpl file(kTarget);
+        WriteText(file, "new");
+        fOps.Script("Move", {0, 0, 5, 5});
+        EXPECT_THROW(file.Commit(), XPermission);
+    }
+    EXPECT_FALSE(fOps.HasFile(kTarget));
+    EXPECT_EQ(CountNewFiles(), 2U) << "the old data and the new, each under a name of its own";
+}
+
+TEST_F(SafeSaving, SwapChangesNamesAndKeepsTheFirstFilesDate) {
+    fOps.AddFile(kTarget, "a", 11);
+    fOps.AddFile(kOther, "b", 22);
+    WinSwapFilesContents(kTarget, kOther);
+    EXPECT_EQ(fOps.TextOf(kTarget) + fOps.TextOf(kOther), "ba");
+    EXPECT_EQ(fOps.fFiles[kTarget]->fTimes.fCreation, 11U);
+    EXPECT_EQ(CountNewFiles(), 2U);
+}
+
+TEST_F(SafeSaving, SwapIsUndoneWhereverItFails) {
+    const struct {
+        const char* fOperation;
+        std::vector<uint32_t> fCodes;
+        const char* fText;
+    } kRows[] = {
+        {"Open", {kUnknownError}, "CreateFile failed with unrecognized error type"},
+        {"ReadTimes", {kUnknownError}, "GetFileTime failed with unrecognized error type"},
+        {"Open", {0, kUnknownError}, "CreateFile failed with unrecognized error type"},
+        {"WriteTimes", {kUnknownError}, "SetFileTime failed with unrecognized error type"},
+        // The first move is the one that gives the reserved file its extension.
+        {"Move", {0, kUnknownError}, "MoveFileEx() failed with unrecognized error type"},
+        {"Move", {0, 0, kUnknownError}, "MoveFileEx() failed with unrecognized error type"},
+        {"Move", {0, 0, 0, kUnknownError}, "MoveFileEx() failed with unrecognized error type"},
+        {"Move", {0, 0, 0, 3}, "WinThrowExceptionForKnownError(ERROR_PATH_NOT_FOUND)"},
+    };
+    fOps.AddFile(kTarget, "a");
+    fOps.AddFile(kOther, "b");
+    for (const auto& row : kRows) {
+        fOps.Script(row.fOperation, row.fCodes);
+        EXPECT_EQ(TextRaised<XNotFound>([] { WinSwapFilesContents(kTarget, kOther); }), row.fText);
+        EXPECT_EQ(fOps.TextOf(kTarget) + fOps.TextOf(kOther), "ab") << row.fOperation;
+        EXPECT_EQ(CountNewFiles(), 2U) << row.fOperation;
+    }
+}
+
+TEST_F(SafeSaving, UniqueFilesBearTheWantedExtension) {
+    EXPECT_EQ(WinCreateUniqueFile(u"C:\\", u"x.wav"), u"C:\\tmp1.wav");
+    EXPECT_EQ(WinCreateUniqueFile(u"C:\\", u"x.tmp"), u"C:\\tmp2.tmp");
+    EXPECT_EQ(WinCreateUniqueFile(u"C:\\", u"x"), u"C:\\tmp3");
+    fOps.Script("MakeTempName", {kUnknownError});
+    EXPECT_EQ(TextRaised<XCreate>([] { WinCreateUniqueFile(u"C:\\", u"x.wav"); }),
+              "GetTempFileName() failed to create unique file");
+    fOps.Script("Move", {kError_AlreadyExists});
+    EXPECT_EQ(TextRaised<XCreate>([] { WinCreateUniqueFile(u"C:\\", u"x.wav"); }),
+              "Failed to create unique file");
+    EXPECT_EQ(CountNewFiles(), 3U);
+}
+
+TEST_F(SafeSaving, UniqueFoldersTakeTheNextFreeNumber) {
+    fOps.AddFolder(u"C:\\tmp1.tmp");
+    EXPECT_EQ(WinCreateUniqueDirectory(u"C:\\"), u"C:\\tmp2.tmp\\");
+    fOps.Script("MakeTempName", {kUnknownError});
+    EXPECT_EQ(TextRaised<XNotFound>([] { WinCreateUniqueDirectory(u"C:\\"); }),
+              "GetTempFileName failed with unrecognized error type");
+    fOps.Script("MakeFolder", {kUnknownError});
+    EXPECT_EQ(TextRaised<XCreate>([] { WinCreateUniqueDirectory(u"C:\\"); }),
+              "Failed to create unique directory");
+    fOps.Script("MakeFolder", {kError_AccessDenied});
+    EXPECT_THROW(WinCreateUniqueDirectory(u"C:\\"), XPermission);
+    fOps.Script("MakeFolder", std::vector<uint32_t>(65535, kError_AlreadyExists));
+    EXPECT_EQ(TextRaised<XCreate>([] { WinCreateUniqueDirectory(u"C:\\"); }),
+              "Failed to create unique directory");
+}
+
+TEST_F(SafeSaving, ReadsAndWritesTellWhatWentWrong) {
+    COpenReadWriteFileImpl file(kTarget, kOpenMode_CreateNew);
+    uint8_t bytes[8] = {1, 2, 3, 4};
+    file.Write(0, 4, bytes);
+    EXPECT_NO_THROW(file.Read(100, 0, bytes));
+    EXPECT_EQ(TextRaised<XRead>([&] { file.Read(4, 1, bytes); }),
+              "COpenReadWriteFileImpl::Read start pos beyond file end");
+    EXPECT_EQ(TextRaised<XRead>([&] { file.Read(3, 2, bytes); }), "ReadFile failed");
+    fOps.Script("Read", {kUnknownError});
+    EXPECT_EQ(TextRaised<XRead>([&] { file.Read(0, 1, bytes); }),
+              "ReadFile failed with unrecognized error type");
+    fOps.Script("Write", {kUnknownError, kError_DiskFull});
+    EXPECT_EQ(TextRaised<XWrite>([&] { file.Write(0, 1, bytes); }),
+              "WriteFile failed with unrecognized error type");
+    EXPECT_THROW(file.Write(0, 1, bytes), XOutOfSpace);
+    fOps.Script("ReadSize", {kUnknownError});
+    EXPECT_EQ(TextRaised<XRead>([&] { file.GetSize(); }),
+              "GetFileSize failed with unrecognized error type");
+    EXPECT_EQ(TextRaised<XNotFound>([] { COpenReadFileImpl missing(kOther); }),
+              "WinDoesFileExist failed");
+    EXPECT_EQ(TextRaised<XNotFound>([] { COpenReadFileImpl folder(u"C:\\Temp\\"); }),
+              "WinIsValidFilePath failed");
+}
+
+} // namespace
+
+} // namespace NSFileLibInternals
