@@ -4,6 +4,7 @@
 #include "LoopLibrary/File/LoopFileFailures.h"
 #include "LoopLibrary/File/LoopLimits.h"
 #include "LoopLibrary/Render/CAIFFChunks.h"
+#include "LoopLibrary/Render/CSliceSequence.h"
 #include "PorterPackage/Core/BitTools.h"
 #include "PorterPackage/Core/CMemoryMedia.h"
 
@@ -123,8 +124,7 @@ int32_t CTSLAppChunk::CountExportedSlices(uint32_t loopStart, uint32_t loopEnd) 
     if (!fSplitIntoSlices) {
         return 1;
     }
-    // The whole difference is rounded up, so the quotient is cut off.
-    const int32_t threshold = 32767 - fSensitivity / 10 * 32767 / 99;
+    const int32_t threshold = CSliceSequence::ThresholdFor(fSensitivity / 10);
     const auto isDropped = [this](const STSLSliceRecord& slice) {
         return fDropMuted && slice.fMuted;
     };
