@@ -82,8 +82,8 @@ bool CalendarToFileTime(const SCalendarTime& calendar, FileTime& time) noexcept 
     for (uint32_t month = 1; month < calendar.fMonth; ++month) {
         days += DaysInMonth(calendar.fYear, month);
     }
-    const uint64_t seconds =
-        days * kSecondsPerDay + calendar.fHour * 3600U + calendar.fMinute * 60U + calendar.fSecond;
+    const uint64_t seconds = days * kSecondsPerDay + uint64_t{calendar.fHour} * 3600 +
+                             uint64_t{calendar.fMinute} * 60 + calendar.fSecond;
     time = seconds * kUnitsPerSecond + calendar.fMillisecond * kUnitsPerMillisecond;
     return true;
 }

@@ -96,7 +96,7 @@ std::string FormatVersion(const SVersionRecord& version, const std::string& fall
     if (IsDefault(version)) {
         return fallback;
     }
-    const std::string numbers = NumberPart(version);
+    std::string numbers = NumberPart(version);
     if (version.fStage == NSPorter::kVersionStage_Final && version.fBuild == 0) {
         return numbers;
     }

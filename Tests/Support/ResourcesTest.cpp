@@ -61,6 +61,7 @@ TEST(ModuleResources, RawResources) {
 TEST(ModuleResources, OneTableForAllThreads) {
     std::vector<const CResourceTables*> seen(8);
     std::vector<std::thread> threads;
+    threads.reserve(seen.size());
     for (auto& place : seen) {
         threads.emplace_back([&place] { place = &GetHelpTables(); });
     }

@@ -1,0 +1,122 @@
+#include "Debug/DebugFiles.h"
+
+#include "Debug/UserFolders_posix.h"
+#include "FileLib/Source/Win/PosixNameCodec.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+namespace NSDebugPackage {
+
+namespace {
+
+std::string Native(const std::u16string& path) {
+    return NSFileLibInternals::PosixFromNative(path);
+}
+
+int OpenFile(const std::u16string& path, int flags) {
+    const std::string native = Native(path);
+    return native.empty() ? -1 : open(native.c_str(), flags | O_CLOEXEC, 0666);
+}
+
+bool WriteAll(int file, const char* bytes, size_t count) {
+    while (count > 0) {
+        const ssize_t written = write(file, bytes, count);
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            return false;
+        }
+        bytes += written;
+        count -= static_cast<size_t>(written);
+    }
+    return true;
+}
+
+bool CopyBytes(int source, int target) {
+    std::array<char, 65536> buffer{};
+    for (;;) {
+        const ssize_t count = read(source, buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            return count == 0;
+        }
+        if (!WriteAll(target, buffer.data(), static_cast<size_t>(count))) {
+            return false;
+        }
+    }
+}
+
+bool FindFolder(const char* key, const char* fallback, std::u16string& folder) {
+    const std::string found = FindUserFolder(FindHomeFolder(), key, fallback);
+    if (found.empty()) {
+        return false;
+    }
+    folder = NSFileLibInternals::NativeFromPosix(found + "/");
+    return true;
+}
+
+} // namespace
+
+bool PathExists(const std::u16string& path) {
+    struct stat status {};
+    return stat(Native(path).c_str(), &status) == 0;
+}
+
+bool MakeFolder(const std::u16string& path) {
+    return mkdir(Native(path).c_str(), 0777) == 0;
+}
+
+bool RemoveFile(const std::u16string& path) {
+    return unlink(Native(path).c_str()) == 0;
+}
+
+bool CopyOneFile(const std::u16string& source, const std::u16string& target) {
+    const int from = OpenFile(source, O_RDONLY);
+    if (from < 0) {
+        return false;
+    }
+    const int to = OpenFile(target, O_WRONLY | O_CREAT | O_TRUNC);
+    bool copied = to >= 0 && CopyBytes(from, to);
+    close(from);
+    if (to >= 0) {
+        copied = close(to) == 0 && copied;
+    }
+    return copied;
+}
+
+bool FindDocumentsFolder(std::u16string& folder) {
+    return FindFolder("DOCUMENTS", "Documents", folder);
+}
+
+bool FindDesktopFolder(std::u16string& folder) {
+    return FindFolder("DESKTOP", "Desktop", folder);
+}
+
+CAppendFile::CAppendFile(const std::u16string& path)
+    : fFile(OpenFile(path, O_WRONLY | O_CREAT | O_APPEND)) {}
+
+CAppendFile::~CAppendFile() {
+    if (fFile >= 0) {
+        close(static_cast<int>(fFile));
+    }
+}
+
+bool CAppendFile::Append(const char* bytes, size_t count) {
+    return fFile >= 0 && WriteAll(static_cast<int>(fFile), bytes, count);
+}
+
+void CAppendFile::Flush() {
+    if (fFile >= 0) {
+        fsync(static_cast<int>(fFile));
+    }
+}
+
+} // namespace NSDebugPackage

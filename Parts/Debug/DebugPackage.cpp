@@ -1,0 +1,110 @@
+#include "Debug/DebugPackage.h"
+
+#include "Debug/CDebugger.h"
+#include "Debug/DebugPlatform.h"
+#include "Debug/LogFolders.h"
+#include "Support/CPlatformMutex.h"
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <new>
+
+namespace NSDebugPackage {
+
+namespace {
+
+using NSSupport::CMutexLock;
+using DebuggerMap = std::map<std::string, std::shared_ptr<CDebugger>>;
+
+struct SRegistry {
+    NSSupport::CPlatformMutex fMutex;
+    DebuggerMap fDebuggers; // destroyed before the mutex
+};
+
+// Owned; null while the package is not started.
+std::atomic<SRegistry*> gRegistry{nullptr};
+
+std::shared_ptr<CDebugger> FindDebugger(const std::string& name) {
+    SRegistry* const registry = gRegistry;
+    if (registry == nullptr) {
+        return nullptr;
+    }
+    const CMutexLock lock(registry->fMutex);
+    const auto found = registry->fDebuggers.find(name);
+    return found == registry->fDebuggers.end() ? nullptr : found->second;
+}
+
+} // namespace
+
+void InitDebugPackage() {
+    if (gRegistry != nullptr) {
+        return;
+    }
+    auto registry = std::make_unique<SRegistry>();
+    if (!AllocateThreadSlots()) {
+        throw std::bad_alloc();
+    }
+    gRegistry = registry.release();
+}
+
+void CloseAllDebuggers() {
+    const std::unique_ptr<SRegistry> registry(gRegistry.exchange(nullptr));
+    if (registry) {
+        registry->fDebuggers.clear();
+        FreeThreadSlots();
+    }
+}
+
+void OpenDebugger(const std::string& name, const std::string& title,
+                  const std::string& logFolderName) {
+    SRegistry* const registry = gRegistry;
+    if (registry == nullptr) {
+        return;
+    }
+    const CMutexLock lock(registry->fMutex);
+    if (registry->fDebuggers.contains(name)) {
+        return;
+    }
+    const auto debugger = std::make_shared<CDebugger>(name, title, 0);
+    const std::string folder = GetDebugLogFolder(logFolderName);
+    if (!folder.empty()) {
+        debugger->AddLogFile(folder);
+    }
+    registry->fDebuggers.emplace(name, debugger);
+}
+
+void TraceToDebugger(const std::string& name, const char* text) {
+    if (const auto debugger = FindDebugger(name)) {
+        debugger->Trace({}, text);
+    }
+}
+
+void FlushDebugger(const std::string& name) {
+    if (const auto debugger = FindDebugger(name)) {
+        debugger->Flush();
+    }
+}
+
+std::string GetDebuggerLogFileName(const std::string& name) {
+    const auto debugger = FindDebugger(name);
+    return debugger ? debugger->GetLogFileName() : std::string();
+}
+
+std::string GetDebuggerLogFolder(const std::string& name) {
+    const auto debugger = FindDebugger(name);
+    return debugger ? debugger->GetLogFolder() : std::string();
+}
+
+void FlushAllDebuggers() {
+    SRegistry* const registry = gRegistry;
+    if (registry == nullptr) {
+        return;
+    }
+    const CMutexLock lock(registry->fMutex);
+    for (const auto& [name, debugger] : registry->fDebuggers) {
+        debugger->Flush();
+    }
+}
+
+} // namespace NSDebugPackage

@@ -1,0 +1,182 @@
+#include "Debug/CoreNotes_posix.h"
+#include "Debug/MiniDump.h"
+#include "Debug/ProcessMemory_posix.h"
+#include "Debug/ProcessThreads_posix.h"
+#include "Debug/ThreadRegisters_posix.h"
+#include "FileLib/Source/Win/PosixNameCodec.h"
+
+#include <elf.h>
+#include <fcntl.h>
+#include <ucontext.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+namespace NSDebugPackage {
+
+namespace {
+
+constexpr uint64_t kPageSize = 4096;
+// The count of segments of an ELF file has 16 bits, and 0xFFFF means something else.
+constexpr size_t kMostSegments = 0xFF00;
+
+bool WriteBytes(int file, const void* data, size_t count) {
+    const auto* bytes = static_cast<const char*>(data);
+    while (count > 0) {
+        const ssize_t written = write(file, bytes, count);
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            return false;
+        }
+        bytes += written;
+        count -= static_cast<size_t>(written);
+    }
+    return true;
+}
+
+// A mapping cut at the ends of the ranges that are dumped: each piece is wholly dumped or not at
+// all. Pieces that are not dumped tell the debugger what lies there.
+void AppendPieces(const SMapping& mapping, const std::vector<SMemoryRange>& ranges,
+                  std::vector<Elf64_Phdr>& segments) {
+    const auto append = [&](uint64_t start, uint64_t end, bool dumped) {
+        if (start < end) {
+            Elf64_Phdr segment{};
+            segment.p_type = PT_LOAD;
+            segment.p_flags = mapping.fFlags;
+            segment.p_vaddr = start;
+            segment.p_memsz = end - start;
+            segment.p_filesz = dumped ? end - start : 0;
+            segment.p_align = kPageSize;
+            segments.push_back(segment);
+        }
+    };
+    uint64_t position = mapping.fStart;
+    auto range = std::upper_bound(
+        ranges.begin(), ranges.end(), mapping.fStart,
+        [](uint64_t value, const SMemoryRange& candidate) { return value < candidate.fEnd; });
+    for (; range != ranges.end() && range->fStart < mapping.fEnd; ++range) {
+        const uint64_t start = std::max(range->fStart, mapping.fStart);
+        const uint64_t end = std::min(range->fEnd, mapping.fEnd);
+        append(position, start, false);
+        append(start, end, true);
+        position = end;
+    }
+    append(position, mapping.fEnd, false);
+}
+
+std::vector<Elf64_Phdr> MakeSegments(const std::vector<SMapping>& mappings,
+                                     const std::vector<SMemoryRange>& ranges) {
+    std::vector<Elf64_Phdr> segments;
+    for (const SMapping& mapping : mappings) {
+        AppendPieces(mapping, ranges, segments);
+    }
+    if (segments.size() > kMostSegments) {
+        std::erase_if(segments, [](const Elf64_Phdr& segment) { return segment.p_filesz == 0; });
+        segments.resize(std::min(segments.size(), kMostSegments));
+    }
+    return segments;
+}
+
+Elf64_Ehdr MakeHeader(size_t segmentCount) {
+    Elf64_Ehdr header{};
+    std::memcpy(header.e_ident, ELFMAG, SELFMAG);
+    header.e_ident[EI_CLASS] = ELFCLASS64;
+    header.e_ident[EI_DATA] = ELFDATA2LSB;
+    header.e_ident[EI_VERSION] = EV_CURRENT;
+    header.e_type = ET_CORE;
+    header.e_machine = kElfMachine;
+    header.e_version = EV_CURRENT;
+    header.e_phoff = sizeof header;
+    header.e_ehsize = sizeof header;
+    header.e_phentsize = sizeof(Elf64_Phdr);
+    header.e_phnum = static_cast<uint16_t>(segmentCount);
+    return header;
+}
+
+// What cannot be read, since it is gone by now or is no memory, becomes zeros.
+bool WriteMemory(int file, int memory, const Elf64_Phdr& segment) {
+    std::array<char, 65536> buffer;
+    for (uint64_t done = 0; done < segment.p_filesz;) {
+        const auto count =
+            static_cast<size_t>(std::min<uint64_t>(buffer.size(), segment.p_filesz - done));
+        const ssize_t got =
+            pread(memory, buffer.data(), count, static_cast<off_t>(segment.p_vaddr + done));
+        const size_t valid = got > 0 ? static_cast<size_t>(got) : 0;
+        std::fill(buffer.begin() + valid, buffer.begin() + count, '\0');
+        if (!WriteBytes(file, buffer.data(), count)) {
+            return false;
+        }
+        done += count;
+    }
+    return true;
+}
+
+bool WriteCore(int file, int memory, const ucontext_t& context, int signal) {
+    const std::vector<SThreadState> threads = ReadThreads(context);
+    const std::vector<SMapping> mappings = ReadMappings();
+    std::vector<uint64_t> stackPointers;
+    for (const SThreadState& thread : threads) {
+        stackPointers.push_back(thread.fStackPointer);
+    }
+    std::vector<Elf64_Phdr> segments =
+        MakeSegments(mappings, ChooseDumpedRanges(mappings, stackPointers));
+    const std::string notes = MakeCoreNotes(threads, mappings, signal);
+
+    const Elf64_Ehdr header = MakeHeader(segments.size() + 1);
+    Elf64_Phdr noteSegment{};
+    noteSegment.p_type = PT_NOTE;
+    noteSegment.p_offset = sizeof header + (segments.size() + 1) * sizeof noteSegment;
+    noteSegment.p_filesz = notes.size();
+    noteSegment.p_align = 4;
+    const uint64_t headEnd = noteSegment.p_offset + notes.size();
+    uint64_t offset = (headEnd + kPageSize - 1) & ~(kPageSize - 1);
+    const std::string padding(offset - headEnd, '\0');
+    for (Elf64_Phdr& segment : segments) {
+        segment.p_offset = offset;
+        offset += segment.p_filesz;
+    }
+    return WriteBytes(file, &header, sizeof header) &&
+           WriteBytes(file, &noteSegment, sizeof noteSegment) &&
+           WriteBytes(file, segments.data(), segments.size() * sizeof(Elf64_Phdr)) &&
+           WriteBytes(file, notes.data(), notes.size()) &&
+           WriteBytes(file, padding.data(), padding.size()) &&
+           std::all_of(segments.begin(), segments.end(), [&](const Elf64_Phdr& segment) {
+               return WriteMemory(file, memory, segment);
+           });
+}
+
+} // namespace
+
+EDumpResult WriteProcessDump(const std::u16string& path, void* fault) {
+    const std::string name = NSFileLibInternals::PosixFromNative(path);
+    // The dump holds what the process knows, so it is the user's alone.
+    const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file < 0) {
+        return errno == EEXIST ? EDumpResult::kNameTaken : EDumpResult::kFailed;
+    }
+    const int memory = open("/proc/self/mem", O_RDONLY | O_CLOEXEC);
+    // This frame and those of the callers stay as they are while their memory is written.
+    ucontext_t here{};
+    bool written = memory >= 0 && getcontext(&here) == 0;
+    if (written) {
+        const auto* const context = fault != nullptr ? static_cast<ucontext_t*>(fault) : &here;
+        // The context of a fault does not tell its signal; this is the usual one.
+        written = WriteCore(file, memory, *context, fault != nullptr ? SIGSEGV : 0);
+    }
+    if (memory >= 0) {
+        close(memory);
+    }
+    written = close(file) == 0 && written;
+    if (!written) {
+        unlink(name.c_str());
+    }
+    return written ? EDumpResult::kWritten : EDumpResult::kFailed;
+}
+
+} // namespace NSDebugPackage

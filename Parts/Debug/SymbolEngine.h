@@ -1,0 +1,42 @@
+// Names for addresses of code, and the lock that all use of the platform's symbol functions shares.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace NSDebugPackage {
+
+// Counted: the first call starts the platform's engine, and the exit that belongs to it ends it. An
+// engine that does not start is told to the debug output only.
+void InitSymbols();
+void ExitSymbols();
+
+// Holds the symbol lock for a scope. Without an engine there is no lock.
+class CSymbolLock {
+public:
+    CSymbolLock();
+    ~CSymbolLock();
+    CSymbolLock(const CSymbolLock&) = delete;
+    CSymbolLock& operator=(const CSymbolLock&) = delete;
+
+private:
+    const bool fHeld;
+};
+
+struct SCodeSymbol {
+    std::string fSource; // the source file, or the module's where lines are not known
+    unsigned long fLine = 0;
+    std::string fName; // empty when unknown
+    uint64_t fOffset = 0;
+};
+
+constexpr size_t kLongestSymbolName = 2000;
+
+// The platform's part, each call under the symbol lock.
+bool StartSymbolEngine();
+void EndSymbolEngine();
+SCodeSymbol FindCodeSymbol(const void* address);
+// Fills at most `limit` return addresses, that of the caller of the caller first.
+uint32_t CaptureFrames(void** frames, uint32_t limit);
+
+} // namespace NSDebugPackage
