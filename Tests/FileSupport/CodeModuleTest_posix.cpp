@@ -1,0 +1,73 @@
+#include "PorterPackage/Core/FileLibSupport/CCodeModuleLocation.h"
+
+#include "FileLib/Source/Win/PosixNameCodec.h"
+#include "PorterPackage/Core/FileLibSupport/FolderHelpers.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace NSPorter {
+
+namespace {
+
+// Runs this program from where it was copied to, in a child with the given working directory; the
+// child removes its own file before it asks. Answers the child's exit code.
+int RunCopy(const std::string& workingDirectory, const std::string& program) {
+    const pid_t child = fork();
+    if (child == 0) {
+        if (chdir(workingDirectory.c_str()) == 0) {
+            execl(program.c_str(), program.c_str(), "--gtest_filter=DISABLED_RunFromACopy.*",
+                  "--gtest_also_run_disabled_tests", "--gtest_brief=1",
+                  static_cast<char*>(nullptr));
+        }
+        _exit(120);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+void CopyProgram(const std::string& path) {
+    std::ifstream source("/proc/self/exe", std::ios::binary);
+    std::ofstream(path, std::ios::binary) << source.rdbuf();
+    ASSERT_EQ(chmod(path.c_str(), 0700), 0);
+}
+
+const std::string kHostileName = "a:b?*| \x01\xFF\xC3 con.so .";
+
+} // namespace
+
+// Runs only in the children of the test below.
+TEST(DISABLED_RunFromACopy, KnowsItsName) {
+    ASSERT_EQ(unlink(kHostileName.c_str()), 0);
+    ASSERT_EQ(chdir("/"), 0);
+    const CCodeModuleLocation location = FindCodeModule(nullptr);
+    EXPECT_EQ(NSFileLibInternals::PosixNameFromNative(location.fPath1), kHostileName);
+    NSFileLib::ReleaseFileLibSingleton();
+}
+
+TEST(CodeModule, IsFoundUnderAnyPathAndAfterItsFileIsGone) {
+    char root[] = "/tmp/module.XXXXXX";
+    ASSERT_NE(mkdtemp(root), nullptr);
+    std::string folder = root;
+    for (int i = 0; i < 4; ++i) {
+        folder += "/" + std::string(200, 'd') + "\xE9?:";
+        ASSERT_EQ(mkdir(folder.c_str(), 0700), 0);
+    }
+    const std::string program = folder + "/" + kHostileName;
+    CopyProgram(program);
+    EXPECT_EQ(RunCopy(folder, program), 0);
+    CopyProgram(program);
+    EXPECT_EQ(RunCopy(folder, "./" + kHostileName), 0);
+    const std::string removeAll = std::string("rm -r ") + root;
+    EXPECT_EQ(std::system(removeAll.c_str()), 0);
+}
+
+} // namespace NSPorter

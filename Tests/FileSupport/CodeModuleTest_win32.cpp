@@ -1,0 +1,43 @@
+#include "Failure/XClasses.h"
+#include "PorterPackage/Core/FileLibSupport/CCodeModuleLocation.h"
+#include "PorterPackage/Core/FileLibSupport/FolderHelpers.h"
+#include "Tests/FileLib/CFakeFileOps.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include <windows.h>
+
+namespace NSPorter {
+
+namespace {
+
+std::wstring SearchFolder() {
+    wchar_t folder[300] = {};
+    GetDllDirectoryW(300, folder);
+    return folder;
+}
+
+} // namespace
+
+TEST(CodeModule, GivesTheSearchFolderBackOnEveryPath) {
+    for (const wchar_t* folder : {L"C:\\windows", static_cast<const wchar_t*>(nullptr)}) {
+        SetDllDirectoryW(folder);
+        const std::wstring before = SearchFolder();
+        FindCodeModule(nullptr);
+        EXPECT_EQ(SearchFolder(), before);
+        NSFileLibInternals::CFakeFileOps ops;
+        ops.fLongestPath = 3;
+        EXPECT_THROW(FindCodeModule(nullptr), NSLichen::XNotFound);
+        EXPECT_EQ(SearchFolder(), before);
+    }
+    NSFileLib::ReleaseFileLibSingleton();
+}
+
+TEST(CodeModule, AHandleOfNoModuleIsAPlainFailure) {
+    int notAModule = 0;
+    EXPECT_THROW(FindCodeModule(&notAModule), NSLichen::NSLichenDetails::XStdException);
+}
+
+} // namespace NSPorter

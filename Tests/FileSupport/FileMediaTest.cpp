@@ -1,0 +1,179 @@
+#include "Failure/RaisingSteps.h"
+#include "Failure/XClasses.h"
+#include "FileLib/Source/GlueGuard.h"
+#include "PorterPackage/Core/CMemoryMedia.h"
+#include "PorterPackage/Core/CPartialMedia.h"
+#include "PorterPackage/Core/FileLibSupport/CCMediaByteStreams.h"
+#include "PorterPackage/Core/FileLibSupport/CMediaBridge.h"
+#include "PorterPackage/Core/FileLibSupport/COpenFile.h"
+#include "PorterPackage/Core/FileLibSupport/COpenReadFileBridge.h"
+#include "PorterPackage/Core/FileLibSupport/COpenTemporaryFile.h"
+#include "PorterPackage/Core/FileLibSupport/FolderHelpers.h"
+#include "Tests/FileLib/CFakeFileOps.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+namespace NSFileLibSupport {
+
+namespace {
+
+using namespace NSLichen;
+using NSFileLib::kFileLibStatus_OK;
+using NSFileLibInternals::CFakeFileOps;
+using NSPorter::CMedia;
+using NSPorter::CMemoryMedia;
+
+std::string ReadText(const CMedia& media) {
+    std::string text(static_cast<size_t>(media.GetLength()), '\0');
+    media.ReadBytes(0, media.GetLength(), reinterpret_cast<uint8_t*>(text.data()));
+    return text;
+}
+
+void WriteText(CMedia& media, const std::string& text) {
+    media.WriteBytes(0, static_cast<int64_t>(text.size()),
+                     reinterpret_cast<const uint8_t*>(text.data()));
+}
+
+class FileMedia : public testing::Test {
+protected:
+    FileMedia() { fOps.AddFile(u"C:\\Temp\\a.txt", "text"); }
+    ~FileMedia() override { NSFileLib::ReleaseFileLibSingleton(); }
+
+    CFakeFileOps fOps;
+    const DirHandle fTemp = MakeDirSpec(u"C:\\Temp\\");
+};
+
+} // namespace
+
+TEST(CCMediaByteStreams, ServeAMediaAndTurnItsFailuresIntoStatuses) {
+    CMemoryMedia media(int64_t{0});
+    CCMediaByteWriter writer(&media);
+    const uint8_t source[] = {1, 2, 3};
+    EXPECT_EQ(writer.Write(1, 3, source), 5000);
+    int64_t size = 0;
+    EXPECT_EQ(writer.GetSize(&size), 5000);
+    EXPECT_EQ(size, 4);
+    EXPECT_EQ(writer.GetSize(nullptr), 5002);
+
+    NSPorter::CPartialMedia view(&media, 1, 2);
+    CCMediaByteReader reader(&view);
+    uint8_t bytes[3] = {};
+    EXPECT_EQ(reader.Read(0, 2, bytes), 5000);
+    EXPECT_EQ(bytes[1], 2);
+    EXPECT_EQ(reader.Read(0, 3, bytes), 5013);
+    EXPECT_EQ(reader.Read(0, 1, nullptr), 5002);
+    EXPECT_EQ(CCMediaByteWriter(&view).Write(0, 1, source), 5004);
+}
+
+TEST(CMediaBridge, LetsAForeignStatusThroughUnchanged) {
+    class CClientStream : public NSFileLib::IByteReader, public NSFileLib::IByteWriter {
+    public:
+        int32_t Read(int64_t, int64_t, uint8_t*) override { return fStatus; }
+        int32_t Write(int64_t, int64_t, const uint8_t*) override { return fStatus; }
+        int32_t GetSize(int64_t* size) override {
+            *size = 12;
+            return fStatus;
+        }
+        int32_t fStatus = kByteStreamStatus_OK;
+    };
+    CClientStream client;
+    CMediaBridge bridge(&client, &client);
+    uint8_t byte = 0;
+    bridge.ReadBytes(0, 1, &byte);
+    bridge.WriteBytes(0, 1, &byte);
+    EXPECT_EQ(bridge.GetLength(), 12);
+    client.fStatus = 100077;
+    // A file library operation that ran over such a bridge answers the client's own number.
+    const auto run = [](const auto& body) {
+        return NSFileLibInternals::RunGuarded(kFileLibStatus_OK, body);
+    };
+    EXPECT_EQ(run([&] { bridge.ReadBytes(0, 1, &byte); }), 100077);
+    EXPECT_EQ(run([&] { bridge.WriteBytes(0, 1, &byte); }), 100077);
+    EXPECT_EQ(run([&] { static_cast<void>(bridge.GetLength()); }), 100077);
+}
+
+TEST_F(FileMedia, AReadBridgeReadsAndNothingElse) {
+    COpenReadFileBridge bridge(MakeFileSpec(u"C:\\Temp\\a.txt"));
+    EXPECT_EQ(ReadText(bridge), "text");
+    uint8_t bytes[4] = {};
+    EXPECT_THROW(bridge.ReadBytes(1, 4, bytes), XRead);
+    EXPECT_THROW(bridge.WriteBytes(0, 1, bytes), XIllegalCallSequence);
+    EXPECT_THROW(COpenReadFileBridge(MakeFileSpec(u"C:\\Temp\\none")), XNotFound);
+}
+
+TEST_F(FileMedia, APlainOpenEmptiesTheFile) {
+    COpenFile file(fTemp, u"a.txt", kOpenFile_Plain);
+    EXPECT_EQ(file.GetLength(), 0);
+    WriteText(file, "fresh");
+    EXPECT_EQ(ReadText(file), "fresh");
+    file.Commit();
+    EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "fresh");
+}
+
+TEST_F(FileMedia, ASafeOpenKeepsTheFileUntilItsCommit) {
+    { // never committed
+        COpenFile file(fTemp, u"a.txt", kOpenFile_SafeSave);
+        WriteText(file, "lost");
+    }
+    EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "text");
+    COpenFile file(fTemp, u"a.txt", kOpenFile_SafeSave);
+    WriteText(file, "saved");
+    EXPECT_EQ(ReadText(file), "saved");
+    file.Commit();
+    EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "saved");
+    EXPECT_THROW(file.Commit(), XIllegalCallSequence);
+}
+
+TEST_F(FileMedia, AReadOnlyFileIsLockedForASafeOpen) {
+    fOps.fFiles[u"C:\\Temp\\a.txt"]->fAttributes |= NSFileLibInternals::kAttribute_ReadOnly;
+    try {
+        COpenFile(fTemp, u"a.txt", kOpenFile_SafeSave);
+        ADD_FAILURE();
+    } catch (const XLocked& exception) {
+        // A status carries no words.
+        EXPECT_STREQ(exception.what(), "");
+    }
+}
+
+TEST_F(FileMedia, ATemporaryFileGoesWithItsMedia) {
+    const size_t filesBefore = fOps.fFiles.size();
+    {
+        COpenTemporaryFile file(u"x.wav");
+        EXPECT_EQ(fOps.fFiles.size(), filesBefore + 1);
+        EXPECT_TRUE(GetName(*file.GetFile()).ends_with(u".wav"));
+        WriteText(file, "bytes");
+        EXPECT_EQ(ReadText(file), "bytes");
+    }
+    EXPECT_EQ(fOps.fFiles.size(), filesBefore);
+    { // cannot be deleted: left behind, and nothing is thrown
+        const COpenTemporaryFile file(u"x.wav");
+        fOps.Script("Delete", {NSFileLibInternals::kError_AccessDenied});
+    }
+    EXPECT_EQ(fOps.fFiles.size(), filesBefore + 1);
+    // One that cannot be opened leaves nothing.
+    fOps.Script("Open", {NSFileLibInternals::kError_SharingViolation});
+    EXPECT_THROW(COpenTemporaryFile(u"y.wav"), XLocked);
+    EXPECT_EQ(fOps.fFiles.size(), filesBefore + 1);
+}
+
+// On the system's own files.
+TEST(COpenTemporaryFile, ServesTheRealSystem) {
+    FileHandle name;
+    {
+        COpenTemporaryFile file(u"loop.tmp");
+        WriteText(file, "0123456789");
+        std::array<uint8_t, 4> bytes = {};
+        file.ReadBytes(6, 4, bytes.data());
+        EXPECT_EQ(bytes[3], '9');
+        EXPECT_EQ(file.GetLength(), 10);
+        name = file.GetFile();
+        EXPECT_TRUE(DoesChildFileExist(GetParent(name), GetName(*name)));
+    }
+    EXPECT_FALSE(DoesChildFileExist(GetParent(name), GetName(*name)));
+    NSFileLib::ReleaseFileLibSingleton();
+}
+
+} // namespace NSFileLibSupport

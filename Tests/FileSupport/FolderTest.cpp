@@ -1,0 +1,132 @@
+#include "Failure/RaisingSteps.h"
+#include "Failure/XClasses.h"
+#include "PorterPackage/Core/FileLibSupport/COpenReadFileBridge.h"
+#include "PorterPackage/Core/FileLibSupport/CRobustFileSpec.h"
+#include "PorterPackage/Core/FileLibSupport/FileAssociation.h"
+#include "PorterPackage/Core/FileLibSupport/FolderHelpers.h"
+#include "PorterPackage/Core/FileLibSupport/MakerFolders.h"
+#include "PorterPackage/Core/FileLibSupport/WalkFolder.h"
+#include "Tests/FileLib/CFakeFileOps.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <stdexcept>
+#include <string>
+
+namespace NSFileLibSupport {
+
+namespace {
+
+using namespace NSLichen;
+using NSFileLibInternals::CFakeFileOps;
+
+class Folders : public testing::Test {
+protected:
+    Folders() {
+        fOps.AddFile(u"C:\\Temp\\a.txt", "text");
+        fOps.AddFolder(u"C:\\Temp\\Sub");
+        fOps.AddFile(u"C:\\Temp\\Sub\\b.txt", "deep");
+    }
+    ~Folders() override { NSFileLib::ReleaseFileLibSingleton(); }
+
+    void AddLink(const std::u16string& link, const std::u16string& target) {
+        fOps.AddFile(link, "link");
+        fOps.fLinks[link].fTarget = target;
+    }
+
+    CFakeFileOps fOps;
+};
+
+} // namespace
+
+TEST_F(Folders, SpecsLeadUpAndDown) {
+    const FileHandle file = MakeFileSpec(u"C:\\Temp\\Sub\\b.txt");
+    EXPECT_EQ(GetName(*file), u"b.txt");
+    const DirHandle folder = GetParent(file);
+    EXPECT_EQ(GetName(*folder), u"Sub");
+    EXPECT_EQ(GetName(*GetParent(folder)), u"Temp");
+    EXPECT_EQ(GetName(*GetChildFile(folder, u"b.txt")), u"b.txt");
+    EXPECT_EQ(GetName(*GetChildFolder(folder, u"..")), u"Temp");
+    EXPECT_THROW(GetChildFile(folder, u"none"), XNotFound);
+    EXPECT_THROW(MakeFileSpec(u"no path"), XNotFound);
+    EXPECT_EQ(MakeVolumeSpec(u"C:")->IsValid(), 1);
+}
+
+TEST_F(Folders, ARobustSpecOutlivesItsFile) {
+    const CRobustFileSpec stored("file://C:\\gone", u"kept name");
+    EXPECT_EQ(stored.GetName(), u"kept name");
+    EXPECT_EQ(fOps.CountCalls("ReadAttributes"), 0);
+    for (const char* url : {"file://C:\\gone", "file://C:\\Temp\\"}) {
+        try {
+            static_cast<void>(CRobustFileSpec(url).GetName());
+            ADD_FAILURE() << url;
+        } catch (const XNotFound& exception) {
+            EXPECT_STREQ(exception.what(), "File not found.");
+        }
+    }
+    EXPECT_EQ(CRobustFileSpec("file://C:/Temp/a.txt").GetName(), u"a.txt");
+
+    const CRobustFileSpec spec(MakeFileSpec(u"C:\\Temp\\a.txt"));
+    EXPECT_EQ(spec.GetURL(), "file://C:\\Temp\\a.txt");
+    EXPECT_TRUE(spec.HasStoredName());
+    EXPECT_EQ(OpenRobust(spec)->GetLength(), 4);
+    fOps.fFiles.erase(u"C:\\Temp\\a.txt");
+    EXPECT_EQ(spec.GetName(), u"a.txt");
+    EXPECT_THROW(OpenRobust(spec), XNotFound);
+
+    fOps.fLongestPath = 5000;
+    std::u16string deep = u"C:";
+    while (deep.size() < 1020) {
+        deep += u"\\" + std::u16string(99, u'x');
+    }
+    EXPECT_THROW(CRobustFileSpec(MakeFileSpec(deep)), XOutOfSpace);
+}
+
+TEST_F(Folders, AWalkFollowsAliases) {
+    AddLink(u"C:\\Temp\\file.lnk", u"C:\\Temp\\Sub\\b.txt");
+    AddLink(u"C:\\Temp\\folder.LNK", u"C:\\Temp\\Sub");
+    AddLink(u"C:\\Temp\\lost.lnk", u"C:\\Temp\\gone");
+    fOps.AddFile(u"C:\\Temp\\lnk", "no alias");
+    std::map<std::u16string, std::u16string> seen;
+    WalkFolder(MakeDirSpec(u"C:\\Temp\\"), [&](const SFolderEntry& entry) {
+        ASSERT_NE(entry.fFile == nullptr, entry.fFolder == nullptr);
+        seen[entry.fName] = (entry.fIsAlias ? u"alias of " : u"") +
+                            (entry.fFile != nullptr ? u"file " + GetName(*entry.fFile)
+                                                    : u"folder " + GetName(*entry.fFolder));
+    });
+    const std::map<std::u16string, std::u16string> expected{{u"a.txt", u"file a.txt"},
+                                                            {u"Sub", u"folder Sub"},
+                                                            {u"file.lnk", u"alias of file b.txt"},
+                                                            {u"folder.LNK", u"alias of folder Sub"},
+                                                            {u"lnk", u"file lnk"}};
+    EXPECT_EQ(seen, expected);
+    EXPECT_THROW(WalkFolder(MakeDirSpec(u"C:\\Temp\\"),
+                            [](const SFolderEntry&) { throw std::length_error("stop"); }),
+                 std::length_error);
+}
+
+TEST_F(Folders, TheMakersFoldersAreMadeWhenMissing) {
+    fOps.AddFolder(u"C:\\Docs");
+    fOps.AddFolder(u"C:\\Data");
+    fOps.fSpecialFolders = {{5, u"C:\\Docs"}, {26, u"C:\\Data"}};
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(GetName(*GetOrCreateMusicDocumentsDirSpec()), u"Halyard Software");
+        EXPECT_EQ(GetName(*GetCachedDataFolderDirSpec()), u"Halyard Software");
+    }
+    EXPECT_TRUE(fOps.HasFile(u"C:\\Docs\\Halyard Software"));
+    EXPECT_TRUE(fOps.HasFile(u"C:\\Data\\Halyard Software"));
+    fOps.fSpecialFolders.clear();
+    EXPECT_THROW(GetOrCreateMusicDocumentsDirSpec(), XNotFound);
+}
+
+TEST(FileAssociation, AnUnknownClassHasNoProgram) {
+    try {
+        FindAssociatedProgram(u".no such extension");
+        ADD_FAILURE();
+    } catch (const XNotFound& exception) {
+        EXPECT_STREQ(exception.what(), "AssocQueryStringByKey failed");
+    }
+}
+
+} // namespace NSFileLibSupport
