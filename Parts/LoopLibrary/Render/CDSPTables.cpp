@@ -7,7 +7,7 @@ namespace NSLOPDLL {
 
 namespace {
 
-constexpr int32_t kCentre = 3 * kInterpolationPhases; // the kernel's peak
+constexpr size_t kCentre = 3 * kInterpolationPhases; // the kernel's peak
 
 // The steps of window and sinc from one point of the kernel to the next, 2 pi / 1536 and pi / 256,
 // have the precision of a float; they are added up in double.
@@ -51,15 +51,15 @@ private:
         MakePitchTable();
     }
 
-    float& Tap(int32_t row, int32_t phase) {
-        return fInterpolation[static_cast<size_t>(row * kInterpolationPhases + phase)];
+    float& Tap(size_t row, size_t phase) {
+        return fInterpolation[row * kInterpolationPhases + phase];
     }
 
     void MakeWindowedSinc() {
         Tap(0, kCentre) = 1.0F;
         double windowAngle = kWindowStart;
         double sincAngle = kSincStep;
-        for (int32_t k = 1; k < kCentre; ++k) {
+        for (size_t k = 1; k < kCentre; ++k) {
             const double window = 0.54 - ::cos(windowAngle) * 0.46;
             const double sinc = ::sin(sincAngle) / sincAngle;
             const auto value = static_cast<float>(window * sinc);
@@ -72,13 +72,13 @@ private:
 
     // Makes the taps of each phase add up to 1, by the same amount on each.
     void NormalizePhases() {
-        for (int32_t phase = 0; phase < kInterpolationPhases; ++phase) {
+        for (size_t phase = 0; phase < kInterpolationPhases; ++phase) {
             double sum = 0.0;
-            for (int32_t row = 0; row < kInterpolationTaps; ++row) {
+            for (size_t row = 0; row < kInterpolationTaps; ++row) {
                 sum += static_cast<double>(Tap(row, phase));
             }
             const double correction = (1.0 - sum) / 6.0;
-            for (int32_t row = 0; row < kInterpolationTaps; ++row) {
+            for (size_t row = 0; row < kInterpolationTaps; ++row) {
                 float& tap = Tap(row, phase);
                 tap = static_cast<float>(static_cast<double>(tap) + correction);
             }
@@ -86,9 +86,9 @@ private:
     }
 
     void OrderByPhase() {
-        for (int32_t phase = 0; phase < kInterpolationPhases; ++phase) {
-            for (int32_t tap = 0; tap < kInterpolationTaps; ++tap) {
-                fInterpolationByPhase[static_cast<size_t>(phase * kPhaseStride + tap)] =
+        for (size_t phase = 0; phase < kInterpolationPhases; ++phase) {
+            for (size_t tap = 0; tap < kInterpolationTaps; ++tap) {
+                fInterpolationByPhase[phase * kPhaseStride + tap] =
                     Tap(kInterpolationTaps - 1 - tap, phase);
             }
         }
@@ -98,8 +98,8 @@ private:
         const double cent = ::pow(2.0, kCent);
         const double unity = 16384.0 / PowerOfWhole(cent, kPitchTableUnity);
         for (int32_t i = 0; i < kPitchTableSize; ++i) {
-            fPitch[static_cast<size_t>(i)] =
-                static_cast<uint32_t>(PowerOfWhole(cent, i) * unity + 0.5);
+            const double rounded = PowerOfWhole(cent, i) * unity + 0.5;
+            fPitch[static_cast<size_t>(i)] = static_cast<uint32_t>(rounded);
         }
     }
 };

@@ -10,10 +10,10 @@ namespace NSLOPDLL {
 // Envelope settings are indices into the rate-dependent tables, 0 to 1023.
 constexpr int32_t kEnvelopeTableSize = 1024;
 
-constexpr int32_t kInterpolationTaps = 6;
-constexpr int32_t kInterpolationPhases = 256;
+constexpr size_t kInterpolationTaps = 6;
+constexpr size_t kInterpolationPhases = 256;
 // Floats from one phase to the next in the table by phase: six taps and two zeroes.
-constexpr int32_t kPhaseStride = 8;
+constexpr size_t kPhaseStride = 8;
 
 // Indices of the pitch table are cents; this one is unity.
 constexpr int32_t kPitchTableSize = 19200;

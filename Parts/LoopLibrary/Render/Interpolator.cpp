@@ -2,14 +2,17 @@
 
 #include "LoopLibrary/Render/CDSPTables.h"
 
+#include <cstddef>
+
 namespace NSLOPDLL {
 
 namespace {
 
+constexpr size_t kRow = kInterpolationPhases;
+
 float SumTaps(const float* taps, const float* fetch) {
-    return taps[5 * kInterpolationPhases] * fetch[0] + taps[4 * kInterpolationPhases] * fetch[1] +
-           taps[3 * kInterpolationPhases] * fetch[2] + taps[2 * kInterpolationPhases] * fetch[3] +
-           taps[1 * kInterpolationPhases] * fetch[4] + taps[0] * fetch[5];
+    return taps[5 * kRow] * fetch[0] + taps[4 * kRow] * fetch[1] + taps[3 * kRow] * fetch[2] +
+           taps[2 * kRow] * fetch[3] + taps[kRow] * fetch[4] + taps[0] * fetch[5];
 }
 
 } // namespace

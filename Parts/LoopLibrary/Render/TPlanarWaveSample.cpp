@@ -52,8 +52,11 @@ void WriteFrames(Value* left, Value* right, int32_t first, int32_t count,
 
 template <typename Depth>
 TPlanarWaveSample<Depth>::TPlanarWaveSample(uint32_t sampleRate, uint32_t frameCount, bool stereo)
-    : CABCWaveSample(sampleRate, frameCount, stereo, Depth::kBits), fLeft(frameCount),
-      fRight(stereo ? CSamplePlane<Value>(frameCount) : CSamplePlane<Value>()) {}
+    : CABCWaveSample(sampleRate, frameCount, stereo, Depth::kBits), fLeft(frameCount) {
+    if (stereo) {
+        fRight = CSamplePlane<Value>(frameCount);
+    }
+}
 
 template <typename Depth>
 TPlanarWaveSample<Depth>::TPlanarWaveSample(const TPlanarWaveSample& other)
