@@ -57,7 +57,9 @@ LOPResult LOPInitializeDLL(void) {
         gModule.store(std::make_unique<CLOPDLL>(location).release(), std::memory_order_release);
         return kLOPResult_OK;
     } catch (...) {
-        return NSLOPDLL::ResultOfCurrentException();
+        const LOPResult result = NSLOPDLL::ResultOfCurrentException();
+        NSFileLib::ReleaseFileLibSingleton();
+        return result;
     }
 }
 
