@@ -21,7 +21,7 @@ struct SRandomBits {
         for (uint8_t& byte : fBytes) {
             byte = static_cast<uint8_t>(fNoise.Next());
             for (int i = 7; i >= 0; --i) {
-                fBits.push_back(byte >> i & 1u);
+                fBits.push_back(uint32_t{byte} >> i & 1u);
             }
         }
     }
