@@ -88,7 +88,7 @@ void CheckBulk(View (S::*get)(int32_t, int32_t) const noexcept,
         std::vector<View> planes(140);
         std::vector<View> frames(140);
         for (const int32_t channel : {1, 2}) {
-            View* plane = planes.data() + 70 * (channel - 1);
+            View* plane = planes.data() + ptrdiff_t{70} * (channel - 1);
             (*source.*getBulk)(3, 70, plane, channel);
             (*bulk.*setBulk)(3, 70, plane, channel);
             (*bulk.*setBulk)(0, -5, plane, channel);
@@ -139,8 +139,8 @@ TEST(WaveSample, MakesPreviewOfOverlappingEntries) {
             sample->Get16BitSamples(64 * entry, count, values.data(), 1 + i % 2);
             const auto [low, high] = std::minmax_element(values.begin(), values.begin() + count);
             const int16_t* peaks = i % 2 == 0 ? preview.GetLeftPeaks() : preview.GetRightPeaks();
-            EXPECT_EQ(peaks[2 * entry], *low);
-            EXPECT_EQ(peaks[2 * entry + 1], *high);
+            peaks += ptrdiff_t{2} * entry;
+            EXPECT_EQ(std::pair(peaks[0], peaks[1]), std::pair(*low, *high));
         }
     }
 }

@@ -17,22 +17,18 @@ class CSamplePlane {
 public:
     CSamplePlane() noexcept = default;
 
-    explicit CSamplePlane(uint32_t size)
-        : fValues(static_cast<Value*>(std::calloc(size_t{size} + 1, sizeof(Value)))), fSize(size) {
-        if (fValues == nullptr) {
-            throw std::bad_alloc();
-        }
-    }
+    explicit CSamplePlane(uint32_t size) : fValues(Allocate(size)), fSize(size) {}
 
     // A plane of `size` values that starts with those of `other`.
-    CSamplePlane(uint32_t size, const CSamplePlane& other) : CSamplePlane(size) {
-        const size_t common = std::min(size, other.fSize);
-        if (common > 0) {
-            std::memcpy(fValues.get(), other.fValues.get(), common * sizeof(Value));
-        }
-    }
+    CSamplePlane(uint32_t size, const CSamplePlane& other) : CSamplePlane(size) { CopyFrom(other); }
 
-    CSamplePlane Clone() const { return Exists() ? CSamplePlane(fSize, *this) : CSamplePlane(); }
+    CSamplePlane(const CSamplePlane& other)
+        : fValues(other.Exists() ? Allocate(other.fSize) : nullptr), fSize(other.fSize) {
+        CopyFrom(other);
+    }
+    CSamplePlane(CSamplePlane&&) noexcept = default;
+    CSamplePlane& operator=(CSamplePlane&&) noexcept = default;
+    ~CSamplePlane() = default;
 
     bool Exists() const noexcept { return fValues != nullptr; }
     const Value* Get() const noexcept { return fValues.get(); }
@@ -42,6 +38,21 @@ private:
     struct Free {
         void operator()(Value* values) const noexcept { std::free(values); }
     };
+
+    static Value* Allocate(uint32_t size) {
+        auto* values = static_cast<Value*>(std::calloc(size_t{size} + 1, sizeof(Value)));
+        if (values == nullptr) {
+            throw std::bad_alloc();
+        }
+        return values;
+    }
+
+    void CopyFrom(const CSamplePlane& other) noexcept {
+        const size_t common = std::min(fSize, other.fSize);
+        if (common > 0) {
+            std::memcpy(fValues.get(), other.fValues.get(), common * sizeof(Value));
+        }
+    }
 
     std::unique_ptr<Value[], Free> fValues;
     uint32_t fSize = 0;

@@ -60,7 +60,7 @@ TPlanarWaveSample<Depth>::TPlanarWaveSample(uint32_t sampleRate, uint32_t frameC
 
 template <typename Depth>
 TPlanarWaveSample<Depth>::TPlanarWaveSample(const TPlanarWaveSample& other)
-    : CABCWaveSample(other), fLeft(other.fLeft.Clone()), fRight(other.fRight.Clone()) {}
+    : CABCWaveSample(other), fLeft(other.fLeft), fRight(other.fRight) {}
 
 template <typename Depth>
 void TPlanarWaveSample<Depth>::ReplaceChannelFrom(const CABCWaveSample& source, int32_t channel) {
