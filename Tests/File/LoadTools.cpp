@@ -105,9 +105,9 @@ void CheckReports(const Bytes& bytes, const std::vector<uint32_t>& reports,
 }
 
 void Poke(NSLoopWriter::SIFFChunk& root, const SField& field, int64_t value) {
-    for (size_t i = 0; i < field.fWidth; ++i) {
+    for (size_t i = field.fWidth; i-- > 0; value >>= 8) {
         NSLoopWriter::FindChunk(root, ID(field.fID)).fBody.at(field.fOffset + i) =
-            static_cast<uint8_t>(value >> 8 * (field.fWidth - 1 - i));
+            static_cast<uint8_t>(value);
     }
 }
 
