@@ -150,19 +150,25 @@ TEST(LOP2Chunks, CreatorTextLimit) {
 }
 
 TEST(LOP2Chunks, EndWithTheirLastField) {
-    const std::tuple<const char*, size_t, std::string> rows[] = {
-        {"HEAD", 29, "open: XRead "},     {"CREI", 20, "creator: XRead "},
-        {"GLOB", 22, "open: XRead "},     {"TESL", 15, "open: XRead "},
-        {"TSLX", 21, "edit: XRead "},     {"TRSH", 7, "settings: XRead "},
-        {"EQ  ", 17, "settings: XRead "}, {"COMP", 9, "settings: XRead "},
-        {"SLCE", 11, "slices: XRead "},   {"SINF", 18, "open: XRead "}};
-    for (const auto& [id, size, outcome] : rows) {
+    struct SRow {
+        const char* fID;
+        size_t fSize;
+        std::string fOutcome;
+    };
+    const SRow rows[] = {{"HEAD", 29, "open: XRead "},     {"CREI", 20, "creator: XRead "},
+                         {"GLOB", 22, "open: XRead "},     {"TESL", 15, "open: XRead "},
+                         {"TSLX", 21, "edit: XRead "},     {"TRSH", 7, "settings: XRead "},
+                         {"EQ  ", 17, "settings: XRead "}, {"COMP", 9, "settings: XRead "},
+                         {"SLCE", 11, "slices: XRead "},   {"SINF", 18, "open: XRead "}};
+    for (const SRow& row : rows) {
         SLOP2File file;
         file.fCreatorInfo.emplace();
         file.fTesselExtraInfo.emplace();
-        file.fEdit = [&](SIFFChunk& root) { TruncateChunk(root, ID(id), size - 1); };
-        EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, outcome);
-        file.fEdit = [&](SIFFChunk& root) { FindChunk(root, ID(id)).fBody.resize(size + 8, 255); };
+        file.fEdit = [&](SIFFChunk& root) { TruncateChunk(root, ID(row.fID), row.fSize - 1); };
+        EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, row.fOutcome);
+        file.fEdit = [&](SIFFChunk& root) {
+            FindChunk(root, ID(row.fID)).fBody.resize(row.fSize + 8, 255);
+        };
         EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, "loaded");
     }
 }

@@ -130,12 +130,12 @@ TEST(LOP2Load, MissingChunks) {
                                                         {"DEVL", "settings: XFormatViolation "},
                                                         {"TSLX", "loaded"},
                                                         {"CREI", "loaded"}};
-    for (const auto& [id, outcome] : rows) {
+    for (const auto& row : rows) {
         SLOP2File file;
         file.fCreatorInfo.emplace();
         file.fTesselExtraInfo.emplace();
-        file.fEdit = [&](SIFFChunk& root) { LeaveOutChunk(root, ID(id)); };
-        EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, outcome);
+        file.fEdit = [&](SIFFChunk& root) { LeaveOutChunk(root, ID(row.first)); };
+        EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, row.second);
     }
 }
 
