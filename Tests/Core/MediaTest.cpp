@@ -7,7 +7,7 @@
 
 namespace NSPorter {
 
-namespace {
+constexpr int64_t kMost = std::numeric_limits<int64_t>::max();
 
 TEST(Media, PrimitivesAreBigEndianAndMoveTheCursor) {
     COwnedMemoryMedia media;
@@ -16,159 +16,114 @@ TEST(Media, PrimitivesAreBigEndianAndMoveTheCursor) {
     media.WriteU32(0x89ABCDEF);
     EXPECT_EQ(BytesOf(media), "\xFE\x12\x34\x89\xAB\xCD\xEF"s);
     EXPECT_EQ(media.GetPosition(), 7);
-
     media.SetPosition(0);
     EXPECT_EQ(media.PeekU8(), 0xFE);
     EXPECT_EQ(media.ReadU8(), 0xFEU);
     EXPECT_EQ(media.ReadU16(), 0x1234);
     EXPECT_EQ(media.ReadU32(), 0x89ABCDEFU);
-    EXPECT_EQ(media.BytesLeft(), 0);
-
     uint8_t pair[2] = {};
-    media.ReadAt(1, 2, pair);
+    EXPECT_EQ(CRawByteReader(&media).Read(1, 2, pair), NSLichen::kByteStreamStatus_OK);
+    EXPECT_EQ(CRawByteReader(&media).Read(0, -1, pair), NSLichen::kByteStreamStatus_OK);
     EXPECT_EQ(media.GetPosition(), 3);
-    media.WriteAt(5, 2, pair);
-    EXPECT_EQ(BytesOf(media), "\xFE\x12\x34\x89\xAB\x12\x34"s);
-
+    // What an owned array grows by is zero.
+    media.WriteAt(9, 2, pair);
+    EXPECT_EQ(BytesOf(media), "\xFE\x12\x34\x89\xAB\xCD\xEF\0\0\x12\x34"s);
     // A cursor outside the media has nothing left to read, on either side.
-    for (const int64_t position : {int64_t{-1}, int64_t{7}, std::numeric_limits<int64_t>::min(),
-                                   std::numeric_limits<int64_t>::max()}) {
+    for (const int64_t position : {int64_t{-1}, int64_t{11}, -kMost - 1, kMost}) {
         media.SetPosition(position);
         EXPECT_EQ(media.BytesLeft(), 0) << position;
     }
 }
 
 template <class Media>
-void ExpectGrowth() {
-    struct Case {
-        int64_t fCapacity, fNeeded, fGrown;
-    };
-    // Half as much again as is missing, at least a quarter where that is above 99, at least 100.
-    for (const Case& c :
-         {Case{0, 1, 100}, Case{100, 100, 100}, Case{100, 101, 200}, Case{399, 400, 499},
-          Case{404, 405, 505}, Case{1000, 2000, 2500}, Case{0, 67, 100}, Case{0, 69, 103}}) {
-        Media media(c.fCapacity);
+class MemoryMedia : public testing::Test {};
+using MemoryMediaTypes = testing::Types<CMemoryMedia, COwnedMemoryMedia>;
+TYPED_TEST_SUITE(MemoryMedia, MemoryMediaTypes, );
+
+TYPED_TEST(MemoryMedia, GrowsByTheRule) {
+    // Capacity, bytes needed, new capacity: half as much again as is missing, at least a quarter
+    // where that is above 99, at least 100.
+    const int64_t table[][3] = {{0, 1, 100},     {100, 100, 100}, {100, 101, 200},
+                                {399, 400, 499}, {404, 405, 505}, {1000, 2000, 2500},
+                                {0, 67, 100},    {0, 69, 103}};
+    for (const auto& [capacity, needed, grown] : table) {
+        TypeParam media(capacity);
         EXPECT_EQ(media.GetLength(), 0);
-        media.SetPosition(c.fNeeded - 1);
+        media.SetPosition(needed - 1);
         media.WriteU8(1);
-        EXPECT_EQ(media.GetCapacity(), c.fGrown) << c.fCapacity << " to " << c.fNeeded;
-        EXPECT_EQ(media.GetLength(), c.fNeeded);
+        EXPECT_EQ(media.GetCapacity(), grown) << capacity << " to " << needed;
+        EXPECT_EQ(media.GetLength(), needed);
     }
 }
 
-TEST(Media, BothMemoryMediaGrowByTheSameRule) {
-    ExpectGrowth<CMemoryMedia>();
-    ExpectGrowth<COwnedMemoryMedia>();
-}
-
-template <class Media>
-void ExpectBytesSurviveGrowth() {
-    Media media(int64_t{4});
+TYPED_TEST(MemoryMedia, KeepsBytesWhenGrownOrCopied) {
+    TypeParam media(int64_t{4});
     media.WriteU32(0x01020304);
-    uint8_t* start = media.GetWritableBuffer(200);
+    const uint8_t* start = media.GetWritableBuffer(200);
     EXPECT_EQ(start, media.GetData());
-    EXPECT_EQ(media.GetLength(), 204);
-    EXPECT_EQ(start[3], 4);
     media.SetPosition(0);
     media.GetWritableBuffer(1);
-    EXPECT_EQ(media.GetLength(), 204);
-
+    media.Write(0, nullptr);
+    EXPECT_EQ(BytesOf(media).substr(0, 4), "\1\2\3\4");
     media.SetPosition(-1);
     EXPECT_THROW(media.WriteU8(0), std::out_of_range);
-    media.SetPosition(std::numeric_limits<int64_t>::max());
+    media.SetPosition(kMost);
     EXPECT_THROW(media.WriteU8(0), std::bad_alloc);
-    media.Write(0, nullptr);
     EXPECT_EQ(media.GetLength(), 204);
+    TypeParam copy(static_cast<const CMedia&>(media));
+    EXPECT_EQ(copy.GetPosition(), kMost);
+    copy.SetPosition(0);
+    copy.WriteU8(9);
+    EXPECT_EQ(BytesOf(TypeParam(copy)), "\x09" + BytesOf(media).substr(1));
 }
 
-TEST(Media, GrowthKeepsBytesAndRefusesImpossibleRuns) {
-    ExpectBytesSurviveGrowth<CMemoryMedia>();
-    ExpectBytesSurviveGrowth<COwnedMemoryMedia>();
-}
-
-TEST(Media, OwnedArrayFillsGapsWithZeros) {
-    COwnedMemoryMedia media(3, Raw("abc"));
-    media.SetPosition(5);
-    media.WriteU8('f');
-    EXPECT_EQ(BytesOf(media), "abc\0\0f"s);
-}
-
-TEST(Media, CopiesTakeBytesAndCursor) {
-    const std::string text = "abcdef";
-    CMemoryMedia source = MediaOf(text);
-    source.SetPosition(2);
-    CMemoryMedia block(static_cast<const CMedia&>(source));
-    CMemoryMedia same(source);
-    COwnedMemoryMedia array(source);
-    EXPECT_EQ(source.GetPosition(), 2);
-    for (CMedia* copy : {static_cast<CMedia*>(&block), static_cast<CMedia*>(&same),
-                         static_cast<CMedia*>(&array)}) {
-        EXPECT_EQ(copy->GetPosition(), 2);
-        copy->WriteU8('X');
-        EXPECT_EQ(BytesOf(*copy), "abXdef");
-    }
-    EXPECT_EQ(text, "abcdef");
-}
-
-TEST(Media, BorrowedBlocksAreNeverReplaced) {
+TEST(CMemoryMedia, BorrowedBlocksAreNeverReplaced) {
     std::string text = "abcd";
     CMemoryMedia writable(4, reinterpret_cast<uint8_t*>(text.data()));
     writable.WriteU32(0x41424344);
-    EXPECT_EQ(text, "ABCD");
-    EXPECT_RAISES(NSLichen::XIllegalCallSequence, "", writable.WriteU8(1));
-    EXPECT_RAISES(NSLichen::XIllegalCallSequence, "", writable.GetWritableBuffer(1));
-
+    EXPECT_RAISES(NSLichen::XIllegalCallSequence, writable.WriteU8(1));
+    EXPECT_RAISES(NSLichen::XIllegalCallSequence, writable.GetWritableBuffer(1));
     CMemoryMedia readable = MediaOf(text);
-    EXPECT_RAISES(NSLichen::XIllegalCallSequence, "", readable.WriteU8(1));
+    EXPECT_RAISES(NSLichen::XIllegalCallSequence, readable.WriteU8(1));
     EXPECT_EQ(text, "ABCD");
     EXPECT_EQ(readable.GetPosition(), 0);
 }
 
 TEST(Media, CopyFromMovesBothCursors) {
     const std::string text = "0123456789";
-    for (const int64_t bufferSize : {1, 3, 7, 100}) {
-        CMemoryMedia source = MediaOf(text);
-        source.SetPosition(1);
-        COwnedMemoryMedia target;
-        target.CopyFrom(7, source, bufferSize);
-        EXPECT_EQ(BytesOf(target), "1234567");
-        EXPECT_EQ(source.GetPosition(), 8);
-        EXPECT_EQ(target.GetPosition(), 7);
-        target.CopyFrom(0, source, bufferSize);
-        EXPECT_EQ(target.GetLength(), 7);
-        EXPECT_THROW(target.CopyFrom(1, source, 0), std::invalid_argument);
-    }
+    CMemoryMedia source = MediaOf(text);
+    source.SetPosition(1);
+    COwnedMemoryMedia target;
+    target.CopyFrom(4, source, 3);
+    target.CopyFrom(3, source, 100);
+    EXPECT_EQ(BytesOf(target), "1234567");
+    EXPECT_TRUE(source.GetPosition() == 8 && target.GetPosition() == 7);
+    EXPECT_THROW(target.CopyFrom(1, source, 0), std::invalid_argument);
 }
 
-TEST(PartialMedia, ReadOnlyViewGuardsItsEnds) {
+TEST(CPartialMedia, ReadOnlyViewGuardsItsEnds) {
     const std::string text = "0123456789";
     CMemoryMedia parent = MediaOf(text);
     parent.SetPosition(4);
     CPartialMedia view(&parent, 4, 3);
-    EXPECT_EQ(view.GetPosition(), 0);
     EXPECT_EQ(view.GetLength(), 3);
     EXPECT_EQ(view.ReadU16(), 0x3435);
-
-    struct Case {
-        int64_t fPosition, fCount;
-    };
-    constexpr int64_t most = std::numeric_limits<int64_t>::max();
     uint8_t bytes[8] = {};
-    for (const Case& c : {Case{0, 4}, Case{3, 1}, Case{4, 0}, Case{-4, 4}, Case{-1, 0}, Case{1, -1},
-                          Case{1, most}, Case{most, 1}}) {
-        EXPECT_RAISES(NSLichen::XRead, "", view.ReadBytes(c.fPosition, c.fCount, bytes));
+    const int64_t outside[][2] = {{0, 4},  {3, 1},  {4, 0},     {-4, 4},
+                                  {-1, 0}, {1, -1}, {1, kMost}, {kMost, 1}};
+    for (const auto& [position, count] : outside) {
+        EXPECT_RAISES(NSLichen::XRead, view.ReadBytes(position, count, bytes));
     }
-    EXPECT_RAISES(NSLichen::XRead, "", view.ReadU32());
+    EXPECT_RAISES(NSLichen::XRead, view.ReadU32());
     EXPECT_EQ(view.GetPosition(), 2);
     EXPECT_EQ(parent.GetPosition(), 4);
-    EXPECT_RAISES(NSLichen::XIllegalCallSequence, "", view.WriteU8(1));
-
+    EXPECT_RAISES(NSLichen::XIllegalCallSequence, view.WriteU8(1));
     CPartialMedia empty(&parent, 4, 0);
     empty.ReadBytes(0, 0, bytes);
-    EXPECT_RAISES(NSLichen::XRead, "", empty.ReadBytes(0, 1, bytes));
+    EXPECT_RAISES(NSLichen::XRead, empty.ReadBytes(0, 1, bytes));
 }
 
-TEST(PartialMedia, WritableViewFollowsItsParent) {
+TEST(CPartialMedia, WritableViewFollowsItsParent) {
     COwnedMemoryMedia root;
     root.WriteU32(0);
     CPartialMedia outer(&root, 4);
@@ -178,25 +133,11 @@ TEST(PartialMedia, WritableViewFollowsItsParent) {
     inner.WriteU8(0x43);
     EXPECT_EQ(BytesOf(root), "\0\0\0\0ABC"s);
     EXPECT_EQ(outer.GetLength(), 3);
-
     inner.Flush(false);
     EXPECT_EQ(outer.GetPosition(), 3);
     EXPECT_EQ(root.GetPosition(), 4);
     inner.Flush(true);
     EXPECT_EQ(root.GetPosition(), 7);
 }
-
-TEST(RawByteReader, ReadsByPosition) {
-    const std::string text = "0123456789";
-    CMemoryMedia media = MediaOf(text);
-    CRawByteReader reader(&media);
-    uint8_t bytes[4] = {};
-    EXPECT_EQ(reader.Read(3, 4, bytes), NSLichen::kByteStreamStatus_OK);
-    EXPECT_EQ(std::string(bytes, bytes + 4), "3456");
-    EXPECT_EQ(reader.Read(0, -1, bytes), NSLichen::kByteStreamStatus_OK);
-    EXPECT_EQ(media.GetPosition(), 7);
-}
-
-} // namespace
 
 } // namespace NSPorter

@@ -1,6 +1,5 @@
 #include "CoreTestTools.h"
 
-#include "PorterPackage/Core/CIFFFileReader.h"
 #include "PorterPackage/Core/CIFFFileWriter.h"
 #include "PorterPackage/Core/CRIFFReader2.h"
 #include "PorterPackage/Core/CRIFFWriter2.h"
@@ -11,13 +10,30 @@ namespace {
 
 constexpr uint32_t kA = FourCharID("AAAA");
 constexpr uint32_t kType = FourCharID("TYPE");
-constexpr uint32_t kRiff = FourCharID("RIFF");
 constexpr uint32_t kWave = FourCharID("WAVE");
 
-TEST(NestedWriter, WritesWhatTheRulesSay) {
+bool IsSound(CMedia& media) {
+    try {
+        return CRIFFReader2(&media).CountChunks() == 1;
+    } catch (const NSLichen::XFormatViolation&) {
+        return false;
+    }
+}
+
+} // namespace
+
+TEST(CIFFFileWriter, WritesWhatTheRulesSay) {
+    ASSERT_EQ(std::endian::native, std::endian::little);
+    COwnedMemoryMedia native;
+    CIFFFileWriter riff(&native, kIFFMode_Native);
+    riff.EnterGroup(FourCharID("RIFF"), kWave);
+    riff.Leave();
+    EXPECT_EQ(BytesOf(native), RIFFChunk("RIFF", "WAVE"));
+
     COwnedMemoryMedia media;
     {
         CIFFFileWriter writer(&media, kIFFMode_BigEndian);
+        EXPECT_RAISES(NSLichen::XIllegalCallSequence, writer.Leave());
         writer.EnterCat(kType);
         EXPECT_EQ(writer.WriteChunk(kA, 3, Raw("abc")), 12);
         EXPECT_EQ(writer.WriteChunk(kA, 0, nullptr), 8);
@@ -38,140 +54,81 @@ TEST(NestedWriter, WritesWhatTheRulesSay) {
     EXPECT_EQ(media.BytesLeft(), 0);
 }
 
-TEST(NestedWriter, PadsByAbsolutePosition) {
+TEST(CIFFFileWriter, DestructionSurvivesAMediaThatFails) {
+    // A block that cannot grow refuses the bytes themselves or, at odd sizes, only the pad byte
+    // that the destructor writes.
+    for (size_t size = 0; size < 40; ++size) {
+        std::vector<uint8_t> block(size);
+        CMemoryMedia media(static_cast<int64_t>(size), block.data());
+        bool hasFailed = false;
+        try {
+            CIFFFileWriter writer(&media, kIFFMode_BigEndian);
+            writer.EnterCat(kType);
+            writer.EnterForm(kType);
+            writer.WriteChunk(kA, 2, Raw("xy"));
+        } catch (const NSLichen::XIllegalCallSequence&) {
+            hasFailed = true;
+        }
+        EXPECT_EQ(hasFailed, size < 34) << size;
+    }
+}
+
+TEST(CIFFWriter2, PadsByAbsolutePosition) {
     COwnedMemoryMedia media;
     media.WriteU8('-');
     CIFFWriter2 writer(&media, kIFFMode_BigEndian);
     EXPECT_EQ(writer.WriteChunk(kA, 2, Raw("ab")), 11);
     EXPECT_EQ(writer.WriteChunk(kA, 2, Raw("ab")), 10);
     EXPECT_EQ(BytesOf(media), "-" + Chunk("AAAA", "ab") + "\0"s + Chunk("AAAA", "ab"));
-}
-
-TEST(NestedWriter, LevelsByHand) {
-    COwnedMemoryMedia media;
-    CIFFWriter2 root(&media, kIFFMode_Native);
-    CIFFChunkHeader group;
-    root.BeginList(group, kType);
-    EXPECT_EQ(group.fKind, kIFFKind_List);
-    EXPECT_EQ(group.fID, kType);
-    CIFFWriter2 level(&root, group);
-    level.WriteChunk(kA, 4, Raw("data"));
-    // The cursor of the root has followed.
-    EXPECT_EQ(media.GetPosition(), 24);
-    root.EndChunk(group, level.GetMedia()->GetLength());
-    EXPECT_EQ(std::endian::native, std::endian::little);
-    EXPECT_EQ(BytesOf(media), RIFFChunk("LIST", "TYPE" + RIFFChunk("AAAA", "data")));
-    EXPECT_THROW(root.EndChunk(group, 0xFFFFFFFC), std::length_error);
-    EXPECT_THROW(root.EndChunk(group, -1), std::length_error);
-
-    CIFFFileWriter writer(&media, kIFFMode_BigEndian);
-    EXPECT_RAISES(NSLichen::XIllegalCallSequence, "", writer.Leave());
-}
-
-// Takes a number of writes and then no more.
-class CFailingMedia : public COwnedMemoryMedia {
-public:
-    explicit CFailingMedia(int writes) : fWritesLeft(writes) {}
-
-    void WriteBytes(int64_t position, int64_t count, const uint8_t* source) override {
-        if (fWritesLeft-- < 1) {
-            throw NSLichen::XWrite("");
-        }
-        COwnedMemoryMedia::WriteBytes(position, count, source);
-    }
-
-private:
-    int fWritesLeft;
-};
-
-TEST(NestedWriter, DestructionSurvivesAMediaThatFails) {
-    int failures = 0;
-    for (int writes = 0; writes < 12; ++writes) {
-        CFailingMedia media(writes);
-        try {
-            CIFFFileWriter writer(&media, kIFFMode_BigEndian);
-            writer.EnterCat(kType);
-            writer.EnterForm(kType);
-            writer.WriteChunk(kA, 1, Raw("x"));
-        } catch (const NSLichen::XWrite&) {
-            ++failures;
-        }
-    }
-    // Three writes for each group header, five for the chunk; the sizes of the groups are left to
-    // the destructor, whose failures are silent.
-    EXPECT_EQ(failures, 11);
+    CIFFChunkHeader form;
+    writer.BeginForm(form, kType);
+    EXPECT_THROW(writer.EndChunk(form, 0xFFFFFFFC), std::length_error);
+    EXPECT_THROW(writer.EndChunk(form, -1), std::length_error);
 }
 
 TEST(RIFF, WritesAndReadsBackToTheByte) {
     COwnedMemoryMedia media;
     CRIFFWriter2 root(&media);
     CIFFChunkHeader riff;
-    root.BeginGroup(riff, kRiff, kWave);
+    root.BeginGroup(riff, FourCharID("RIFF"), kWave);
     EXPECT_EQ(riff.fKind, kIFFKind_Form);
-    {
-        CRIFFWriter2 level(&root, riff);
-        level.WriteChunk(FourCharID("fmt "), 3, Raw("abc"));
-        CIFFChunkHeader list;
-        level.BeginList(list, FourCharID("INFO"));
-        CRIFFWriter2 info(&level, list);
-        info.WriteChunk(kA, 1, Raw("x"));
-        level.EndChunk(list, info.GetMedia()->GetLength());
-        CIFFChunkHeader cat;
-        level.BeginCat(cat, kType);
-        level.EndChunk(cat, 0);
-        level.WriteChunk(FourCharID("FORM"), 2, Raw("\x01\x02"));
-        root.EndChunk(riff, level.GetMedia()->GetLength());
-    }
-    const std::string file =
-        RIFFChunk("RIFF", "WAVE" + RIFFChunk("fmt ", "abc") +
-                              RIFFChunk("LIST", "INFO" + RIFFChunk("AAAA", "x")) +
-                              RIFFChunk("CAT ", "TYPE") + RIFFChunk("FORM", "\x01\x02"));
-    EXPECT_EQ(BytesOf(media), file);
+    CRIFFWriter2 body(&root, riff);
+    body.WriteChunk(FourCharID("fmt "), 3, Raw("abc"));
+    // The cursor of the level above follows.
+    EXPECT_EQ(media.GetPosition(), 24);
+    CIFFChunkHeader list;
+    body.BeginList(list, FourCharID("INFO"));
+    CRIFFWriter2 info(&body, list);
+    info.WriteChunk(kA, 1, Raw("x"));
+    body.EndChunk(list, info.GetMedia()->GetLength());
+    body.WriteChunk(FourCharID("FORM"), 2, Raw("\x01\x02"));
+    root.EndChunk(riff, body.GetMedia()->GetLength());
+    EXPECT_EQ(BytesOf(media),
+              RIFFChunk("RIFF", "WAVE" + RIFFChunk("fmt ", "abc") +
+                                    RIFFChunk("LIST", "INFO" + RIFFChunk("AAAA", "x")) +
+                                    RIFFChunk("FORM", "\x01\x02")));
 
     CRIFFReader2 reader(&media);
     CIFFChunkHeader header;
     ASSERT_TRUE(reader.FindForm(kWave, header));
-    EXPECT_EQ(header.fKind, kIFFKind_Form);
     CRIFFReader2 level(&reader, header);
-    EXPECT_EQ(level.CountChunks(), 4);
+    EXPECT_EQ(level.CountChunks(), 3);
     // FORM is an ordinary chunk here, and what follows its size is no type.
     EXPECT_TRUE(level.FindChunk(FourCharID("FORM"), header));
     EXPECT_EQ(header.GetDataSize(), 2);
-    EXPECT_TRUE(level.FindCat(kType, header));
     ASSERT_TRUE(level.FindList(FourCharID("INFO"), header));
     EXPECT_EQ(BytesOf(*CRIFFReader2(&level, header).OpenChunk(kA)), "x");
 }
 
-TEST(RIFF, RefusesMalformedHeaders) {
-    CIFFChunkHeader header;
-    for (const std::string& bad :
-         {" AAA" + LittleEndian(0),
-          "AA\x1F"
-          "A" +
-              LittleEndian(0),
-          "AAAA" + LittleEndian(1), "AAAA" + BigEndian(1), "RIFF" + LittleEndian(4) + " AVE",
-          "RIFF" + LittleEndian(0) + "WA"}) {
-        CMemoryMedia media = MediaOf(bad);
-        CRIFFReader2 reader(&media);
-        EXPECT_RAISES(NSLichen::XFormatViolation, "", reader.ReadFirstHeader(header));
+TEST(RIFF, Headers) {
+    const std::pair<std::string, bool> table[] = {
+        {"A A " + LittleEndian(2) + "xy", true},    {"A A " + LittleEndian(3) + "xy", false},
+        {" AAA" + LittleEndian(0), false},          {"RIFF" + LittleEndian(4) + "WAVE", true},
+        {"RIFF" + LittleEndian(4) + " AVE", false}, {"FORM" + LittleEndian(1) + "\1", true}};
+    for (const auto& [bytes, isSound] : table) {
+        CMemoryMedia media = MediaOf(bytes);
+        EXPECT_EQ(IsSound(media), isSound);
     }
-    const std::string good = "A A " + LittleEndian(2) + "xy";
-    CMemoryMedia media = MediaOf(good);
-    CRIFFReader2 reader(&media);
-    EXPECT_TRUE(reader.ReadFirstHeader(header));
-    EXPECT_EQ(header.GetDataSize(), 2);
 }
-
-TEST(RIFF, StackOfLevelsWritesIt) {
-    EXPECT_EQ(std::endian::native, std::endian::little);
-    COwnedMemoryMedia media;
-    CIFFFileWriter writer(&media, kIFFMode_Native);
-    writer.EnterGroup(kRiff, kWave);
-    writer.WriteChunk(FourCharID("data"), 3, Raw("abc"));
-    writer.Leave();
-    EXPECT_EQ(BytesOf(media), RIFFChunk("RIFF", "WAVE" + RIFFChunk("data", "abc")));
-}
-
-} // namespace
 
 } // namespace NSPorter

@@ -9,7 +9,7 @@ namespace NSPorter {
 
 COwnedMemoryMedia::COwnedMemoryMedia(const CMedia& source)
     : CMedia(source), fBytes(static_cast<size_t>(source.GetLength())) {
-    source.ReadBytes(0, GetLength(), fBytes.data());
+    source.ReadBytes(0, source.GetLength(), fBytes.data());
 }
 
 COwnedMemoryMedia::COwnedMemoryMedia(int64_t capacity) {

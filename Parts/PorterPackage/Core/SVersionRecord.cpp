@@ -29,7 +29,7 @@ void CheckFormat(bool sound) {
 std::weak_ordering CompareVersions(const SVersionRecord& a, const SVersionRecord& b) {
     const auto upper = std::tie(a.fMajor, a.fMinor, a.fBugFix, a.fStage) <=>
                        std::tie(b.fMajor, b.fMinor, b.fBugFix, b.fStage);
-    if (upper != 0) {
+    if (std::is_neq(upper)) {
         return upper;
     }
     const bool isFinal = a.fStage == kVersionStage_Final;
@@ -40,11 +40,11 @@ std::weak_ordering CompareVersions(const SVersionRecord& a, const SVersionRecord
 }
 
 bool IsSameVersion(const SVersionRecord& a, const SVersionRecord& b) {
-    return CompareVersions(a, b) == 0;
+    return std::is_eq(CompareVersions(a, b));
 }
 
 bool IsAtLeast(const SVersionRecord& a, const SVersionRecord& min) {
-    return CompareVersions(a, min) >= 0;
+    return std::is_gteq(CompareVersions(a, min));
 }
 
 bool IsInRange(const SVersionRecord& a, const SVersionRecord& min, const SVersionRecord& max) {
