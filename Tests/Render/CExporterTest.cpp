@@ -35,7 +35,7 @@ TEST(CExporter, SlicesSoundLikeAPreviewOfOneSlice) {
     uint64_t total = 0;
     for (uint32_t item = 0; item < 3; ++item) {
         loop.fSequencer.StartOneShot(item + 1);
-        auto expected = Stored(RenderBlocks(loop.fSequencer, 400), 400 * kBlockFrames);
+        auto expected = Stored(RenderBlocks(loop.fSequencer, 400), size_t{400} * kBlockFrames);
         const CExportItemInfo info = exporter.GetItemInfo(item);
         // Eighths. The transposition makes each slice ring on into the next one.
         EXPECT_EQ(info.fPPQPosition, item * 7680);
@@ -78,8 +78,8 @@ TEST(CExporter, LoopPlacesItsSlicesInTime) {
     // With the fade the loop keeps its length, and the last slice has no time left.
     const auto faded = Samples(*CExporter(sequencer, false, true).Export(0));
     EXPECT_EQ(faded.size(), 20010U);
-    for (const auto& [frame, part] : {std::pair(19970U, 1), {19990U, 2}, {20009U, 40}}) {
-        EXPECT_NEAR(faded[frame], Samples(*whole)[frame] / part, 1);
+    for (const auto& [frame, part] : {std::pair(19970U, 1.0), {19990U, 0.5}, {20009U, 0.025}}) {
+        EXPECT_NEAR(faded[frame], Samples(*whole)[frame] * part, 1);
     }
 
     sequencer.SetSliceTable(nullptr);

@@ -25,7 +25,7 @@ std::vector<float> RenderAgainst(NSSupport::CPlatformMutex& mutex, CTesselSequen
 }
 
 TEST(CTesselSequencerThread, LostMutexesDelayCommandsAndTriggers) {
-    const std::vector<float> silence(2 * kBlockFrames, 0.0f);
+    const std::vector<float> silence(size_t{2} * kBlockFrames, 0.0f);
     SBarLoop loop;
     CTesselSequencer& sequencer = loop.fSequencer;
     auto& state = CTesselSequencerTestAccess::State(sequencer);

@@ -4,6 +4,7 @@
 #include "RenderTestTools.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
@@ -71,7 +72,7 @@ inline std::vector<float> SamplerAudio(const CTesselSequencer& like, int32_t blo
     for (int32_t block = 0; block < blocks; ++block) {
         const auto [first, last] = actions.equal_range(block);
         std::for_each(first, last, [&](const auto& action) { action.second(sampler); });
-        sampler.RenderBlock({left.data() + block * kBlockFrames, right});
+        sampler.RenderBlock({left.data() + ptrdiff_t{block} * kBlockFrames, right});
     }
     return left;
 }
