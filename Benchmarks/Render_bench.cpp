@@ -46,7 +46,7 @@ void Interpolate(benchmark::State& state, InterpolateFunction form) {
     const std::array<float, kBlockFrames> gains{};
     CBlock block;
     const float* second = state.range(0) == 1 ? left.data() : right.data();
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         form({left.data(), second, 77, 17777, gains.data(), block.Buffers()});
         benchmark::DoNotOptimize(block);
     }
@@ -70,7 +70,7 @@ void EqualizerTwoChannels(benchmark::State& state) {
     equalizer.Process(block.Buffers());
     CEqualizerState left;
     CEqualizerState right;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         FilterChannel(equalizer.GetCoefficients(), left, block.fLeft.data());
         FilterChannel(equalizer.GetCoefficients(), right, block.fRight.data());
         benchmark::DoNotOptimize(block);
@@ -84,7 +84,7 @@ void EqualizerStereoSse2(benchmark::State& state) {
     equalizer.Process(block.Buffers());
     CEqualizerState left;
     CEqualizerState right;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         FilterStereoSse2(equalizer.GetCoefficients(), left, right, block.Buffers());
         benchmark::DoNotOptimize(block);
     }
@@ -95,7 +95,7 @@ BENCHMARK(EqualizerStereoSse2);
 void EqualizerProcess(benchmark::State& state) {
     CEqualizerEffect equalizer = MakeEqualizer();
     CBlock block;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         equalizer.Process(block.Buffers());
         benchmark::DoNotOptimize(block);
     }
@@ -109,7 +109,7 @@ void FetchSlice(benchmark::State& state) {
     std::vector<float> right(kFetchCapacity);
     SamplerVoice voice;
     voice.fRangeEnd = kSampleFrames;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         voice.fPosition = voice.fPosition > kSampleFrames - 200 ? 0 : voice.fPosition;
         FetchSliceVoice(voice, *sample, kBlockFrames, left.data(), right.data());
         benchmark::DoNotOptimize(left.data());
@@ -124,7 +124,7 @@ void BlockOfEightVoices(benchmark::State& state) {
     CTesselSampler sampler(sample.get(), 48000);
     CEqualizerEffect equalizer = MakeEqualizer();
     CBlock block;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         for (int32_t voice = 0; voice < 8; ++voice) {
             sampler.StartRange({voice, kSampleFrames, voice, kSampleFrames, 1.0F});
         }
@@ -139,7 +139,7 @@ void BlockOfOneVoice(benchmark::State& state) {
     const auto sample = MakeSample(state.range(0) == 2, 24);
     CTesselSampler sampler(sample.get(), 48000);
     CBlock block;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         if (sampler.IsCurrentVoiceIdle() || sampler.IsCurrentVoiceInTail()) {
             sampler.StartRange({0, kSampleFrames, 0, kSampleFrames, 1.0F});
         }
