@@ -97,11 +97,11 @@ void CTWIPCompressor::SendToMedia() {
 }
 
 void CTWIPCompressor::Finish() {
-    const int64_t codeBits = fBitCount;
     if (fPendingCount > 0) {
-        WriteBits(32 - fPendingCount, 0);
+        const uint32_t padding = 32 - fPendingCount;
+        WriteBits(padding, 0);
+        fBitCount -= padding;
     }
-    fBitCount = codeBits;
     if (fMedia != nullptr) {
         SendToMedia();
     }

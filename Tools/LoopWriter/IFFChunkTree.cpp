@@ -65,10 +65,6 @@ void WriteBytes(NSPorter::CMedia& media, const std::vector<uint8_t>& bytes) {
     media.Write(static_cast<int64_t>(bytes.size()), bytes.data());
 }
 
-// Stores the sizes that the tree states in the place of true ones. A chunk takes what its true size
-// says, padded to an even position of its level, as the writers have laid it out.
-size_t OverrideSizes(std::vector<uint8_t>& bytes, size_t offset, const SIFFChunk& chunk);
-
 size_t TrueSize(const SIFFChunk& chunk) {
     if (chunk.fKind == SIFFChunk::EKind::kSimple) {
         return chunk.fBody.size();
@@ -81,6 +77,8 @@ size_t TrueSize(const SIFFChunk& chunk) {
     return size + 4;
 }
 
+// Stores the sizes that the tree states in the place of the true ones, for the chunk written at
+// `offset` and all below it. The result is where the next chunk stands.
 size_t OverrideSizes(std::vector<uint8_t>& bytes, size_t offset, const SIFFChunk& chunk) {
     size_t child = offset + 12;
     for (const SIFFChunk& next : chunk.fChildren) {

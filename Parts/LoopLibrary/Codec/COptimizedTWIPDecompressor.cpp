@@ -122,12 +122,11 @@ private:
         uint32_t step = (fLeastEnergy + 12u) * 3u >> 7;
         uint32_t folded = 0;
         uint64_t zeros = bits.ReadUnary();
-        while (zeros >= 7 && step != 0)
-            [[unlikely]] {
-                folded += 7 * step;
-                step <<= 2;
-                zeros -= 7;
-            }
+        while (zeros >= 7 && step != 0) {
+            folded += 7 * step;
+            step <<= 2;
+            zeros -= 7;
+        }
         folded += static_cast<uint32_t>(zeros) * step;
 
         // In 64 bits the bound above a step with the highest bit set is no special case. A step of
