@@ -12,9 +12,9 @@
 namespace {
 
 // Longer slices are asked about but not rendered, so that an input stays quick.
-constexpr int32_t kLongestSlice = 2000000;
+constexpr int32_t kLongestSlice = 200000;
 constexpr int kMostCalls = 24;
-constexpr int32_t kMostBatchFrames = 4096;
+constexpr int32_t kMostBatchFrames = 1024;
 
 class CLibrary {
 public:

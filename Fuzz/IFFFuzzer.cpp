@@ -56,9 +56,9 @@ void ReadGarbage(const std::vector<uint8_t>& bytes) {
     });
     Forgive([&] {
         CIFFFileReader reader(&media, 0);
-        reader.EnterFirstChild();
         reader.CountChunks();
-        while (reader.EnterNextSibling()) {
+        for (bool more = reader.EnterFirstChild(); more;) {
+            more = reader.EnterNextSibling();
         }
     });
     Forgive([&] {

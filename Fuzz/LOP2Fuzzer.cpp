@@ -5,7 +5,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     CByteSource source(bytes, size);
     NSLoopWriter::SDrumLoopOptions options;
-    options.fSampleRate = 11025; // short audio keeps an input quick
+    // Short audio keeps an input quick.
+    options.fSampleRate = 11025;
+    options.fBeats = 1;
     const uint8_t form = source.Byte();
     options.fStereo = (form & 1) != 0;
     options.fBitDepth = (form & 2) != 0 ? 24 : 16;

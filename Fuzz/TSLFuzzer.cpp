@@ -5,7 +5,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     CByteSource source(bytes, size);
     NSLoopWriter::SDrumLoopOptions options;
-    options.fSampleRate = 11025; // short audio keeps an input quick
+    // Short audio keeps an input quick.
+    options.fSampleRate = 11025;
+    options.fBeats = 1;
     CheckEditedFile(BuildTSLChunks(MakeDrumTSL(options)), NSLoopWriter::WriteFlatTree, source);
     return 0;
 }

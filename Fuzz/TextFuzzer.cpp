@@ -21,6 +21,7 @@ void Forgive(Body body) {
         body();
     } catch (const NSLichen::XFormatViolation&) {
     } catch (const NSLichen::XUnsupportedFormat&) {
+    } catch (const NSLichen::XRead&) {
     }
 }
 

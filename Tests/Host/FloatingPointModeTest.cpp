@@ -1,0 +1,53 @@
+#include "Tests/Host/HostLoop.h"
+
+#include <xmmintrin.h>
+
+// A host's floating-point mode neither changes a sample nor is changed by a call.
+
+namespace {
+
+struct SHeard {
+    Planes fPreview;
+    Planes fSlice;
+    LOPInfo fInfo;
+
+    bool operator==(const SHeard& other) const {
+        return fPreview == other.fPreview && fSlice == other.fSlice &&
+               fInfo.fLoopTempo == other.fInfo.fLoopTempo;
+    }
+};
+
+SHeard ListenUnder(uint32_t mode) {
+    NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    file.fEqualizer.fEnabled = 1;
+    file.fEqualizer.fBand1Gain = 3000;
+    const Bytes bytes = WriteLOP2(file);
+    const uint32_t before = _mm_getcsr();
+    _mm_setcsr(mode);
+    SHeard heard;
+    {
+        const CHostLoop loop(bytes);
+        LOPSetOutputSampleRate(loop.Get(), 48000);
+        LOPStartPreview(loop.Get());
+        heard = {loop.RenderPreview(30000, 441), loop.RenderSlice(1), loop.GetInfo()};
+    }
+    EXPECT_EQ(_mm_getcsr(), mode);
+    _mm_setcsr(before);
+    return heard;
+}
+
+TEST_F(CHostTest, TheHostsFloatingPointModeDoesNotMatter) {
+    const SHeard expected = ListenUnder(0x1F80);
+    struct SMode {
+        const char* fName;
+        uint32_t fControl;
+    };
+    for (const SMode& mode :
+         {SMode{"flush to zero, denormals are zero", 0x1F80 | 0x8040},
+          SMode{"down", 0x1F80 | 0x2000}, SMode{"up", 0x1F80 | 0x4000},
+          SMode{"toward zero", 0x1F80 | 0x6000}, SMode{"with a sticky flag", 0x1F80 | 0x0020}}) {
+        EXPECT_TRUE(ListenUnder(mode.fControl) == expected) << mode.fName;
+    }
+}
+
+} // namespace

@@ -1,0 +1,154 @@
+#include "Tests/Host/HostLoop.h"
+
+#include <cstring>
+
+// Loading: progress and stopping, failures and what they leave behind, the host's bytes.
+
+namespace {
+
+struct SProgress {
+    std::vector<int32_t> fPercents;
+    int32_t fAnswer = 0;
+    size_t fAnswerAt = 0;
+};
+
+extern "C" int32_t NoteProgress(int32_t percent, void* user) {
+    auto& progress = *static_cast<SProgress*>(user);
+    progress.fPercents.push_back(percent);
+    return progress.fPercents.size() == progress.fAnswerAt + 1 ? progress.fAnswer : 0;
+}
+
+Bytes LongLOP2(size_t frames) {
+    NSLoopWriter::SLOP2File file;
+    file.fLeft = NSLoopWriter::Plane(frames);
+    return WriteLOP2(file);
+}
+
+TEST_F(CHostTest, ProgressRisesBlockByBlock) {
+    SProgress progress;
+    LOPHandle handle = 0;
+    // Two whole blocks of 1048576 frames and a piece of a third.
+    const size_t frames = 2 * 1048576 + 1048576 / 2;
+    ASSERT_EQ(CreateLoop(handle, LongLOP2(frames), NoteProgress, &progress), kLOPResult_OK);
+    EXPECT_EQ(progress.fPercents, (std::vector<int32_t>{0, 40, 80, 100}));
+}
+
+TEST_F(CHostTest, OnlyAnAnswerOfOneStopsTheLoadAndNotAtTheEnd) {
+    const Bytes bytes = DrumLOP2();
+    struct SCase {
+        int32_t fAnswer;
+        size_t fAnswerAt;
+        LOPResult fExpected;
+    };
+    for (const SCase& c : {SCase{1, 0, kLOPResult_Aborted}, SCase{2, 0, kLOPResult_OK},
+                           SCase{-1, 0, kLOPResult_OK}, SCase{1, 1, kLOPResult_OK}}) {
+        SProgress progress;
+        progress.fAnswer = c.fAnswer;
+        progress.fAnswerAt = c.fAnswerAt;
+        LOPHandle handle = 9;
+        EXPECT_EQ(CreateLoop(handle, bytes, NoteProgress, &progress), c.fExpected);
+        EXPECT_EQ(handle != 0, c.fExpected == kLOPResult_OK);
+        LOPDelete(&handle);
+    }
+}
+
+extern "C" int32_t AskAboutAnotherLoop(int32_t /*percent*/, void* user) {
+    LOPInfo info{};
+    EXPECT_EQ(LOPGetInfo(*static_cast<LOPHandle*>(user), sizeof info, &info), kLOPResult_OK);
+    return 0;
+}
+
+TEST_F(CHostTest, TheCallbackMayAskAboutAnotherLoop) {
+    const CHostLoop other(DrumLOP2());
+    LOPHandle otherHandle = other.Get();
+    LOPHandle handle = 0;
+    EXPECT_EQ(CreateLoop(handle, DrumLOP2(), AskAboutAnotherLoop, &otherHandle), kLOPResult_OK);
+}
+
+TEST_F(CHostTest, EveryShortenedFileIsRefusedAndItsBytesStayUntouched) {
+    for (const Bytes& whole : {DrumLOP2(), DrumTSL(), DrumLOP()}) {
+        for (size_t size = 1; size < whole.size(); size += 1 + size / 7) {
+            const Bytes cut(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(size));
+            Bytes given = cut;
+            LOPHandle handle = 1;
+            EXPECT_EQ(CreateLoop(handle, given), kLOPResult_FileCorrupt) << size;
+            EXPECT_EQ(handle, 0U);
+            EXPECT_EQ(given, cut);
+        }
+    }
+}
+
+struct SVersionCase {
+    uint32_t fMajor;
+    uint32_t fMinor;
+    LOPResult fExpected;
+};
+
+TEST_F(CHostTest, VersionsOfTheFormat) {
+    using NSLoopWriter::SStoredVersion;
+    for (const SVersionCase& c :
+         {SVersionCase{0, 9, kLOPResult_FileTooNew}, SVersionCase{1, 0, kLOPResult_OK},
+          SVersionCase{1, 5, kLOPResult_OK}, SVersionCase{2, 0, kLOPResult_OK},
+          SVersionCase{2, 7, kLOPResult_OK}, SVersionCase{3, 9, kLOPResult_OK},
+          SVersionCase{4, 0, kLOPResult_FileTooNew}}) {
+        for (const auto form : {SStoredVersion::EForm::kShort, SStoredVersion::EForm::kLong}) {
+            for (const bool extras : {false, true}) {
+                NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+                file.fHead.fVersion = {c.fMajor, c.fMinor};
+                file.fHead.fVersion.fForm = form;
+                if (extras) {
+                    file.fTesselExtraInfo.emplace();
+                    file.fCreatorInfo.emplace();
+                }
+                LOPHandle handle = 0;
+                EXPECT_EQ(CreateLoop(handle, WriteLOP2(file)), c.fExpected)
+                    << c.fMajor << "." << c.fMinor;
+                if (handle == 0) {
+                    continue;
+                }
+                EXPECT_EQ(LOPStartPreview(handle), kLOPResult_OK);
+                std::vector<float> left(4096);
+                LOPRenderBuffers buffers{left.data(), nullptr};
+                EXPECT_EQ(LOPRenderPreviewBatch(handle, 4096, &buffers), kLOPResult_OK);
+                EXPECT_TRUE(std::any_of(left.begin(), left.end(),
+                                        [](float sample) { return std::abs(sample) > 0.01f; }));
+                LOPStopPreview(handle);
+                LOPDelete(&handle);
+            }
+        }
+    }
+}
+
+TEST_F(CHostTest, ALoopOfNoLengthIsTold) {
+    NSLoopWriter::STSLFile tsl = NSLoopWriter::MakeDrumTSL(DrumOptions(16, false));
+    tsl.fBars = 0;
+    tsl.fBeats = 0;
+    const Bytes bytes = WriteTSL(tsl);
+    LOPHandle handle = 1;
+    EXPECT_EQ(CreateLoop(handle, bytes), kLOPResult_ZeroLoopLength);
+    EXPECT_EQ(handle, 0U);
+    LOPInfo info{};
+    info.fPPQLength = 7;
+    EXPECT_EQ(
+        LOPGetInfoFromBuffer(static_cast<int32_t>(bytes.size()), bytes.data(), sizeof info, &info),
+        kLOPResult_ZeroLoopLength);
+    EXPECT_EQ(info.fChannels, 1) << "filled as far as it was known";
+    EXPECT_EQ(info.fPPQLength, 0);
+
+    NSLoopWriter::SLOP2File lop2 = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    lop2.fGeneralInfo.fBars = 0;
+    lop2.fGeneralInfo.fBeats = 0;
+    EXPECT_EQ(CreateLoop(handle, WriteLOP2(lop2)), kLOPResult_FileCorrupt);
+}
+
+TEST_F(CHostTest, InfoFromBufferLeavesTheRecordAloneWhenTheFileIsDamaged) {
+    Bytes bytes = DrumLOP2();
+    bytes.resize(200);
+    LOPInfo info;
+    std::memset(&info, 0xEE, sizeof info);
+    const LOPInfo before = info;
+    EXPECT_EQ(LOPGetInfoFromBuffer(200, bytes.data(), sizeof info, &info), kLOPResult_FileCorrupt);
+    EXPECT_EQ(std::memcmp(&info, &before, sizeof info), 0);
+}
+
+} // namespace

@@ -1,0 +1,160 @@
+#include "Tests/Host/HostLoop.h"
+
+#include <cmath>
+#include <string>
+
+// What a loop tells of itself, against what was written into its file.
+
+namespace {
+
+TEST_F(CHostTest, InfoTellsWhatTheFileHolds) {
+    for (const int32_t depth : {16, 24}) {
+        for (const bool stereo : {false, true}) {
+            const Bytes bytes = DrumLOP2(depth, stereo);
+            const CHostLoop loop(bytes);
+            const LOPInfo info = loop.GetInfo();
+            EXPECT_EQ(info.fChannels, stereo ? 2 : 1);
+            EXPECT_EQ(info.fBitDepth, depth);
+            EXPECT_EQ(info.fSampleRate, 44100);
+            EXPECT_EQ(info.fStoredTempo, 120000);
+            EXPECT_EQ(info.fLoopTempo, 120000);
+            EXPECT_EQ(info.fPPQLength, 4 * LOP_PPQ);
+            EXPECT_EQ(info.fTimeSignatureNumerator, 4);
+            EXPECT_EQ(info.fTimeSignatureDenominator, 4);
+            EXPECT_EQ(info.fSliceCount, 8) << "a slice on each eighth note";
+
+            LOPInfo fromBuffer{};
+            ASSERT_EQ(LOPGetInfoFromBuffer(static_cast<int32_t>(bytes.size()), bytes.data(),
+                                           sizeof fromBuffer, &fromBuffer),
+                      kLOPResult_OK);
+            EXPECT_EQ(fromBuffer.fPPQLength, info.fPPQLength);
+            EXPECT_EQ(fromBuffer.fLoopTempo, info.fLoopTempo);
+            EXPECT_EQ(fromBuffer.fBitDepth, info.fBitDepth);
+        }
+    }
+}
+
+TEST_F(CHostTest, InfoFromBufferIsNotClamped) {
+    NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    file.fGeneralInfo.fTimeSignatureNumerator = 0;
+    file.fGeneralInfo.fBeats = 3;
+    file.fTesselInfo.fExportedSliceCount = 99;
+    const Bytes bytes = WriteLOP2(file);
+    LOPInfo info{};
+    const auto size = static_cast<int32_t>(bytes.size());
+    ASSERT_EQ(LOPGetInfoFromBuffer(size, bytes.data(), sizeof info, &info), kLOPResult_OK);
+    EXPECT_EQ(info.fTimeSignatureNumerator, 0);
+    EXPECT_EQ(info.fPPQLength, 3 * LOP_PPQ);
+    EXPECT_EQ(info.fSliceCount, 99);
+
+    const CHostLoop loop(bytes);
+    EXPECT_EQ(loop.GetInfo().fTimeSignatureNumerator, 1);
+    EXPECT_EQ(loop.GetInfo().fPPQLength, 4 * LOP_PPQ);
+    EXPECT_EQ(loop.GetInfo().fSliceCount, 8);
+}
+
+TEST_F(CHostTest, ATimeSignatureOverZeroHasNoLengthInTheFile) {
+    NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    file.fGeneralInfo.fTimeSignatureDenominator = 0;
+    const Bytes bytes = WriteLOP2(file);
+    LOPInfo info{};
+    EXPECT_EQ(
+        LOPGetInfoFromBuffer(static_cast<int32_t>(bytes.size()), bytes.data(), sizeof info, &info),
+        kLOPResult_FileCorrupt);
+    EXPECT_EQ(info.fSampleRate, 44100);
+    const CHostLoop loop(bytes);
+    EXPECT_EQ(loop.GetInfo().fTimeSignatureDenominator, 1);
+}
+
+TEST_F(CHostTest, CreatorTextsComeInOrderAndAreCutBetweenCharacters) {
+    NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    file.fCreatorInfo.emplace();
+    file.fCreatorInfo->fTexts[0].fText = u"first";
+    file.fCreatorInfo->fTexts[1].fText = std::u16string(255, u'x');
+    // 127 two-byte characters make 254 bytes; one more would be split.
+    file.fCreatorInfo->fTexts[2].fText = std::u16string(255, u'\u00E9');
+    file.fCreatorInfo->fTexts[4].fText = u"\u65E5\u672C";
+    const CHostLoop loop(WriteLOP2(file));
+    LOPCreatorInfo info{};
+    ASSERT_EQ(LOPGetCreatorInfo(loop.Get(), sizeof info, &info), kLOPResult_OK);
+    EXPECT_STREQ(info.fText1, "first");
+    EXPECT_EQ(std::string(info.fText2), std::string(255, 'x'));
+    EXPECT_EQ(std::string(info.fText3).size(), 254U);
+    EXPECT_STREQ(info.fText4, "");
+    EXPECT_STREQ(info.fText5, "\xE6\x97\xA5\xE6\x9C\xAC");
+}
+
+TEST_F(CHostTest, ABrokenCreatorTextLoadsAndFailsWhenAskedFor) {
+    NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    file.fCreatorInfo.emplace();
+    file.fCreatorInfo->fTexts[0].fText = u"kept";
+    file.fCreatorInfo->fTexts[1].fForm = NSLoopWriter::SStoredText::EForm::kLong;
+    file.fCreatorInfo->fTexts[1].fRawBytes = Bytes{0xED, 0xB0, 0x80}; // a lone low surrogate
+    const CHostLoop loop(WriteLOP2(file));
+    LOPCreatorInfo info{};
+    EXPECT_EQ(LOPGetCreatorInfo(loop.Get(), sizeof info, &info), kLOPResult_FileCorrupt);
+    EXPECT_STREQ(info.fText1, "kept");
+    EXPECT_STREQ(info.fText2, "");
+}
+
+TEST_F(CHostTest, SlicesStandOnTheirEighthNotes) {
+    for (const Bytes& bytes : {DrumLOP2(), DrumTSL(), DrumLOP()}) {
+        const CHostLoop loop(bytes);
+        ASSERT_EQ(loop.GetInfo().fSliceCount, 8);
+        for (int32_t slice = 0; slice < 8; ++slice) {
+            EXPECT_NEAR(loop.GetSliceInfo(slice).fPPQPosition, slice * LOP_PPQ / 2, 2);
+        }
+    }
+}
+
+TEST_F(CHostTest, SliceLengthsFollowTheOutputRate) {
+    const CHostLoop loop(DrumLOP2());
+    const int32_t atSource = loop.GetSliceInfo(0).fFrameCount;
+    ASSERT_EQ(LOPSetOutputSampleRate(loop.Get(), 88200), kLOPResult_OK);
+    EXPECT_NEAR(loop.GetSliceInfo(0).fFrameCount, 2 * atSource, 2);
+    EXPECT_EQ(loop.GetInfo().fSampleRate, 44100);
+    ASSERT_EQ(LOPSetPreviewTempo(loop.Get(), 60000), kLOPResult_OK);
+    EXPECT_NEAR(loop.GetSliceInfo(0).fFrameCount, 2 * atSource, 2);
+    EXPECT_EQ(loop.GetInfo().fStoredTempo, 120000);
+}
+
+TEST_F(CHostTest, SlicesArePaddedClippedAndTheSameEachTime) {
+    const CHostLoop loop(DrumLOP2(24));
+    const Planes first = loop.RenderSlice(2);
+    EXPECT_EQ(loop.RenderSlice(2), first);
+    const size_t frames = first[0].size();
+    std::vector<float> left(frames + 100, 9.0f);
+    std::vector<float> right(left);
+    LOPRenderBuffers buffers{left.data(), right.data()};
+    ASSERT_EQ(LOPRenderSlice(loop.Get(), 2, static_cast<int32_t>(frames) + 100, &buffers),
+              kLOPResult_OK);
+    EXPECT_TRUE(std::equal(first[0].begin(), first[0].end(), left.begin()));
+    for (const std::vector<float>* plane : {&left, &right}) {
+        for (size_t i = frames; i < plane->size(); ++i) {
+            EXPECT_EQ((*plane)[i], 0.0f);
+        }
+        for (const float sample : *plane) {
+            EXPECT_LE(std::abs(sample), 1.0f);
+        }
+    }
+}
+
+TEST_F(CHostTest, ALoopOfNoFramesIsHarmless) {
+    NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    file.fSampleInfo.fLoopStart = 500;
+    file.fSampleInfo.fLoopEnd = 500;
+    const CHostLoop loop(WriteLOP2(file));
+    EXPECT_EQ(loop.GetInfo().fLoopTempo, 0);
+    for (int32_t slice = 0; slice < loop.GetInfo().fSliceCount; ++slice) {
+        for (const std::vector<float>& plane : loop.RenderSlice(slice)) {
+            EXPECT_TRUE(std::all_of(plane.begin(), plane.end(),
+                                    [](float sample) { return std::isfinite(sample); }));
+        }
+    }
+    ASSERT_EQ(LOPStartPreview(loop.Get()), kLOPResult_OK);
+    const Planes planes = loop.RenderPreview(20000, 777);
+    EXPECT_TRUE(std::all_of(planes[0].begin(), planes[0].end(),
+                            [](float sample) { return std::isfinite(sample); }));
+}
+
+} // namespace
