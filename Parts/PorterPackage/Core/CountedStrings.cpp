@@ -14,8 +14,8 @@ constexpr uint32_t kLongFormMark = 0xFFFFFFFF;
 constexpr uint32_t kLongFormMajor = 1;
 constexpr char16_t kParagraphSeparator = 0x2029;
 
-// A length field that is cut off is an ordinary read beyond the end, which a media without a limit of
-// its own does not notice.
+// A length field that is cut off is an ordinary read beyond the end, which a media without a limit
+// of its own does not notice.
 uint32_t ReadLength(CMedia& media) {
     if (media.BytesLeft() < 4) {
         NSLichen::Raise(NSLichen::XRead(""));
