@@ -63,7 +63,8 @@ public:
     // folder, no free name (19 dumps of one second) or no dump to be had.
     std::string WriteMiniDump();
     // The same for a fault of the calling thread: `fault` is what the system hands to the handler,
-    // EXCEPTION_POINTERS* on Windows, ucontext_t* elsewhere.
+    // EXCEPTION_POINTERS* on Windows, ucontext_t* elsewhere. It allocates, so it may not come back
+    // from a fault inside the allocator.
     std::string WriteMiniDumpOnFault(void* fault);
 
     // When set, all lines stand at level 0, and Indent and Outdent do nothing.

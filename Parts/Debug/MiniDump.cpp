@@ -14,7 +14,7 @@ std::string WriteMiniDumpFile(const std::string& folder, const std::string& base
                               const NSSupport::SCalendarTime& localTime) {
     constexpr int kFirstRefusedNumber = 20;
     for (int n = 1; n < kFirstRefusedNumber; ++n) {
-        const std::string path = folder + MakeMiniDumpName(base, n, localTime);
+        std::string path = folder + MakeMiniDumpName(base, n, localTime);
         const CSymbolLock lock;
         switch (WriteProcessDump(NSTextPackage::Utf8ToUtf16Default(path), fault)) {
         case EDumpResult::kWritten:

@@ -121,6 +121,7 @@ bool WriteCore(int file, int memory, const ucontext_t& context, int signal) {
     const std::vector<SThreadState> threads = ReadThreads(context);
     const std::vector<SMapping> mappings = ReadMappings();
     std::vector<uint64_t> stackPointers;
+    stackPointers.reserve(threads.size());
     for (const SThreadState& thread : threads) {
         stackPointers.push_back(thread.fStackPointer);
     }

@@ -27,7 +27,8 @@ std::string PrintFrame(const void* address) {
 
 [[gnu::noinline]] void CaptureStackTrace(SStackTrace& trace) {
     const CSymbolLock lock;
-    trace.fCount = CaptureFrames(trace.fFrames.data(), kMostStackFrames);
+    trace.fCount =
+        CaptureFrames(__builtin_return_address(0), trace.fFrames.data(), kMostStackFrames);
 }
 
 std::vector<std::string> PrintStackTrace(const SStackTrace& trace) {

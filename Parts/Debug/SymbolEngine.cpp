@@ -1,26 +1,30 @@
 #include "Debug/SymbolEngine.h"
 
 #include "Debug/DebugPlatform.h"
-#include "Support/CPlatformMutex.h"
 
-#include <memory>
 #include <mutex>
 
 namespace NSDebugPackage {
 
 namespace {
 
-// Guards the count. The symbol lock itself lives as long as the engine.
+// Guards the count and the pointer. The symbol lock lives as long as the engine, or until its last
+// user lets go of it.
 std::mutex gCountMutex;
 int gInitCount = 0;
-std::unique_ptr<NSSupport::CPlatformMutex> gSymbolLock;
+std::shared_ptr<NSSupport::CPlatformMutex> gSymbolLock;
+
+std::shared_ptr<NSSupport::CPlatformMutex> GetSymbolLock() {
+    const std::lock_guard<std::mutex> guard(gCountMutex);
+    return gSymbolLock;
+}
 
 } // namespace
 
 void InitSymbols() {
     const std::lock_guard<std::mutex> guard(gCountMutex);
     if (gInitCount == 0) {
-        gSymbolLock = std::make_unique<NSSupport::CPlatformMutex>();
+        gSymbolLock = std::make_shared<NSSupport::CPlatformMutex>();
         if (!StartSymbolEngine()) {
             SendToDebugOutput("DebugPackage::DebugWinInitUtils: SymInitialize failed!");
         }
@@ -31,20 +35,23 @@ void InitSymbols() {
 void ExitSymbols() {
     const std::lock_guard<std::mutex> guard(gCountMutex);
     if (gInitCount > 0 && --gInitCount == 0) {
-        EndSymbolEngine();
+        {
+            const NSSupport::CMutexLock lock(*gSymbolLock);
+            EndSymbolEngine();
+        }
         gSymbolLock.reset();
     }
 }
 
-CSymbolLock::CSymbolLock() : fHeld(gSymbolLock != nullptr) {
-    if (fHeld) {
-        gSymbolLock->Lock();
+CSymbolLock::CSymbolLock() : fLock(GetSymbolLock()) {
+    if (fLock) {
+        fLock->Lock();
     }
 }
 
 CSymbolLock::~CSymbolLock() {
-    if (fHeld) {
-        gSymbolLock->Unlock();
+    if (fLock) {
+        fLock->Unlock();
     }
 }
 

@@ -1,7 +1,11 @@
 // Names for addresses of code, and the lock that all use of the platform's symbol functions shares.
 #pragma once
 
+#include "Support/CPlatformMutex.h"
+
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace NSDebugPackage {
@@ -20,7 +24,7 @@ public:
     CSymbolLock& operator=(const CSymbolLock&) = delete;
 
 private:
-    const bool fHeld;
+    const std::shared_ptr<NSSupport::CPlatformMutex> fLock;
 };
 
 struct SCodeSymbol {
@@ -36,7 +40,8 @@ constexpr size_t kLongestSymbolName = 2000;
 bool StartSymbolEngine();
 void EndSymbolEngine();
 SCodeSymbol FindCodeSymbol(const void* address);
-// Fills at most `limit` return addresses, that of the caller of the caller first.
-uint32_t CaptureFrames(void** frames, uint32_t limit);
+// Fills at most `limit` return addresses of the calling thread from `first` on. When `first` is not
+// among them, all that lie above the caller.
+uint32_t CaptureFrames(const void* first, void** frames, uint32_t limit);
 
 } // namespace NSDebugPackage

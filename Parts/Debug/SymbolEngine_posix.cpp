@@ -69,17 +69,18 @@ SCodeSymbol FindCodeSymbol(const void* address) {
     return result;
 }
 
-[[gnu::noinline]] uint32_t CaptureFrames(void** frames, uint32_t limit) {
+uint32_t CaptureFrames(const void* first, void** frames, uint32_t limit) {
     std::array<void*, kMostCaptured> all{};
     const int captured = backtrace(all.data(), static_cast<int>(all.size()));
-    // Leaves out this function and the one that calls it.
-    constexpr int kSkipped = 2;
-    if (captured <= kSkipped) {
-        return 0;
+    const auto end = all.begin() + std::max(captured, 0);
+    // How many frames of this package lie on top depends on the build.
+    auto start = std::find(all.begin(), end, first);
+    if (start == end) {
+        start = all.begin() + std::min<ptrdiff_t>(2, end - all.begin());
     }
-    const uint32_t count = std::min(limit, static_cast<uint32_t>(captured - kSkipped));
-    std::copy_n(all.begin() + kSkipped, count, frames);
-    return count;
+    const auto count = std::min<ptrdiff_t>(limit, end - start);
+    std::copy_n(start, count, frames);
+    return static_cast<uint32_t>(count);
 }
 
 } // namespace NSDebugPackage

@@ -102,14 +102,17 @@ SCodeSymbol FindCodeSymbol(const void* address) {
     return result;
 }
 
-[[gnu::noinline]] uint32_t CaptureFrames(void** frames, uint32_t limit) {
+uint32_t CaptureFrames(const void* first, void** frames, uint32_t limit) {
     decltype(&::RtlCaptureStackBackTrace) capture = nullptr;
     const HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
     if (kernel == nullptr || !Find(kernel, "RtlCaptureStackBackTrace", capture)) {
         return 0;
     }
-    // Leaves out this function and the one that calls it.
-    return capture(2, limit, frames, nullptr);
+    // How many frames of this package lie on top depends on the build.
+    void* top[4] = {};
+    const USHORT count = capture(0, static_cast<DWORD>(std::size(top)), top, nullptr);
+    const auto skipped = std::find(top, top + count, first) - top;
+    return capture(static_cast<DWORD>(skipped < count ? skipped : 2), limit, frames, nullptr);
 }
 
 } // namespace NSDebugPackage

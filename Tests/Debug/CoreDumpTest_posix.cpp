@@ -5,8 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <elf.h>
-#include <signal.h>
 #include <sys/procfs.h>
+#include <ucontext.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -27,20 +28,11 @@ struct SMarker {
     return path;
 }
 
-namespace {
-
-CDebugger* gDebugger = nullptr;
-std::string gFaultDump;
-
-void HandleFault(int, siginfo_t*, void* context) {
-    gFaultDump = gDebugger->WriteMiniDumpOnFault(context);
-}
-
-} // namespace
-
-[[gnu::noinline]] void FaultFromHere() {
-    raise(SIGUSR1);
-    asm volatile("" : : : "memory");
+// Stands in for a handler of a fault that arose here.
+[[gnu::noinline]] std::string FaultFromHere(CDebugger& debugger) {
+    ucontext_t context{};
+    EXPECT_EQ(getcontext(&context), 0);
+    return debugger.WriteMiniDumpOnFault(&context);
 }
 
 namespace {
@@ -118,15 +110,7 @@ TEST_F(CoreDumpTest, ShowsTheCallingFunctionAndWaitingThreads) {
 }
 
 TEST_F(CoreDumpTest, ShowsWhereAFaultArose) {
-    gDebugger = &fDebugger;
-    struct sigaction action {};
-    struct sigaction before {};
-    action.sa_sigaction = HandleFault;
-    action.sa_flags = SA_SIGINFO;
-    sigaction(SIGUSR1, &action, &before);
-    FaultFromHere();
-    sigaction(SIGUSR1, &before, nullptr);
-    const std::string answer = AskDebugger(ToPosix(gFaultDump));
+    const std::string answer = AskDebugger(ToPosix(FaultFromHere(fDebugger)));
     if (answer.empty()) {
         GTEST_SKIP() << "needs gdb";
     }

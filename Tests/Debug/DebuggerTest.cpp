@@ -16,8 +16,6 @@
 namespace NSDebugPackage {
 namespace {
 
-using NSLichen::CFailureSite;
-
 const char* const kSkipped = "Debug: At least one line of the log was skipped because of too fast "
                              "tracing and/or too much CPU load.";
 

@@ -1,32 +1,10 @@
 #include "Debug/StackTrace.h"
 
-#include "Debug/SymbolEngine.h"
-
 #include <gtest/gtest.h>
 
 namespace NSDebugPackage {
 
-[[gnu::noinline]] void TraceFromHere(SStackTrace& trace) {
-    CaptureStackTrace(trace);
-    asm volatile("" : : : "memory"); // keeps the call from becoming a jump
-}
-
 namespace {
-
-TEST(StackTrace, NamesTheCallingFunction) {
-    InitSymbols();
-    InitSymbols();
-    ExitSymbols(); // one user is left
-    SStackTrace trace;
-    TraceFromHere(trace);
-    ASSERT_GE(trace.fCount, 2U);
-    const auto lines = PrintStackTrace(trace);
-    ASSERT_EQ(lines.size(), trace.fCount);
-    EXPECT_NE(lines[0].find("TraceFromHere"), std::string::npos) << lines[0];
-    EXPECT_NE(lines[0].find(") : "), std::string::npos);
-    EXPECT_NE(lines[0].find(" + 0x"), std::string::npos);
-    ExitSymbols();
-}
 
 TEST(StackTrace, FramesThatNobodyKnows) {
     SStackTrace trace;
@@ -42,7 +20,9 @@ TEST(StackTrace, FramesThatNobodyKnows) {
         CaptureStackTrace(trace);
         return 0;
     }
-    return Recurse(depth - 1, trace) + 1;
+    const int below = Recurse(depth - 1, trace);
+    asm volatile("" : : : "memory"); // keeps the recursion from becoming a loop
+    return below + 1;
 }
 
 TEST(StackTrace, HasFiftyFramesAtMost) {
