@@ -1,7 +1,7 @@
 #include "Tests/Host/HostLoop.h"
 
-#include <map>
 #include "Tests/Host/Measured/CountingAllocator.h"
+#include <map>
 
 // Memory that runs out at any one place: the call says so, nothing leaks, and the library goes on.
 

@@ -35,12 +35,16 @@ void Give(void* block) noexcept {
 } // namespace
 
 #if !defined(__SANITIZE_ADDRESS__)
-// Zeroed pages for audio come from here. Not counted as taken, since free is not watched.
+// Zeroed pages for audio come from here. What they take is not counted, since free is not watched,
+// but a failure counts as one of operator new does.
 extern "C" void* __libc_calloc(size_t count, size_t size);
 
 extern "C" void* calloc(size_t count, size_t size) {
-    const bool fails = gCount++ == gFailAt;
-    return fails ? nullptr : __libc_calloc(count, size);
+    if (gCount++ == gFailAt) {
+        gTaken.fetch_add(1, std::memory_order_relaxed);
+        return nullptr;
+    }
+    return __libc_calloc(count, size);
 }
 #endif
 
