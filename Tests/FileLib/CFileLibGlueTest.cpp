@@ -18,26 +18,36 @@ namespace {
 using namespace NSFileLib;
 
 // An answer of the glue: an object or null, and the status beside it.
-template <class TObject>
-struct SAnswer {
-    std::unique_ptr<TObject> fObject;
-    int32_t fStatus;
-};
+template <class TCall>
+auto Ask(const TCall& call) {
+    using TObject = std::remove_pointer_t<decltype(call(nullptr))>;
+    struct SAnswer {
+        std::unique_ptr<TObject> fObject;
+        int32_t fStatus;
+    };
+    int32_t status = 0;
+    std::unique_ptr<TObject> object(call(&status));
+    return SAnswer{std::move(object), status};
+}
+
+template <class TCall>
+int32_t StatusOf(const TCall& call) {
+    return Ask(call).fStatus;
+}
+
+// The path of the spec that a call gives; empty after a failure.
+template <class TCall>
+std::u16string PathFrom(const TCall& call) {
+    const auto answer = Ask(call);
+    EXPECT_EQ(answer.fStatus == 5000, answer.fObject != nullptr);
+    return answer.fObject != nullptr ? PathOf(answer.fObject.get()) : std::u16string();
+}
 
 class CFileLibGlueTest : public testing::Test {
 protected:
     CFileLibGlueTest() {
         fOps.AddFile(u"C:\\Temp\\a.txt", "text");
         fOps.AddFolder(u"C:\\Temp\\Sub");
-    }
-
-    template <class TCall>
-    static auto Ask(const TCall& call) {
-        int32_t status = 0;
-        auto* const object = call(&status);
-        return SAnswer<std::remove_pointer_t<std::remove_const_t<decltype(object)>>>{
-            std::unique_ptr<std::remove_pointer_t<std::remove_const_t<decltype(object)>>>(object),
-            status};
     }
 
     CFakeFileOps fOps;
@@ -87,8 +97,8 @@ TEST_F(CFileLibGlueTest, RefusesNullArguments) {
         [&] { return fLib.CreateAlias(&fTemp, u"a.lnk", nullptr); },
         [&] { return fFile.GetName(nullptr); },
         [&] { return fFile.IsEqual(&fFile, nullptr); },
-        [&] { return Ask([&](int32_t* s) { return fLib.OpenForRead(nullptr, s); }).fStatus; },
-        [&] { return Ask([&](int32_t* s) { return fLib.CreateDir(&fTemp, nullptr, s); }).fStatus; },
+        [&] { return StatusOf([&](auto s) { return fLib.OpenForRead(nullptr, s); }); },
+        [&] { return StatusOf([&](auto s) { return fLib.CreateDir(&fTemp, nullptr, s); }); },
     };
     for (size_t i = 0; i < calls.size(); ++i) {
         EXPECT_EQ(calls[i](), 5002) << i;
@@ -104,14 +114,14 @@ TEST_F(CFileLibGlueTest, RefusesObjectsThatAreNotItsOwn) {
     EXPECT_EQ(invalid.GetName(fText), 5003);
     EXPECT_EQ(fLib.DeletePhysicalFile(&invalid), 5003);
     EXPECT_EQ(fLib.DeletePhysicalFile(&foreign), 5003);
-    EXPECT_EQ(Ask([&](int32_t* s) { return invalid.CreateCopy(s); }).fStatus, 5003);
+    EXPECT_EQ(StatusOf([&](auto s) { return invalid.CreateCopy(s); }), 5003);
     int32_t equal = 0;
     EXPECT_EQ(fFile.IsEqual(&foreign, &equal), 5003);
     EXPECT_EQ(equal, 666);
 }
 
 TEST_F(CFileLibGlueTest, SpecsCopyAndCompareWithoutCase) {
-    const auto copy = Ask([&](int32_t* s) { return fFile.CreateCopy(s); });
+    const auto copy = Ask([&](auto s) { return fFile.CreateCopy(s); });
     ASSERT_EQ(copy.fStatus, 5000);
     int32_t equal = 0;
     EXPECT_EQ(fFile.IsEqual(copy.fObject.get(), &equal), 5000);
@@ -219,22 +229,14 @@ TEST_F(CFileLibGlueTest, ChildrenAndParents) {
     EXPECT_EQ(fInfo.fReadOnly, 1);
     EXPECT_EQ(exists, 0);
 
-    const auto child = Ask([&](int32_t* s) { return fLib.GetChildFile(&fTemp, u"a.txt", s); });
-    ASSERT_EQ(child.fStatus, 5000);
-    EXPECT_EQ(PathOf(child.fObject.get()), u"C:\\Temp\\a.txt");
-    const auto none = Ask([&](int32_t* s) { return fLib.GetChildDirectory(&fTemp, u"no", s); });
-    EXPECT_EQ(none.fStatus, 5020);
-    EXPECT_EQ(none.fObject, nullptr);
-
-    const auto pathOf = [](const auto& answer) {
-        return answer.fStatus == 5000 ? PathOf(answer.fObject.get()) : std::u16string();
-    };
-    EXPECT_EQ(pathOf(Ask([&](int32_t* s) { return fLib.GetParentOfFile(&fFile, s); })),
-              u"C:\\Temp\\");
-    EXPECT_EQ(pathOf(Ask([&](int32_t* s) { return fLib.GetParentOfDir(&fTemp, s); })), u"C:\\");
-    EXPECT_EQ(pathOf(Ask([&](int32_t* s) { return fLib.GetVolumeOfDir(&fTemp, s); })), u"C:\\");
-    EXPECT_EQ(pathOf(Ask([&](int32_t* s) { return fLib.GetRootDir(&fVolume, s); })), u"C:\\");
-    EXPECT_EQ(pathOf(Ask([&](int32_t* s) { return fLib.CreateDir(&fTemp, u"New", s); })),
+    EXPECT_EQ(PathFrom([&](auto s) { return fLib.GetChildFile(&fTemp, u"a.txt", s); }),
+              u"C:\\Temp\\a.txt");
+    EXPECT_EQ(StatusOf([&](auto s) { return fLib.GetChildDirectory(&fTemp, u"no", s); }), 5020);
+    EXPECT_EQ(PathFrom([&](auto s) { return fLib.GetParentOfFile(&fFile, s); }), u"C:\\Temp\\");
+    EXPECT_EQ(PathFrom([&](auto s) { return fLib.GetParentOfDir(&fTemp, s); }), u"C:\\");
+    EXPECT_EQ(PathFrom([&](auto s) { return fLib.GetVolumeOfDir(&fTemp, s); }), u"C:\\");
+    EXPECT_EQ(PathFrom([&](auto s) { return fLib.GetRootDir(&fVolume, s); }), u"C:\\");
+    EXPECT_EQ(PathFrom([&](auto s) { return fLib.CreateDir(&fTemp, u"New", s); }),
               u"C:\\Temp\\New\\");
     const CDirSpecGlue made{u"C:\\Temp\\New\\"};
     EXPECT_EQ(fLib.GetDirInfo(&made, &fInfo), 5000);
@@ -243,7 +245,7 @@ TEST_F(CFileLibGlueTest, ChildrenAndParents) {
 }
 
 TEST_F(CFileLibGlueTest, AScannerEndsOnce) {
-    const auto answer = Ask([&](int32_t* s) { return fLib.CreateDirScanner(&fTemp, s); });
+    const auto answer = Ask([&](auto s) { return fLib.CreateDirScanner(&fTemp, s); });
     ASSERT_EQ(answer.fStatus, 5000);
     IDirScanner& scanner = *answer.fObject;
     std::vector<std::u16string> names;
@@ -263,7 +265,7 @@ TEST_F(CFileLibGlueTest, AScannerEndsOnce) {
 }
 
 TEST_F(CFileLibGlueTest, OpenFilesCheckTheirArgumentsFirst) {
-    const auto answer = Ask([&](int32_t* s) { return fLib.OpenForRead(&fFile, s); });
+    const auto answer = Ask([&](auto s) { return fLib.OpenForRead(&fFile, s); });
     ASSERT_EQ(answer.fStatus, 5000);
     IByteReader& reader = *answer.fObject->GetByteReader();
     uint8_t bytes[8] = {};
@@ -282,7 +284,7 @@ TEST_F(CFileLibGlueTest, OpenFilesCheckTheirArgumentsFirst) {
 
 TEST_F(CFileLibGlueTest, APlainOpenEmptiesAndASafeOneWaits) {
     const uint8_t bytes[] = {'n', 'e', 'w'};
-    const auto safe = Ask([&](int32_t* s) { return fLib.OpenForSafeSave(&fTemp, u"a.txt", s); });
+    const auto safe = Ask([&](auto s) { return fLib.OpenForSafeSave(&fTemp, u"a.txt", s); });
     ASSERT_EQ(safe.fStatus, 5000);
     EXPECT_EQ(safe.fObject->GetByteWriter()->Write(0, 3, bytes), 5000);
     EXPECT_EQ(safe.fObject->GetByteWriter()->Write(0, -3, bytes), 5002);
@@ -294,20 +296,17 @@ TEST_F(CFileLibGlueTest, APlainOpenEmptiesAndASafeOneWaits) {
     EXPECT_EQ(safe.fObject->GetByteWriter()->GetSize(&size), 5004);
     EXPECT_EQ(size, 666);
 
-    const auto plain = Ask([&](int32_t* s) { return fLib.OpenForReadWrite(&fTemp, u"a.txt", s); });
+    const auto plain = Ask([&](auto s) { return fLib.OpenForReadWrite(&fTemp, u"a.txt", s); });
     ASSERT_EQ(plain.fStatus, 5000);
     EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "");
     EXPECT_EQ(plain.fObject->GetByteWriter()->Write(0, 3, bytes), 5000);
     uint8_t back[3] = {};
     EXPECT_EQ(plain.fObject->GetByteReader()->Read(0, 3, back), 5000);
     EXPECT_EQ(back[0], 'n');
-    EXPECT_EQ(Ask([&](int32_t* s) { return fLib.OpenForReadWrite(&fTemp, u"a?", s); }).fStatus,
-              5020);
+    EXPECT_EQ(StatusOf([&](auto s) { return fLib.OpenForReadWrite(&fTemp, u"a?", s); }), 5020);
 
     fOps.fFiles[u"C:\\Temp\\a.txt"]->fAttributes |= kAttribute_ReadOnly;
-    const auto locked = Ask([&](int32_t* s) { return fLib.OpenForSafeSave(&fTemp, u"a.txt", s); });
-    EXPECT_EQ(locked.fStatus, 5010);
-    EXPECT_EQ(locked.fObject, nullptr);
+    EXPECT_EQ(StatusOf([&](auto s) { return fLib.OpenForSafeSave(&fTemp, u"a.txt", s); }), 5010);
 }
 
 TEST_F(CFileLibGlueTest, FilesAreSwappedMadeAndDeleted) {
@@ -317,12 +316,12 @@ TEST_F(CFileLibGlueTest, FilesAreSwappedMadeAndDeleted) {
     EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "other");
     EXPECT_EQ(fLib.DeletePhysicalFile(&other), 5000);
     EXPECT_EQ(fLib.DeletePhysicalFile(&other), 5020);
-    const auto file = Ask([&](int32_t* s) { return fLib.CreateUniqueFile(&fTemp, u"x.wav", s); });
-    ASSERT_EQ(file.fStatus, 5000);
-    EXPECT_TRUE(PathOf(file.fObject.get()).ends_with(u".wav"));
-    const auto folder = Ask([&](int32_t* s) { return fLib.CreateUniqueDir(&fTemp, s); });
-    ASSERT_EQ(folder.fStatus, 5000);
-    EXPECT_TRUE(PathOf(folder.fObject.get()).starts_with(u"C:\\Temp\\"));
+    EXPECT_TRUE(PathFrom([&](auto s) {
+                    return fLib.CreateUniqueFile(&fTemp, u"x.wav", s);
+                }).ends_with(u".wav"));
+    EXPECT_TRUE(PathFrom([&](auto s) {
+                    return fLib.CreateUniqueDir(&fTemp, s);
+                }).starts_with(u"C:\\Temp\\"));
 }
 
 TEST_F(CFileLibGlueTest, AliasesLeadToFilesAndFolders) {
@@ -345,7 +344,7 @@ TEST_F(CFileLibGlueTest, AliasesLeadToFilesAndFolders) {
 }
 
 TEST_F(CFileLibGlueTest, VolumesAndWellKnownPlaces) {
-    const auto volumes = Ask([&](int32_t* s) { return fLib.GetVolumes(s); });
+    const auto volumes = Ask([&](auto s) { return fLib.GetVolumes(s); });
     ASSERT_EQ(volumes.fStatus, 5000);
     ASSERT_EQ(volumes.fObject->GetCount(), 1);
     EXPECT_EQ(PathOf(volumes.fObject->GetVolume(0)), u"C:\\");
@@ -373,31 +372,25 @@ TEST_F(CFileLibGlueTest, VolumesAndWellKnownPlaces) {
         {[&](int32_t* s) { return fLib.GetAppDataDir(u"M", u"", 1, s); }, u"C:\\All\\M\\"},
     };
     for (const auto& [call, path] : places) {
-        const auto answer = Ask(call);
-        ASSERT_EQ(answer.fStatus, 5000);
-        EXPECT_EQ(PathOf(answer.fObject.get()), path);
+        EXPECT_EQ(PathFrom(call), path);
     }
-    EXPECT_EQ(Ask([&](int32_t* s) { return fLib.GetSpecialDir(99, s); }).fStatus, 5020);
-    const auto program = Ask([&](int32_t* s) { return fLib.GetExecutableFile(s); });
-    ASSERT_EQ(program.fStatus, 5000);
-    EXPECT_EQ(PathOf(program.fObject.get()), u"C:\\Program\\a.exe");
+    EXPECT_EQ(StatusOf([&](auto s) { return fLib.GetSpecialDir(99, s); }), 5020);
+    EXPECT_EQ(PathFrom([&](auto s) { return fLib.GetExecutableFile(s); }), u"C:\\Program\\a.exe");
 }
 
 TEST_F(CFileLibGlueTest, NativePathsMakeSpecsOfWhatNeedNotBeThere) {
     IFileLibWinExtensions& native = *fLib.GetWinExtensions();
-    const auto file = Ask([&](int32_t* s) { return native.CreateFileSpec(u"C:\\no\\b.so", s); });
-    ASSERT_EQ(file.fStatus, 5000);
-    EXPECT_EQ(native.GetFilePath(file.fObject.get(), fText), 5000);
-    EXPECT_EQ(std::u16string(fText), u"C:\\no\\b.so");
-    const auto folder = Ask([&](int32_t* s) { return native.CreateDirSpec(u"C:\\no", s); });
-    ASSERT_EQ(folder.fStatus, 5000);
-    EXPECT_EQ(native.GetDirPath(folder.fObject.get(), fText), 5000);
-    EXPECT_EQ(std::u16string(fText), u"C:\\no\\");
-    const auto volume = Ask([&](int32_t* s) { return native.CreateVolumeSpec(u"Q:", s); });
-    ASSERT_EQ(volume.fStatus, 5000);
-    EXPECT_EQ(native.GetVolumePath(volume.fObject.get(), fText), 5000);
-    EXPECT_EQ(std::u16string(fText), u"Q:\\");
-    EXPECT_EQ(Ask([&](int32_t* s) { return native.CreateFileSpec(u"C:\\a?", s); }).fStatus, 5020);
+    EXPECT_EQ(PathFrom([&](auto s) { return native.CreateFileSpec(u"C:\\no\\b", s); }),
+              u"C:\\no\\b");
+    EXPECT_EQ(PathFrom([&](auto s) { return native.CreateDirSpec(u"C:\\no", s); }), u"C:\\no\\");
+    EXPECT_EQ(PathFrom([&](auto s) { return native.CreateVolumeSpec(u"Q:", s); }), u"Q:\\");
+    EXPECT_EQ(StatusOf([&](auto s) { return native.CreateFileSpec(u"C:\\a?", s); }), 5020);
+    EXPECT_EQ(native.GetFilePath(&fFile, fText), 5000);
+    EXPECT_EQ(std::u16string(fText), u"C:\\Temp\\a.txt");
+    EXPECT_EQ(native.GetDirPath(&fTemp, fText), 5000);
+    EXPECT_EQ(std::u16string(fText), u"C:\\Temp\\");
+    EXPECT_EQ(native.GetVolumePath(&fVolume, fText), 5000);
+    EXPECT_EQ(std::u16string(fText), u"C:\\");
 }
 
 } // namespace NSFileLibInternals

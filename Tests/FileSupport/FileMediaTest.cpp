@@ -104,16 +104,7 @@ TEST_F(FileMedia, AReadBridgeReadsAndNothingElse) {
     EXPECT_THROW(COpenReadFileBridge(MakeFileSpec(u"C:\\Temp\\none")), XNotFound);
 }
 
-TEST_F(FileMedia, APlainOpenEmptiesTheFile) {
-    COpenFile file(fTemp, u"a.txt", kOpenFile_Plain);
-    EXPECT_EQ(file.GetLength(), 0);
-    WriteText(file, "fresh");
-    EXPECT_EQ(ReadText(file), "fresh");
-    file.Commit();
-    EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "fresh");
-}
-
-TEST_F(FileMedia, ASafeOpenKeepsTheFileUntilItsCommit) {
+TEST_F(FileMedia, ASafeOpenKeepsTheFileUntilItsCommitAndAPlainOneEmptiesIt) {
     { // never committed
         COpenFile file(fTemp, u"a.txt", kOpenFile_SafeSave);
         WriteText(file, "lost");
@@ -125,12 +116,18 @@ TEST_F(FileMedia, ASafeOpenKeepsTheFileUntilItsCommit) {
     file.Commit();
     EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "saved");
     EXPECT_THROW(file.Commit(), XIllegalCallSequence);
+    COpenFile plain(fTemp, u"a.txt", kOpenFile_Plain);
+    EXPECT_EQ(plain.GetLength(), 0);
+    WriteText(plain, "fresh");
+    EXPECT_EQ(ReadText(plain), "fresh");
+    plain.Commit();
+    EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "fresh");
 }
 
 TEST_F(FileMedia, AReadOnlyFileIsLockedForASafeOpen) {
     fOps.fFiles[u"C:\\Temp\\a.txt"]->fAttributes |= NSFileLibInternals::kAttribute_ReadOnly;
     try {
-        COpenFile(fTemp, u"a.txt", kOpenFile_SafeSave);
+        const COpenFile file(fTemp, u"a.txt", kOpenFile_SafeSave);
         ADD_FAILURE();
     } catch (const XLocked& exception) {
         // A status carries no words.

@@ -29,7 +29,7 @@ int32_t CDirScannerGlue::GetCurrent(char16_t* name, NSFileLib::SFileInfo* info,
         PutUnfinished(isFolder);
         PutText(name, fImpl->GetName());
         *info = ToInterface(fImpl->GetInfo());
-        *isFolder = fImpl->IsFolder() ? 1 : 0;
+        PutFlag(isFolder, fImpl->IsFolder());
     });
 }
 

@@ -16,7 +16,7 @@ int32_t CFileLibGlue::GetChildInfo(const IDirSpec* folder, const char16_t* name,
         PutUnfinished(isFolder);
         bool found = false;
         *info = ToInterface(fImpl.GetChildInfo(PathOf(folder), name, found));
-        *isFolder = found ? 1 : 0;
+        PutFlag(isFolder, found);
     });
 }
 
@@ -41,7 +41,7 @@ int32_t CFileLibGlue::DoesChildFileExist(const IDirSpec* folder, const char16_t*
                                          int32_t* exists) {
     return RunGuarded(CheckCall(IsValid(), {folder, name, exists}), [&] {
         PutUnfinished(exists);
-        *exists = fImpl.DoesChildFileExist(PathOf(folder), name) ? 1 : 0;
+        PutFlag(exists, fImpl.DoesChildFileExist(PathOf(folder), name));
     });
 }
 
@@ -49,7 +49,7 @@ int32_t CFileLibGlue::DoesChildDirExist(const IDirSpec* folder, const char16_t* 
                                         int32_t* exists) {
     return RunGuarded(CheckCall(IsValid(), {folder, name, exists}), [&] {
         PutUnfinished(exists);
-        *exists = fImpl.DoesChildFolderExist(PathOf(folder), name) ? 1 : 0;
+        PutFlag(exists, fImpl.DoesChildFolderExist(PathOf(folder), name));
     });
 }
 

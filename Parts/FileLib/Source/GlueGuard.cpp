@@ -65,6 +65,10 @@ void PutUnfinished(NSFileLib::SVolumeInfo* info) noexcept {
     info->fFlags = kFileLibUnfinished;
 }
 
+void PutFlag(int32_t* flag, bool value) noexcept {
+    *flag = value ? 1 : 0;
+}
+
 void PutText(char16_t* buffer, const std::u16string& text) {
     NSTextPackage::CopyToBuffer(buffer, text, kLongestText);
 }

@@ -54,6 +54,9 @@ void PutUnfinished(int64_t* value) noexcept;
 void PutUnfinished(NSFileLib::SFileInfo* info) noexcept;
 void PutUnfinished(NSFileLib::SVolumeInfo* info) noexcept;
 
+// 1 or 0.
+void PutFlag(int32_t* flag, bool value) noexcept;
+
 // Into a buffer of kFileLibTextUnits, cut without splitting a character.
 void PutText(char16_t* buffer, const std::u16string& text);
 void PutText(char* buffer, const std::string& utf8);

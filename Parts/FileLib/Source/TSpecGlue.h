@@ -30,7 +30,7 @@ public:
         const int32_t check = CheckCall(IsValid(), {other, equal});
         return RunGuarded(check, [&] {
             PutUnfinished(equal);
-            *equal = NSTextPackage::TextEqualsIgnoreCase(fPath, PathOf(other)) ? 1 : 0;
+            PutFlag(equal, NSTextPackage::TextEqualsIgnoreCase(fPath, PathOf(other)));
         });
     }
 
