@@ -23,7 +23,7 @@ private:
     std::unique_ptr<NSFileLib::IOpenReadFile> fFile;
 };
 
-// Opens the file that the spec leads to. XNotFound.
+// Opens the file that is meant. XNotFound.
 std::unique_ptr<NSPorter::CMedia> OpenRobust(const CRobustFileSpec& spec);
 
 } // namespace NSFileLibSupport
