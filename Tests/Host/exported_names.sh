@@ -7,7 +7,7 @@ expected=$(sed -n 's/^ *\(LOP[A-Za-z]*\)$/\1/p' "$2" | sort)
 case $library in
 *.dll)
     found=$(x86_64-w64-mingw32-objdump -p "$library" |
-        sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/s/^.*\] *\(+base\[.*\] *[0-9a-f]* *\)\{0,1\}\([A-Za-z_][A-Za-z0-9_]*\)$/\2/p' | sort)
+        sed -n '/^\[Ordinal\/Name Pointer\] Table/,/^$/s/^[[:space:]]\{1,\}\[.*[[:space:]]\([^[:space:]]*\)$/\1/p' | sort)
     imports=$(x86_64-w64-mingw32-objdump -p "$library" | sed -n 's/^.*DLL Name: //p' |
         grep -viE '^(kernel32|msvcrt|shell32|ole32|user32|advapi32|version|shlwapi|dbghelp|api-ms-.*|ucrtbase)\.dll$' || true)
     if [ -n "$imports" ]; then
