@@ -44,6 +44,7 @@ TEST(InputBitStream, DeliversTheBitsInAnyPieces) {
     SRandomBits bits(3 * 4096 + 400);
     NSPorter::CMemoryMedia media = MediaOf(bits.fBytes);
     CInputBitStream stream(&media);
+    EXPECT_EQ(media.GetPosition(), 0); // nothing is read ahead of need
     while (bits.fPosition + 100 < bits.fBits.size()) {
         const uint32_t count = bits.Random(32) + 1;
         switch (bits.Random(8)) {
@@ -64,19 +65,6 @@ TEST(InputBitStream, DeliversTheBitsInAnyPieces) {
         ASSERT_EQ(stream.GetBitsUsedInWord(), bits.fPosition % 32);
         ASSERT_EQ(stream.GetWordsConsumed(), static_cast<int64_t>(bits.fPosition / 32));
     }
-}
-
-TEST(InputBitStream, LoadsAWordOnlyWhenABitOfItIsNeeded) {
-    const Bytes bytes = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0};
-    NSPorter::CMemoryMedia media = MediaOf(bytes);
-    CInputBitStream stream(&media);
-    EXPECT_EQ(media.GetPosition(), 0);
-    EXPECT_EQ(stream.ReadBits(20), 0x12345u);
-    EXPECT_EQ(stream.GetWordsConsumed(), 0);
-    EXPECT_EQ(stream.ReadBits(12), 0x678u);
-    EXPECT_EQ(stream.GetWordsConsumed(), 1);
-    EXPECT_EQ(stream.ReadBits(32), 0x9ABCDEF0u);
-    EXPECT_EQ(stream.GetWordsConsumed(), 2);
 }
 
 TEST(InputBitStream, GoesOnBehindTheEndWithWhatTheBufferHolds) {

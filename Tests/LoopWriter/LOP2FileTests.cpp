@@ -138,25 +138,14 @@ TEST(LOP2File, EditsChangeTheLayout) {
     EXPECT_THROW(WriteLOP2(file), std::out_of_range);
 }
 
-TEST(LOP2File, StatedSizesReplaceTheTrueOnesAndNothingElse) {
-    SLOP2File file;
-    const Bytes plain = WriteLOP2(file);
-    file.fEdit = [](SIFFChunk& root) {
-        root.fStoredSize = 0x01020304;
-        FindChunk(root, FourCharID("COMP")).fStoredSize = 0x05060708;
-        FindChunk(root, FourCharID("SDAT")).fStoredSize = 0x090A0B0C;
-    };
-    file.fTrailingBytes = {7};
-    Bytes expected = plain;
-    const Bytes sizes = Layout("01020304 05060708 090A0B0C 'COMP' 'SDAT'");
-    std::copy_n(sizes.begin(), 4, expected.begin() + 4);
-    for (int i = 0; i < 2; ++i) {
-        const auto id = std::search(expected.begin(), expected.end(), sizes.begin() + 12 + 4 * i,
-                                    sizes.begin() + 16 + 4 * i);
-        std::copy_n(sizes.begin() + 4 + 4 * i, 4, id + 4);
-    }
-    expected.push_back(7);
-    EXPECT_EQ(WriteLOP2(file), expected);
+TEST(IFFChunkTree, StatedSizesReplaceTheTrueOnesAndNothingElse) {
+    SIFFChunk odd = MakeSimpleChunk(FourCharID("ODD "), {1});
+    odd.fStoredSize = 0x01020304;
+    SIFFChunk form = MakeGroup(SIFFChunk::EKind::kForm, FourCharID("IN  "), {odd, odd});
+    form.fStoredSize = 0x05060708;
+    EXPECT_EQ(WriteNestedTree(MakeGroup(SIFFChunk::EKind::kCat, FourCharID("OUT "), {form, odd})),
+              Layout("'CAT ' 0000002E 'OUT ' 'FORM' 05060708 'IN  ' 'ODD ' 01020304 01 00"
+                     "'ODD ' 01020304 01 00 'ODD ' 01020304 01 00"));
 }
 
 TEST(LOP2File, DrumLoopComesBackThroughTheReader) {

@@ -27,28 +27,6 @@ TEST(SyntheticLoop, SignalsKeepToTheirRange) {
     EXPECT_NEAR(*high, 16384, 500);
 }
 
-TEST(SyntheticLoop, DrumsSoundOnEachHit) {
-    for (const int32_t bits : {16, 24}) {
-        const SDrumLoop loop = MakeDrumLoop({.fBitDepth = bits, .fStereo = true});
-        ASSERT_EQ(loop.fHits.size(), 8u);
-        ASSERT_EQ(loop.fLeft.size(), 88200u);
-        EXPECT_NE(loop.fLeft, loop.fRight);
-        const int32_t fullScale = 1 << (bits - 1);
-        for (const uint32_t hit : loop.fHits) {
-            for (const Plane* plane : {&loop.fLeft, &loop.fRight}) {
-                const auto start = plane->begin() + hit;
-                const auto peak = [](auto first, auto last) {
-                    const auto [low, high] = std::minmax_element(first, last);
-                    return std::max(-*low, *high);
-                };
-                EXPECT_GT(peak(start, start + 400), fullScale / 20);
-                EXPECT_LT(peak(start, start + loop.fFramesPerHit), fullScale);
-                EXPECT_LT(peak(start + 11000, start + 11025), fullScale / 10);
-            }
-        }
-    }
-}
-
 // The figures are the generator's own: they say that every compiler and system reaches the same.
 TEST(SyntheticLoop, IsTheSameEverywhere) {
     const auto hash = [](const Plane& plane) {
