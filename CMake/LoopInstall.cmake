@@ -18,10 +18,8 @@ install(FILES ${PROJECT_BINARY_DIR}/LoopLibraryConfig.cmake
               ${PROJECT_BINARY_DIR}/LoopLibraryConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/LoopLibrary)
 
-cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}
-           OUTPUT_VARIABLE LOOP_PC_LIBDIR)
-cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_INCLUDEDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX}
-           OUTPUT_VARIABLE LOOP_PC_INCLUDEDIR)
+# By way of its own place, so that an installed tree can be moved.
+file(RELATIVE_PATH LOOP_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(Packaging/looplibrary.pc.in ${PROJECT_BINARY_DIR}/looplibrary.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/looplibrary.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
