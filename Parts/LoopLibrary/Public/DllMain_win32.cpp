@@ -5,6 +5,15 @@
 
 #include <windows.h>
 
+namespace __gnu_cxx { // NOLINT(bugprone-reserved-identifier): the runtime's own name
+
+// Frees the memory that the language's runtime, a copy of which each load of this library brings
+// along, keeps for exceptions when memory is short. Nothing but the process's end does so
+// otherwise.
+void __freeres(); // NOLINT(bugprone-reserved-identifier)
+
+} // namespace __gnu_cxx
+
 namespace NSLOPDLL {
 
 namespace {
@@ -40,7 +49,7 @@ void* GetSystemHandle() noexcept {
 // Runs under the loader's lock: it loads nothing, waits for nothing and throws nothing.
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID);
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserved*/) {
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processEnds) {
     using namespace NSLOPDLL;
     gSystemHandle = instance;
     if (reason == DLL_PROCESS_ATTACH) {
@@ -55,6 +64,9 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserv
     }
     if (reason == DLL_PROCESS_DETACH) {
         FreeThreadSlot();
+        if (processEnds == nullptr) {
+            __gnu_cxx::__freeres();
+        }
     }
     return answer;
 }
