@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// How far the numbers of this system may be from those in Reference/, which Linux made.
+struct SSameSoundBounds {
+    size_t fDifferingSamples = 0; // of all samples compared
+    float fLargestDifference = 0.0F;
+    size_t fDifferingEntries = 0; // of a whole table
+    int64_t fLargestSteps = 0;    // in the last place of a float
+};
+
+extern const SSameSoundBounds kSameSoundBounds;

@@ -1,0 +1,3 @@
+#include "Tests/Host/SameSoundBounds.h"
+
+const SSameSoundBounds kSameSoundBounds{};

@@ -1,0 +1,226 @@
+#include "LoopLibrary/Render/CDSPTables.h"
+#include "Tests/Host/HostLoop.h"
+#include "Tests/Host/SameSoundBounds.h"
+
+#include <bit>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <span>
+#include <string>
+
+// Both systems sound alike: what is heard here against Reference/, files of 32-bit little-endian
+// words that these very tests wrote on Linux when LOOPLIBRARY_WRITE_REFERENCE was set. They tell
+// nothing of right and wrong, which the render tests do by plain models; they show that a change of
+// system or compiler changes no sample, or how many and by how much.
+
+namespace {
+
+class CReference {
+public:
+    explicit CReference(const std::string& name)
+        : fPath(LOOP_REFERENCE_DIR "/" + name), fWriting(std::getenv(kSwitch) != nullptr) {
+        if (fWriting) {
+            return;
+        }
+        std::ifstream file(fPath, std::ios::binary);
+        Bytes bytes{std::istreambuf_iterator<char>(file), {}};
+        fWords.resize(bytes.size() / sizeof(uint32_t));
+        std::memcpy(fWords.data(), bytes.data(), fWords.size() * sizeof(uint32_t));
+    }
+    ~CReference() {
+        if (fWriting) {
+            std::ofstream file(fPath, std::ios::binary);
+            file.write(reinterpret_cast<const char*>(fWords.data()),
+                       static_cast<std::streamsize>(fWords.size() * sizeof(uint32_t)));
+        }
+    }
+    CReference(const CReference&) = delete;
+    CReference& operator=(const CReference&) = delete;
+
+    // The next words of the file; while it is written, those given.
+    template <class Word>
+    std::vector<Word> Next(std::span<const Word> found) {
+        static_assert(sizeof(Word) == sizeof(uint32_t));
+        if (fWriting) {
+            for (const Word word : found) {
+                fWords.push_back(std::bit_cast<uint32_t>(word));
+            }
+        }
+        std::vector<Word> next;
+        while (next.size() < found.size() && fPosition < fWords.size()) {
+            next.push_back(std::bit_cast<Word>(fWords[fPosition++]));
+        }
+        return next;
+    }
+    bool IsAtEnd() const { return fPosition == fWords.size(); }
+
+private:
+    static constexpr const char* kSwitch = "LOOPLIBRARY_WRITE_REFERENCE";
+
+    const std::string fPath;
+    const bool fWriting;
+    std::vector<uint32_t> fWords;
+    size_t fPosition = 0;
+};
+
+struct SDifference {
+    size_t fDiffering = 0;
+    float fLargest = 0.0F;
+    int64_t fLargestSteps = 0;
+};
+
+// Bits of floats in the order of their values.
+int64_t Ordinal(float value) {
+    const int64_t magnitude = std::bit_cast<uint32_t>(value) & 0x7FFFFFFF;
+    return std::signbit(value) ? -magnitude : magnitude;
+}
+
+SDifference Compare(std::span<const float> found, const std::vector<float>& reference) {
+    SDifference difference;
+    for (size_t i = 0; i < found.size(); ++i) {
+        if (std::bit_cast<uint32_t>(found[i]) != std::bit_cast<uint32_t>(reference[i])) {
+            ++difference.fDiffering;
+        }
+        difference.fLargest = std::max(difference.fLargest, std::abs(found[i] - reference[i]));
+        difference.fLargestSteps =
+            std::max(difference.fLargestSteps, std::abs(Ordinal(found[i]) - Ordinal(reference[i])));
+    }
+    return difference;
+}
+
+void Print(const char* what, size_t count, const SDifference& difference) {
+    std::printf("  %-12s %6zu values, %5zu differ, by %.3g at most (%lld steps)\n", what, count,
+                difference.fDiffering, static_cast<double>(difference.fLargest),
+                static_cast<long long>(difference.fLargestSteps));
+}
+
+struct SListening {
+    const char* fName;
+    Bytes fFile;
+    int32_t fOutputRate;
+};
+
+template <class Change>
+Bytes Changed(int32_t bitDepth, bool stereo, Change change) {
+    NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions(bitDepth, stereo));
+    change(file);
+    return WriteLOP2(file);
+}
+
+std::vector<SListening> Listenings() {
+    using NSLoopWriter::SLOP2File;
+    const auto equalize = [](SLOP2File& file) {
+        file.fEqualizer.fEnabled = 1;
+        file.fEqualizer.fLowFrequency = 120;
+        file.fEqualizer.fBand1Gain = 9000;
+        file.fEqualizer.fBand2Gain = -12000;
+        file.fEqualizer.fHighFrequency = 9000;
+    };
+    const auto compress = [](SLOP2File& file) {
+        file.fCompressor.fEnabled = 1;
+        file.fCompressor.fThreshold = 30;
+        file.fCompressor.fRatio = 100;
+        file.fCompressor.fAttack = 150;
+    };
+    const auto shape = [](SLOP2File& file) {
+        file.fTransientShaper.fEnabled = 1;
+        file.fTransientShaper.fAttack = 40;
+        file.fTransientShaper.fDecay = 380;
+        file.fTransientShaper.fAmount = 70;
+    };
+    const auto all = [&](SLOP2File& file) {
+        equalize(file);
+        compress(file);
+        shape(file);
+        file.fGeneralInfo.fTranspose = -350;
+        file.fGeneralInfo.fGateLevel = 200;
+    };
+    const auto transpose = [](SLOP2File& file) { file.fGeneralInfo.fTranspose = 731; };
+    // This release's factor is the one of 44100 frames a second that two C runtimes round apart.
+    const auto release = [&](SLOP2File& file) {
+        compress(file);
+        file.fCompressor.fRelease = 222;
+        file.fTransientShaper.fEnabled = 1;
+        file.fTransientShaper.fDecay = 222;
+        file.fTransientShaper.fAmount = 100;
+    };
+    return {{"plain", DrumLOP2(), 44100},
+            {"half rate", DrumLOP2(24, false), 22050},
+            {"high rate", DrumLOP2(24), 96000},
+            {"transposed", Changed(16, true, transpose), 48000},
+            {"equalizer", Changed(16, true, equalize), 44100},
+            {"compressor", Changed(24, false, compress), 44100},
+            {"shaper", Changed(16, false, shape), 48000},
+            {"everything", Changed(24, true, all), 88200},
+            {"release", Changed(24, true, release), 44100},
+            {"older kind", DrumTSL(), 32000},
+            {"oldest kind", DrumLOP(), 44100}};
+}
+
+// Every 311th sample of the preview and of all slices.
+std::vector<float> Listen(const SListening& listening) {
+    const CHostLoop loop(listening.fFile);
+    EXPECT_EQ(LOPSetOutputSampleRate(loop.Get(), listening.fOutputRate), kLOPResult_OK);
+    EXPECT_EQ(LOPSetPreviewTempo(loop.Get(), 104729), kLOPResult_OK);
+    EXPECT_EQ(LOPStartPreview(loop.Get()), kLOPResult_OK);
+    Planes heard = loop.RenderPreview(60000, 1009);
+    for (int32_t slice = 0; slice < loop.GetInfo().fSliceCount; ++slice) {
+        for (std::vector<float>& plane : loop.RenderSlice(slice)) {
+            heard.push_back(std::move(plane));
+        }
+    }
+    std::vector<float> kept;
+    for (const std::vector<float>& plane : heard) {
+        for (size_t i = 100; i < plane.size(); i += 311) {
+            kept.push_back(plane[i]);
+        }
+    }
+    return kept;
+}
+
+TEST_F(CHostTest, LoopsSoundAsOnLinux) {
+    CReference reference("Sound.f32");
+    size_t differing = 0;
+    for (const SListening& listening : Listenings()) {
+        const std::vector<float> found = Listen(listening);
+        const std::vector<float> expected = reference.Next<float>(found);
+        ASSERT_EQ(found.size(), expected.size()) << listening.fName;
+        const SDifference difference = Compare(found, expected);
+        Print(listening.fName, found.size(), difference);
+        EXPECT_LE(difference.fLargest, kSameSoundBounds.fLargestDifference) << listening.fName;
+        differing += difference.fDiffering;
+    }
+    EXPECT_TRUE(reference.IsAtEnd());
+    EXPECT_LE(differing, kSameSoundBounds.fDifferingSamples);
+}
+
+TEST(SameTables, TablesAreThoseOfLinux) {
+    using NSLOPDLL::CDSPTables;
+    CReference reference("Tables.f32");
+    const CDSPTables tables(44100);
+    const auto compare = [&reference](const char* name, std::span<const float> found) {
+        const std::vector<float> expected = reference.Next<float>(found);
+        ASSERT_EQ(found.size(), expected.size()) << name;
+        const SDifference difference = Compare(found, expected);
+        Print(name, found.size(), difference);
+        EXPECT_LE(difference.fDiffering, kSameSoundBounds.fDifferingEntries) << name;
+        EXPECT_LE(difference.fLargestSteps, kSameSoundBounds.fLargestSteps) << name;
+    };
+    compare("times", {tables.GetTimes(), NSLOPDLL::kEnvelopeTableSize});
+    compare("attack", {tables.GetAttackRates(), NSLOPDLL::kEnvelopeTableSize});
+    compare("decay", {tables.GetDecayFactors(), NSLOPDLL::kEnvelopeTableSize});
+    compare("kernel", {CDSPTables::GetInterpolationTable(),
+                       NSLOPDLL::kInterpolationTaps * NSLOPDLL::kInterpolationPhases});
+    // The pitches are the same on both systems, so that a sum over them serves.
+    uint32_t sum = 0x811C9DC5;
+    for (int32_t i = 0; i < NSLOPDLL::kPitchTableSize; ++i) {
+        sum = (sum ^ CDSPTables::GetPitchTable()[i]) * 0x01000193;
+    }
+    EXPECT_EQ(reference.Next<uint32_t>({&sum, 1}), std::vector<uint32_t>{sum});
+    EXPECT_TRUE(reference.IsAtEnd());
+}
+
+} // namespace
