@@ -38,6 +38,13 @@ extern "C" int32_t CheckProgress(int32_t percent, void* user) {
     return ++progress.fReports == progress.fStopAt ? 1 : 0;
 }
 
+// A .lop may legally state a loop of hours in a few bytes, and then takes the memory for it. That is
+// known and not looked into here.
+bool IsGiant(const LOPInfo& stated) {
+    const double minutes = stated.fPPQLength / (15.36 * std::max(stated.fLoopTempo, 1));
+    return minutes * 60.0 * stated.fSampleRate > 2e7;
+}
+
 bool IsLoadResult(LOPResult result) {
     switch (result) {
     case kLOPResult_OK:
@@ -201,6 +208,9 @@ void CheckHostContract(const std::vector<uint8_t>& file, CByteSource& decisions)
     LOPInfo stated{};
     const LOPResult informed = LOPGetInfoFromBuffer(size, given.data(), sizeof stated, &stated);
     PROMISE(size < 1 ? informed == kLOPResult_InvalidArgument : IsLoadResult(informed));
+    if (informed == kLOPResult_OK && progress.fMayWander && IsGiant(stated)) {
+        return;
+    }
     LOPHandle loop = 1;
     const LOPResult loaded = LOPCreate(&loop, given.data(), size, CheckProgress, &progress);
     PROMISE(size < 1 ? loaded == kLOPResult_InvalidArgument : IsLoadResult(loaded));
