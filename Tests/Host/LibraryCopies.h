@@ -24,7 +24,7 @@ protected:
 
     /// Folders on the way to the name are made.
     std::filesystem::path Copy(const std::filesystem::path& name) const {
-        const std::filesystem::path file = fFolder / name;
+        std::filesystem::path file = fFolder / name;
         std::filesystem::create_directories(file.parent_path());
         std::ifstream source(LinkedLibraryFile(), std::ios::binary);
         std::ofstream(file, std::ios::binary) << source.rdbuf();

@@ -23,6 +23,19 @@ SProcessUse GetProcessUse();
 /// library, keeps of a load for good.
 extern const int64_t kBytesKeptOfALoad;
 
+/// An address that is whichever function it is assigned to.
+class CFoundExport {
+public:
+    explicit CFoundExport(void* address) : fAddress(address) {}
+    template <class Function>
+    operator Function*() const { // NOLINT(google-explicit-constructor)
+        return reinterpret_cast<Function*>(fAddress);
+    }
+
+private:
+    void* fAddress;
+};
+
 class CLoadedLibrary {
 public:
     /// Throws std::runtime_error when the file does not load.
@@ -32,27 +45,18 @@ public:
     CLoadedLibrary& operator=(const CLoadedLibrary&) = delete;
 
 private:
-    void* fModule;
-
-    template <class Function>
-    Function Find(const char* name) const {
-        return reinterpret_cast<Function>(FindExport(name));
-    }
     // Throws std::runtime_error when there is none of the name.
-    void* FindExport(const char* name) const;
+    CFoundExport Find(const char* name) const;
+
+    void* fModule; // before the exports, which are found in it
 
 public:
-    // The exports, named as they are without their prefix.
-#define LOADED_EXPORT(name)                                                                        \
-    const decltype(&::LOP##name) name = Find<decltype(&::LOP##name)>("LOP" #name)
-    LOADED_EXPORT(InitializeDLL);
-    LOADED_EXPORT(UninitializeDLL);
-    LOADED_EXPORT(Create);
-    LOADED_EXPORT(Delete);
-    LOADED_EXPORT(GetInfo);
-    LOADED_EXPORT(GetInfoFromBuffer);
-    LOADED_EXPORT(StartPreview);
-    LOADED_EXPORT(StopPreview);
-    LOADED_EXPORT(RenderPreviewBatch);
-#undef LOADED_EXPORT
+    const decltype(&::LOPInitializeDLL) InitializeDLL = Find("LOPInitializeDLL");
+    const decltype(&::LOPUninitializeDLL) UninitializeDLL = Find("LOPUninitializeDLL");
+    const decltype(&::LOPCreate) Create = Find("LOPCreate");
+    const decltype(&::LOPDelete) Delete = Find("LOPDelete");
+    const decltype(&::LOPGetInfo) GetInfo = Find("LOPGetInfo");
+    const decltype(&::LOPStartPreview) StartPreview = Find("LOPStartPreview");
+    const decltype(&::LOPStopPreview) StopPreview = Find("LOPStopPreview");
+    const decltype(&::LOPRenderPreviewBatch) RenderPreviewBatch = Find("LOPRenderPreviewBatch");
 };

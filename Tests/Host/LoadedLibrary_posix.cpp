@@ -40,10 +40,10 @@ CLoadedLibrary::~CLoadedLibrary() {
     dlclose(fModule);
 }
 
-void* CLoadedLibrary::FindExport(const char* name) const {
+CFoundExport CLoadedLibrary::Find(const char* name) const {
     void* const found = dlsym(fModule, name);
     if (found == nullptr) {
         throw std::runtime_error(name);
     }
-    return found;
+    return CFoundExport(found);
 }

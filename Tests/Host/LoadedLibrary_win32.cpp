@@ -2,6 +2,7 @@
 
 #include <array>
 #include <stdexcept>
+#include <string>
 
 #include <windows.h>
 
@@ -63,10 +64,10 @@ CLoadedLibrary::~CLoadedLibrary() {
     FreeLibrary(static_cast<HMODULE>(fModule));
 }
 
-void* CLoadedLibrary::FindExport(const char* name) const {
+CFoundExport CLoadedLibrary::Find(const char* name) const {
     const FARPROC found = GetProcAddress(static_cast<HMODULE>(fModule), name);
     if (found == nullptr) {
         throw std::runtime_error(name);
     }
-    return reinterpret_cast<void*>(found);
+    return CFoundExport(reinterpret_cast<void*>(found));
 }
