@@ -38,8 +38,8 @@ extern "C" int32_t CheckProgress(int32_t percent, void* user) {
     return ++progress.fReports == progress.fStopAt ? 1 : 0;
 }
 
-// A .lop may legally state a loop of hours in a few bytes, and then takes the memory for it. That is
-// known and not looked into here.
+// A .lop may legally state a loop of hours in a few bytes, and then takes the memory for it. That
+// is known and not looked into here.
 bool IsGiant(const LOPInfo& stated) {
     const double minutes = stated.fPPQLength / (15.36 * std::max(stated.fLoopTempo, 1));
     return minutes * 60.0 * stated.fSampleRate > 2e7;
