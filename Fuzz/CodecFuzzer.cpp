@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int32_t kMostFrames = 20000;
+constexpr size_t kMostSamples = 2 * size_t{kMostFrames};
 
 NSPorter::CMemoryMedia Borrow(const std::vector<uint8_t>& bytes) {
     return {static_cast<int64_t>(bytes.size()), bytes.data()};
@@ -20,8 +21,8 @@ NSPorter::CMemoryMedia Borrow(const std::vector<uint8_t>& bytes) {
 void DecodeGarbage(const std::vector<uint8_t>& bytes, bool stereo, bool wide) {
     NSPorter::CMemoryMedia media = Borrow(bytes);
     NSLOPDLL::COptimizedTWIPDecompressorFromMedia decoder(&media);
-    std::vector<int32_t> out32(2 * kMostFrames);
-    std::vector<int16_t> out16(2 * kMostFrames);
+    std::vector<int32_t> out32(kMostSamples);
+    std::vector<int16_t> out16(kMostSamples);
     int16_t* const narrow = wide ? nullptr : out16.data();
     try {
         if (stereo) {
@@ -72,7 +73,8 @@ void RoundTrip(CByteSource& source, bool stereo) {
     const int32_t split = frames / 3;
     if (stereo) {
         fastDecoder.DecompressStereo(split, nullptr, fast.data());
-        fastDecoder.DecompressStereo(frames - split, nullptr, fast.data() + 2 * split);
+        fastDecoder.DecompressStereo(frames - split, nullptr,
+                                     fast.data() + size_t{2} * static_cast<size_t>(split));
     } else {
         fastDecoder.DecompressMono(split, nullptr, fast.data());
         fastDecoder.DecompressMono(frames - split, nullptr, fast.data() + split);

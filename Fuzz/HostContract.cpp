@@ -198,7 +198,8 @@ void UseLoop(LOPHandle loop, LOPHandle twin, CByteSource& decisions) {
 
 void CheckHostContract(const std::vector<uint8_t>& file, CByteSource& decisions) {
     const CLibrary library;
-    const std::vector<uint8_t> given = file;
+    // What the library gets is compared with what it was given.
+    const std::vector<uint8_t> given = file; // NOLINT(performance-unnecessary-copy-initialization)
     const auto size = static_cast<int32_t>(given.size());
     SProgress progress;
     progress.fStopAt = decisions.Byte() % 8 == 0 ? decisions.Byte() : 0u;

@@ -69,7 +69,7 @@ TEST_F(CHostTest, EveryShortenedFileIsRefusedAndItsBytesStayUntouched) {
     for (const Bytes& whole : {DrumLOP2(), DrumTSL(), DrumLOP()}) {
         for (size_t size = 1; size < whole.size(); size += 1 + size / 7) {
             const Bytes cut(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(size));
-            Bytes given = cut;
+            const Bytes given = cut; // NOLINT(performance-unnecessary-copy-initialization)
             LOPHandle handle = 1;
             EXPECT_EQ(CreateLoop(handle, given), kLOPResult_FileCorrupt) << size;
             EXPECT_EQ(handle, 0U);

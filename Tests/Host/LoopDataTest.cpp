@@ -102,7 +102,7 @@ TEST_F(CHostTest, SlicesStandOnTheirEighthNotes) {
         const CHostLoop loop(bytes);
         ASSERT_EQ(loop.GetInfo().fSliceCount, 8);
         for (int32_t slice = 0; slice < 8; ++slice) {
-            EXPECT_NEAR(loop.GetSliceInfo(slice).fPPQPosition, slice * LOP_PPQ / 2, 2);
+            EXPECT_NEAR(loop.GetSliceInfo(slice).fPPQPosition, slice * (LOP_PPQ / 2.0), 2.0);
         }
     }
 }

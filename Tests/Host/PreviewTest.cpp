@@ -120,9 +120,9 @@ TEST_F(CHostTest, SlicesFollowTheTempo) {
         for (size_t i = 1; i < onsets.size(); ++i) {
             // The grid of 64 frames, the block by which the first interval is shorter, and what is
             // rounded anew at each turn of the loop's four beats.
-            const double turns = static_cast<double>(i / 4);
+            const size_t turns = i / 4;
             EXPECT_NEAR(static_cast<double>(onsets[i] - onsets[0]), static_cast<double>(i) * beat,
-                        129.0 + 32.0 * turns)
+                        129.0 + 32.0 * static_cast<double>(turns))
                 << tempo;
         }
         LOPStopPreview(loop.Get());

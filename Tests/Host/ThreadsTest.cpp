@@ -22,6 +22,7 @@ void RunBeside(const std::function<void()>& audio,
         }
     });
     std::vector<std::thread> threads;
+    threads.reserve(others.size());
     for (const auto& body : others) {
         threads.emplace_back([&body] {
             for (int round = 0; round < kRounds; ++round) {

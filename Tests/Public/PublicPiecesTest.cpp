@@ -15,6 +15,7 @@ using namespace NSLOPDLL;
 
 TEST(Handles, ReverseTheFourLowBytes) {
     EXPECT_EQ(ExchangeLowBytes(0x1122334455667788U), 0x1122334488776655U);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     CLOPObject* const object = reinterpret_cast<CLOPObject*>(uintptr_t{0x7FFF12345678});
     EXPECT_EQ(HandleFromObject(object), 0x7FFF78563412U);
     EXPECT_EQ(ObjectFromHandle(HandleFromObject(object)), object);

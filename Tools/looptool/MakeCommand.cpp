@@ -230,7 +230,7 @@ std::vector<uint8_t> MakeLOP(const SMaking& making) {
     if (starts.front() != 0) {
         starts.insert(starts.begin(), 0);
     }
-    const uint64_t frames = making.GetFrames();
+    const uint64_t frames = std::max<uint64_t>(making.GetFrames(), 1);
     file.fSlices.clear();
     for (size_t i = 0; i < starts.size(); ++i) {
         const uint32_t end = i + 1 < starts.size() ? starts[i + 1] : making.GetFrames();

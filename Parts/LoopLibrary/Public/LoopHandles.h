@@ -22,6 +22,7 @@ inline LOPHandle HandleFromObject(const CLOPObject* object) {
 }
 
 inline CLOPObject* ObjectFromHandle(LOPHandle handle) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): that is what a handle is.
     return reinterpret_cast<CLOPObject*>(static_cast<uintptr_t>(ExchangeLowBytes(handle)));
 }
 

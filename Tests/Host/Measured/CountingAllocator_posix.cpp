@@ -37,7 +37,7 @@ void Give(void* block) noexcept {
 #if !defined(__SANITIZE_ADDRESS__)
 // Zeroed pages for audio come from here. What they take is not counted, since free is not watched,
 // but a failure counts as one of operator new does.
-extern "C" void* __libc_calloc(size_t count, size_t size);
+extern "C" void* __libc_calloc(size_t count, size_t size); // NOLINT(bugprone-reserved-identifier)
 
 extern "C" void* calloc(size_t count, size_t size) {
     if (gCount++ == gFailAt) {
