@@ -1,6 +1,7 @@
 #include "Tests/Host/HostLoop.h"
 
 #include <cmath>
+#include <cstring>
 #include <string>
 
 // What a loop tells of itself, against what was written into its file.
@@ -31,6 +32,34 @@ TEST_F(CHostTest, InfoTellsWhatTheFileHolds) {
             EXPECT_EQ(fromBuffer.fLoopTempo, info.fLoopTempo);
             EXPECT_EQ(fromBuffer.fBitDepth, info.fBitDepth);
         }
+    }
+}
+
+TEST_F(CHostTest, OfTheOlderKindsBothRoadsTellTheSame) {
+    for (const Bytes& bytes : {DrumTSL(), DrumLOP()}) {
+        const CHostLoop loop(bytes);
+        const LOPInfo info = loop.GetInfo();
+        LOPInfo fromBuffer{};
+        ASSERT_EQ(LOPGetInfoFromBuffer(static_cast<int32_t>(bytes.size()), bytes.data(),
+                                       sizeof fromBuffer, &fromBuffer),
+                  kLOPResult_OK);
+        EXPECT_EQ(std::memcmp(&fromBuffer, &info, sizeof info), 0);
+        EXPECT_EQ(info.fChannels, 1);
+        EXPECT_EQ(info.fSliceCount, 8);
+    }
+}
+
+TEST_F(CHostTest, OneRecordingRendersTheSameSlicesFromTSLAndLOP2) {
+    NSLoopWriter::SLOP2File lop2 = NSLoopWriter::MakeDrumLOP2(DrumOptions(16, false));
+    // What a .tsl of stretch index 4 asks of the shaper.
+    lop2.fTransientShaper.fEnabled = 1;
+    lop2.fTransientShaper.fAmount = 20;
+    NSLoopWriter::STSLFile tsl = NSLoopWriter::MakeDrumTSL(DrumOptions(16, false));
+    tsl.fStretchIndex = 4;
+    const CHostLoop newer(WriteLOP2(lop2));
+    const CHostLoop older(WriteTSL(tsl));
+    for (int32_t slice = 0; slice < 8; ++slice) {
+        EXPECT_EQ(older.RenderSlice(slice), newer.RenderSlice(slice)) << slice;
     }
 }
 
