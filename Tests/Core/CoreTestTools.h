@@ -27,6 +27,11 @@ using namespace std::string_literals;
 
 namespace NSPorter {
 
+constexpr uint32_t kA = FourCharID("AAAA");
+constexpr uint32_t kB = FourCharID("BBBB");
+constexpr uint32_t kType = FourCharID("TYPE");
+constexpr uint32_t kWave = FourCharID("WAVE");
+
 inline const uint8_t* Raw(const std::string& bytes) {
     return reinterpret_cast<const uint8_t*>(bytes.data());
 }

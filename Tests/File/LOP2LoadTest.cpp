@@ -1,16 +1,6 @@
-#include "LoopLibrary/File/CLOP2SampleDataChunk.h"
-#include "LoopLibrary/File/CLOP2SampleInfoChunk.h"
-#include "LoopWriter/LOP2File.h"
-#include "LoopWriter/SyntheticLoop.h"
 #include "Tests/File/LoadTools.h"
 
-#include <gtest/gtest.h>
-
 namespace NSLOPDLL {
-
-namespace {
-
-using namespace NSLoopWriter;
 
 TEST(LOP2Load, AudioAndFileInfo) {
     for (const int32_t depth : {16, 24}) {
@@ -35,17 +25,14 @@ TEST(LOP2Load, AudioAndFileInfo) {
                       (Numbers{1.0 * channels, 1.0 * depth, 44100, 3000, 5, 6, 1, 77, 120000, 1, 2,
                                0, 4, ratio, 1, 12345}));
             EXPECT_EQ(loaded.fInfo.fWaveSampleInfo.fLoop.fMode, kLoopMode_Looping);
-            EXPECT_EQ(loaded.fAudio->GetBitDepth(), static_cast<uint32_t>(depth));
             EXPECT_EQ(loaded.fAudio->GetLoopMode(), kSampleLoopMode_Forward);
             EXPECT_EQ(loaded.fAudio->GetLoopStart(), 5);
             EXPECT_EQ(loaded.fAudio->GetLoopEnd(), 6);
             std::vector<int32_t> stored;
-            for (size_t frame = 0; frame < 3000; ++frame) {
-                const int32_t scale = depth == 16 ? 256 : 1;
-                stored.push_back(file.fLeft[frame] * scale);
-                if (channels == 2) {
-                    stored.push_back(file.fRight[frame] * scale);
-                }
+            for (size_t i = 0; i < 3000 * static_cast<size_t>(channels); ++i) {
+                const Plane& plane = channels == 2 && i % 2 == 1 ? file.fRight : file.fLeft;
+                stored.push_back(plane[i / static_cast<size_t>(channels)] *
+                                 (depth == 16 ? 256 : 1));
             }
             EXPECT_EQ(Samples(*loaded.fAudio), stored);
         }
@@ -62,86 +49,21 @@ TEST(LOP2Load, ReportsEachBlock) {
 
 TEST(LOP2Load, StreamsThatAreTooShort) {
     SLOP2File file;
-    file.fBitDepth = 24;
-    file.fSampleInfo.fChannels = 2;
     file.fSampleInfo.fFrames = INT32_MAX;
-    EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, "audio: domain_error bad format");
-    EXPECT_EQ(Load(WriteLOP2(file), 0).fOutcome, "audio: XAbort stopped by callback");
-    file.fRawStream.emplace();
-    EXPECT_EQ(Load(WriteLOP2(file)).fInfo.fCompressionRatio, 2.0 * INT32_MAX * 4);
-
     // Silence settles at a bit a sample, which takes this stream beyond its first block.
-    file = SLOP2File();
-    file.fSampleInfo.fFrames = INT32_MAX;
     file.fLeft = Plane(1048576 + 100000);
     const SLoaded loaded = Load(WriteLOP2(file));
     EXPECT_EQ(loaded.fOutcome, "audio: domain_error bad format");
     EXPECT_EQ(loaded.fReports, (std::vector<uint32_t>{0, 1048576}));
     EXPECT_EQ(Load(WriteLOP2(file), 1).fOutcome, "audio: XAbort stopped by callback");
-
-    const auto canHold = [](int64_t byteCount, uint8_t channels, uint8_t frames) {
-        const Bytes body = {channels, 3, 0, 0, 172, 68, 0, 0, 0, frames, 0, 0, 0, 0, 0, 0, 0, 0};
-        NSPorter::CMemoryMedia media = MediaOver(body);
-        return CLOP2SampleDataChunk::CanHold(byteCount, CLOP2SampleInfoChunk(media));
-    };
-    EXPECT_TRUE(canHold(4, 1, 32) && canHold(8, 2, 32));
-    EXPECT_FALSE(canHold(7, 1, 33) || canHold(8, 2, 33) || canHold(3, 1, 1));
-}
-
-TEST(LOP2Load, OrderOfReadingDecidesWhichFaultIsReported) {
-    const std::pair<std::string, std::function<void(SLOP2File&)>> faults[] = {
-        {"open: " + Violation("non-zero uuid in header"), [](auto& f) { f.fHead.fUUID[3] = 1; }},
-        {"open: XVersionTooNew[lop_file] old head chunk", [](auto& f) { f.fHead.fVersion = {4}; }},
-        {"open: " + Violation("invalid data in general info chunk"),
-         [](auto& f) { f.fGeneralInfo.fBars = 1000; }},
-        {"open: " + Violation("invalid grid/unit byte tessel info chunk"),
-         [](auto& f) { f.fTesselInfo.fGridByte = 2; }},
-        {"open: " + Violation("invalid data in sample info chunk"),
-         [](auto& f) { f.fSampleInfo.fSampleRate = 999; }},
-        {"open: XFormatViolation ",
-         [](auto& f) { f.fEdit = [](SIFFChunk& root) { LeaveOutChunk(root, ID("SDAT")); }; }},
-        {"audio: domain_error bad format", [](auto& f) { f.fRawStream.emplace(3); }},
-        {"slices: " + Violation("wrong # of chunks in kLOP2SliceCatIFFType cat"),
-         [](auto& f) { f.fGeneralInfo.fSliceCount = 2; }},
-        {"slices: " + Violation("bad flags in slice chunk"),
-         [](auto& f) { f.fSlices[0].fFlags = 9; }},
-        {"settings: " + Violation("invalid data in transient shaper chunk"),
-         [](auto& f) { f.fTransientShaper.fAmount = 101; }},
-        {"settings: " + Violation("invalid data in equalizer chunk"),
-         [](auto& f) { f.fEqualizer.fBand1Q = 0; }},
-        {"settings: " + Violation("invalid data in compressor chunk"),
-         [](auto& f) { f.fCompressor.fRatio = 128; }},
-        {"edit: XVersionTooNew[lop_file] old extra info chunk",
-         [](auto& f) { f.fTesselExtraInfo.emplace().fVersion = {2}; }},
-        {"creator: " + Violation("invalid data in creator info chunk"),
-         [](auto& f) { f.fCreatorInfo.emplace().fTexts[0].fText.resize(256, u'x'); }}};
-    for (size_t first = 0; first < std::size(faults); ++first) {
-        SLOP2File file;
-        for (size_t i = first; i < std::size(faults); ++i) {
-            faults[i].second(file);
-        }
-        EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, faults[first].first);
-    }
-}
-
-TEST(LOP2Load, MissingChunks) {
-    const std::pair<const char*, std::string> rows[] = {{"GLOB", "open: XFormatViolation "},
-                                                        {"SLCL", "slices: XFormatViolation "},
-                                                        {"DEVL", "settings: XFormatViolation "},
-                                                        {"TSLX", "loaded"},
-                                                        {"CREI", "loaded"}};
-    for (const auto& row : rows) {
-        SLOP2File file;
-        file.fCreatorInfo.emplace();
-        file.fTesselExtraInfo.emplace();
-        file.fEdit = [&](SIFFChunk& root) { LeaveOutChunk(root, ID(row.first)); };
-        EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, row.second);
-    }
+    file.fRawStream.emplace();
+    const SLoaded empty = Load(WriteLOP2(file));
+    EXPECT_EQ(empty.fOutcome, "audio: domain_error bad format");
+    EXPECT_EQ(empty.fInfo.fCompressionRatio, 2.0 * INT32_MAX);
 }
 
 TEST(LOP2Load, ChunksStandInAnyOrderAndTheFirstOfAnIdCounts) {
     SLOP2File file;
-    file.fCreatorInfo.emplace().fTexts[1].fText = u"one";
     file.fEdit = [](SIFFChunk& root) {
         MoveChunk(root, ID("SDAT"), 1);
         MoveChunk(root, ID("GLOB"), 99);
@@ -150,9 +72,7 @@ TEST(LOP2Load, ChunksStandInAnyOrderAndTheFirstOfAnIdCounts) {
         InsertChunk(root, ID("LOP2"), 1, MakeSimpleChunk(ID("JUNK"), {1, 2, 3}));
         InsertChunk(root, ID("DEVL"), 0, MakeSimpleChunk(ID("JUNK"), {}));
     };
-    const SLoaded loaded = Load(WriteLOP2(file));
-    EXPECT_EQ(loaded.fOutcome, "loaded");
-    EXPECT_EQ(loaded.fCreatorInfo->GetText2(), u"one");
+    EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, "loaded");
     // A search that runs to the end meets what stands there.
     file.fEdit = [](SIFFChunk& root) {
         InsertChunk(root, ID("LOP2"), 99, MakeSimpleChunk(ID(" BAD"), {}));
@@ -184,12 +104,11 @@ TEST(LOP2Load, SliceLists) {
         return Load(WriteLOP2(file)).fOutcome;
     };
     const SIFFChunk list = MakeGroup(SIFFChunk::EKind::kList, ID("SLCE"), {});
-    const std::string wrongCount = "wrong # of chunks in kLOP2SliceCatIFFType cat";
-    const std::string wrongKind = "wrong chunks header kind in kLOP2SliceCatIFFType cat";
-    EXPECT_EQ(outcomeWith(list, 0), "slices: " + Violation(wrongCount));
-    EXPECT_EQ(outcomeWith(list, 1), "slices: " + Violation(wrongKind));
-    EXPECT_EQ(outcomeWith(MakeSimpleChunk(ID("SLCF"), Bytes(11)), 1),
-              "slices: " + Violation(wrongKind));
+    const SIFFChunk other = MakeSimpleChunk(ID("SLCF"), Bytes(11));
+    const std::string words = " in kLOP2SliceCatIFFType cat";
+    EXPECT_EQ(outcomeWith(list, 0), "slices: " + Violation("wrong # of chunks" + words));
+    EXPECT_EQ(outcomeWith(list, 1), "slices: " + Violation("wrong chunks header kind" + words));
+    EXPECT_EQ(outcomeWith(other, 1), "slices: " + Violation("wrong chunks header kind" + words));
 
     // A long descending list must not take quadratic time.
     file = SLOP2File();
@@ -200,7 +119,5 @@ TEST(LOP2Load, SliceLists) {
     }
     EXPECT_EQ(Load(WriteLOP2(file)).fSlices->GetSliceCount(), 60000U);
 }
-
-} // namespace
 
 } // namespace NSLOPDLL

@@ -1,58 +1,47 @@
 #include "LoopLibrary/Render/LegacyTimeIndex.h"
-#include "LoopWriter/LOP2File.h"
 #include "Tests/File/LoadTools.h"
-
-#include <gtest/gtest.h>
 
 namespace NSLOPDLL {
 
-namespace {
-
-using namespace NSLoopWriter;
-
-// Shaper attack and decay, compressor attack and release: as stored, or as the sampler holds them.
-using Times = std::array<int32_t, 4>;
-
-Times TimesAfterLoading(const SStoredVersion& version, const Times& stored) {
-    SLOP2File file;
-    file.fHead.fVersion = version;
-    file.fEdit = [&](SIFFChunk& root) {
-        Poke(root, {"TRSH", 1, 2}, stored[0]);
-        Poke(root, {"TRSH", 3, 2}, stored[1]);
-        Poke(root, {"COMP", 5, 2}, stored[2]);
-        Poke(root, {"COMP", 7, 2}, stored[3]);
-    };
-    const SLoaded loaded = Load(WriteLOP2(file));
-    EXPECT_EQ(loaded.fOutcome, "loaded");
-    const CSamplerSettings& sound = loaded.fSequencer->GetSampler().GetSettings();
-    return {sound.fShaperAttack, sound.fShaperDecay, sound.fCompressorAttack,
-            sound.fCompressorRelease};
-}
-
 TEST(LOP2Settings, TimesFollowTheVersion) {
-    const Times indices[][2] = {{{0, 100, 0, 300}, {0, 100, 0, 300}},
-                                {{521, 57, 521, 133}, {520, 58, 520, 134}},
-                                {{1, 750, 1, 667}, {1, 749, 1, 666}},
-                                {{2, 1022, 2, 1023}, {2, 749, 2, 666}},
-                                {{3, 1023, 3, 200}, {3, 1023, 3, 200}}};
-    for (const auto& [stored, held] : indices) {
-        EXPECT_EQ(TimesAfterLoading({2, 0, 0}, stored), held);
-        EXPECT_EQ(TimesAfterLoading({3, 7, 1}, stored), held);
-    }
-    for (const SStoredVersion& between : {SStoredVersion{1, 0, 1}, {1, 99, 99}, {2, 0, 0, 3}}) {
-        EXPECT_EQ(TimesAfterLoading(between, {5, 100, 5, 200}), (Times{21, 1023, 193, 350}));
-    }
-    const auto index = [](int32_t value, bool isDecay) {
-        return LegacyTimeIndex(value, isDecay, 44100);
+    // Shaper attack and decay, compressor attack and release: as stored, and as the sampler holds
+    // them.
+    using Times = std::array<int32_t, 4>;
+    struct SRow {
+        SStoredVersion fVersion;
+        Times fStored;
+        Times fHeld;
     };
-    const SStoredVersion oldest{1};
-    EXPECT_EQ(TimesAfterLoading(oldest, {101, 64, 101, 127}),
-              (Times{index(50, false), index(64, true), index(33, false), index(79, true)}));
-    // 0 is no attack and 1 the shortest one; a decay of 127 is none, which a release cannot be.
-    EXPECT_EQ(TimesAfterLoading(oldest, {0, 127, 0, 222}), (Times{0, 1023, 0, 666}));
-    EXPECT_EQ(TimesAfterLoading(oldest, {1, 126, 1, 0}),
-              (Times{index(0, false), 749, index(0, false), index(16, true)}));
-    EXPECT_EQ(TimesAfterLoading(oldest, {1023, 1023, 1023, 1023}), (Times{520, 1023, 520, 666}));
+    const auto attack = [](int32_t value) { return LegacyTimeIndex(value, false, 44100); };
+    const auto decay = [](int32_t value) { return LegacyTimeIndex(value, true, 44100); };
+    const SRow rows[] = {
+        {{2, 0, 0}, {0, 100, 0, 300}, {0, 100, 0, 300}},
+        {{2, 0, 0}, {521, 57, 521, 133}, {520, 58, 520, 134}},
+        {{2, 0, 0}, {1, 750, 1, 667}, {1, 749, 1, 666}},
+        {{3, 7, 1}, {2, 1022, 2, 1023}, {2, 749, 2, 666}},
+        {{3, 7, 1}, {3, 1023, 3, 200}, {3, 1023, 3, 200}},
+        {{1, 0, 1}, {5, 100, 5, 200}, {21, 1023, 193, 350}},
+        {{1, 99, 99}, {5, 100, 5, 200}, {21, 1023, 193, 350}},
+        {{2, 0, 0, 3}, {5, 100, 5, 200}, {21, 1023, 193, 350}},
+        {{1}, {101, 64, 101, 127}, {attack(50), decay(64), attack(33), decay(79)}},
+        // 0 is no attack and 1 the shortest one; a decay of 127 is none, which a release cannot be.
+        {{1}, {0, 127, 0, 222}, {0, 1023, 0, 666}},
+        {{1}, {1, 126, 1, 0}, {attack(0), 749, attack(0), decay(16)}},
+        {{1}, {1023, 1023, 1023, 1023}, {520, 1023, 520, 666}}};
+    for (const SRow& row : rows) {
+        SLOP2File file;
+        file.fHead.fVersion = row.fVersion;
+        file.fEdit = [&](SIFFChunk& root) {
+            Poke("TRSH", 1, 4, row.fStored[0] << 16 | row.fStored[1])(root);
+            Poke("COMP", 5, 4, row.fStored[2] << 16 | row.fStored[3])(root);
+        };
+        const SLoaded loaded = Load(WriteLOP2(file));
+        ASSERT_EQ(loaded.fOutcome, "loaded");
+        const CSamplerSettings& sound = loaded.fSequencer->GetSampler().GetSettings();
+        EXPECT_EQ((Times{sound.fShaperAttack, sound.fShaperDecay, sound.fCompressorAttack,
+                         sound.fCompressorRelease}),
+                  row.fHeld);
+    }
 }
 
 TEST(LOP2Settings, SequencerAndDevices) {
@@ -94,14 +83,11 @@ TEST(LOP2Settings, EditSettings) {
         EXPECT_EQ(load(), (std::vector<int64_t>{mode, 1, 0, 1, 1, 0, 0, 0, 0, 0}));
     }
     // The extra info stands in for the flags of the devices.
-    const std::pair<uint32_t, int64_t> viewModes[] = {
-        {0, 0}, {1, 1}, {3, 3}, {4, 0}, {0x80000001, 0}};
+    const std::pair<uint32_t, int64_t> viewModes[] = {{3, 3}, {4, 0}, {0x80000001, 0}};
     for (const auto& [stored, mode] : viewModes) {
         file.fTesselExtraInfo = {{1, 9, 9}, stored, 1, 0, 0, 0xFFFFFFFF, 5, 9};
         EXPECT_EQ(load(), (std::vector<int64_t>{12, 1, 1, 0, 0, mode, 0xFFFFFFFF, 5, 1, 0}));
     }
 }
-
-} // namespace
 
 } // namespace NSLOPDLL

@@ -1,19 +1,10 @@
 #include "LoopLibrary/File/CLOPAppChunk.h"
 #include "LoopLibrary/File/CTSLAppChunk.h"
-#include "LoopWriter/LOP2File.h"
-#include "LoopWriter/LOPFile.h"
-#include "LoopWriter/TSLFile.h"
 #include "Tests/File/LoadTools.h"
-
-#include <gtest/gtest.h>
 
 namespace NSLOPDLL {
 
-namespace {
-
-using namespace NSLoopWriter;
-
-int32_t KindOf(const Bytes& bytes) {
+static int32_t KindOf(const Bytes& bytes) {
     NSPorter::CMemoryMedia media = MediaOver(bytes);
     media.SetPosition(5);
     const int32_t kind = CTesselFile::DetectFileKind(media);
@@ -39,58 +30,43 @@ TEST(Detection, LOP2IsKnownByItsFirst24Bytes) {
 }
 
 TEST(Detection, OlderKindsAreKnownByTheirApplicationChunk) {
-    const auto kindOf = [](const ChunkEdit& edit) {
-        STSLFile file;
-        file.fEdit = edit;
-        return KindOf(WriteTSL(file));
-    };
-    const auto insert = [](size_t index, uint32_t id, size_t size) {
+    EXPECT_EQ(KindOf(WriteLOP(SLOPFile())), kFileKind_LOP);
+    const auto insert = [](size_t index, uint32_t id, size_t size) -> ChunkEdit {
         return [=](SIFFChunk& root) {
             InsertChunk(root, root.fID, index, MakeSimpleChunk(id, Bytes(size)));
         };
     };
-    EXPECT_EQ(kindOf({}), kFileKind_TSL);
-    EXPECT_EQ(KindOf(WriteLOP(SLOPFile())), kFileKind_LOP);
-    EXPECT_EQ(kindOf([](auto& root) { TruncateChunk(root, ID("APPL"), 8); }), kFileKind_TSL);
-    EXPECT_EQ(kindOf([](auto& root) { TruncateChunk(root, ID("APPL"), 7); }), kFileKind_None);
-    EXPECT_EQ(kindOf([](auto& root) { LeaveOutChunk(root, ID("APPL")); }), kFileKind_None);
-    EXPECT_EQ(kindOf([](auto& root) { Poke(root, {"APPL", 0, 4}, ID("LOP ")); }), kFileKind_None);
-    EXPECT_EQ(kindOf([](auto& root) { Poke(root, {"APPL", 7, 1}, 0xD1); }), kFileKind_None);
-    EXPECT_EQ(kindOf([](auto& root) { root.fID = ID("AIFC"); }), kFileKind_None);
-    EXPECT_EQ(kindOf([](auto& root) { root.fStoredSize = 0x7FFFFFFF; }), kFileKind_None);
-    // The first application chunk decides, and only what stands in front of it must be sound.
-    EXPECT_EQ(kindOf(insert(0, ID("APPL"), 9)), kFileKind_None);
-    EXPECT_EQ(kindOf(insert(0, 0x07202020, 0)), kFileKind_None);
-    EXPECT_EQ(kindOf(insert(99, 0x07202020, 0)), kFileKind_TSL);
+    // The first application chunk decides, and only what stands before it must be sound.
+    const std::pair<int32_t, std::vector<ChunkEdit>> rows[] = {
+        {kFileKind_TSL, {{}, Cut("APPL", 8), insert(99, 0x07202020, 0)}},
+        {kFileKind_None,
+         {Cut("APPL", 7), Without("APPL"), Poke("APPL", 0, 4, ID("LOP ")), Poke("APPL", 7, 1, 0xD1),
+          [](auto& root) { root.fID = ID("AIFC"); },
+          [](auto& root) { root.fStoredSize = 0x7FFFFFFF; }, insert(0, ID("APPL"), 9),
+          insert(0, 0x07202020, 0)}}};
+    for (const auto& [kind, edits] : rows) {
+        for (size_t i = 0; i < edits.size(); ++i) {
+            STSLFile file;
+            file.fEdit = edits[i];
+            EXPECT_EQ(KindOf(WriteTSL(file)), kind) << i;
+        }
+    }
 }
 
 TEST(TSLAppChunk, StoresEachFieldAtItsPlace) {
-    CTSLAppChunk chunk;
-    chunk.fMinor = 2;
-    chunk.fTimeSignatureNumerator = 3;
-    chunk.fTimeSignatureDenominator = 5;
-    chunk.fBars = 300;
-    chunk.fBeats = 6;
-    chunk.fTempo = 0x01020304;
-    chunk.fStoredFlag = true;
-    chunk.fDropMuted = true;
-    chunk.fStretchIndex = 0x0506;
-    chunk.fSensitivity = 0x0708;
-    chunk.fSlices = {{2, true, 0x090A0B0C, 0x0D0E}, {0, false, 1, 2}};
+    std::array<uint8_t, CTSLAppChunk::kByteCount> expected{};
     std::array<uint8_t, CTSLAppChunk::kByteCount> bytes;
     bytes.fill(0xEE);
-    chunk.Store(bytes);
-
-    std::array<uint8_t, CTSLAppChunk::kByteCount> expected{};
     const Bytes head = {0xD1, 0xDA, 0xDE, 0xD0, 1, 2, 3, 5, 44, 6, 1, 2,
                         3,    4,    1,    0,    1, 0, 5, 6, 7,  8, 1};
     const Bytes records = {0, 2, 0x82, 9, 10, 11, 12, 0, 13, 14, 0, 0, 0, 0, 1, 0, 0, 2};
     std::copy(head.begin(), head.end(), expected.begin());
     std::copy(records.begin(), records.end(), expected.begin() + 158);
+    CTSLAppChunk chunk = CTSLAppChunk::Load(expected);
+    chunk.Store(bytes);
     EXPECT_EQ(bytes, expected);
-    CTSLAppChunk::Load(bytes).Store(bytes);
-    EXPECT_EQ(bytes, expected);
-
+    EXPECT_TRUE(chunk.fBars == 300 && chunk.fTempo == 0x01020304 && chunk.fDropMuted);
+    EXPECT_FALSE(chunk.fSplitIntoSlices || chunk.fSlices.at(1).fMuted);
     chunk.fSlices.resize(1001);
     chunk.Store(bytes);
     EXPECT_EQ(CTSLAppChunk::Load(bytes).fSlices.size(), 1000U);
@@ -125,73 +101,58 @@ TEST(TSLAppChunk, ExportedSliceCountAndStretch) {
 }
 
 TEST(AppChunks, RefuseWhatIsNotOfTheirKind) {
-    const auto tsl = [](const ChunkEdit& edit) {
-        STSLFile file;
+    const auto outcomeOf = [](auto file, auto write, auto read, const ChunkEdit& edit) {
         file.fEdit = edit;
-        const Bytes bytes = WriteTSL(file);
+        const Bytes bytes = write(file);
         NSPorter::CMemoryMedia media = MediaOver(bytes);
-        return OutcomeOf([&] { ReadTSLChunk(media); });
+        return OutcomeOf([&] { read(media); });
     };
-    const auto lop = [](const ChunkEdit& edit) {
-        SLOPFile file;
-        file.fEdit = edit;
-        const Bytes bytes = WriteLOP(file);
-        NSPorter::CMemoryMedia media = MediaOver(bytes);
-        return OutcomeOf([&] { ReadLOPChunk(media); });
+    const auto claim = [](uint32_t size) -> ChunkEdit {
+        return [=](SIFFChunk& root) { FindChunk(root, ID("APPL")).fStoredSize = size; };
     };
-    const auto poke = [](size_t offset, size_t width, int64_t value) {
-        return [=](SIFFChunk& root) { Poke(root, {"APPL", offset, width}, value); };
-    };
-    const auto cut = [](size_t size) {
-        return [=](SIFFChunk& root) { TruncateChunk(root, ID("APPL"), size); };
-    };
-    const ChunkEdit leaveOut = [](SIFFChunk& root) { LeaveOutChunk(root, ID("APPL")); };
-    EXPECT_EQ(tsl(leaveOut), Violation("couldn't read Tessel chunk"));
-    EXPECT_EQ(tsl(poke(0, 4, 0)), Violation("bad Tessel chunk signature"));
-    EXPECT_EQ(tsl(poke(4, 5, 0)), Violation("bad Tessel chunk magic"));
-    EXPECT_EQ(tsl(poke(8, 1, 2)), "XUnsupportedFormat[lop_file] bad Tessel chunk version");
-    EXPECT_EQ(tsl(poke(162, 2, 1000)), "loaded");
-    EXPECT_EQ(tsl(poke(162, 2, 1001)), Violation(""));
-    EXPECT_EQ(tsl(cut(3)), Violation(""));
-    EXPECT_EQ(tsl(cut(8)), "XUnsupportedFormat[lop_file] bad Tessel chunk version");
-    EXPECT_EQ(lop(leaveOut), Violation("can't read app specific chunk"));
-    EXPECT_EQ(lop(poke(0, 4, 0)), Violation("bad app signature for app-specific chunk"));
-    EXPECT_EQ(lop(poke(4, 5, 0)), Violation("bad magic number in app specific chunk"));
-    EXPECT_EQ(lop(poke(8, 1, 2)), Violation("incompatible version in app specific chunk"));
-    EXPECT_EQ(lop(poke(14, 2, 0)), Violation("zero or negativ slice count in app specific chunk"));
-    EXPECT_EQ(lop(poke(14, 2, 1000)), "loaded");
-    EXPECT_EQ(lop(poke(14, 2, 1001)), Violation(""));
-    for (const uint32_t size : {0x7FFFFFFFU, 0xFFFFFFFFU}) {
-        const auto claim = [=](SIFFChunk& root) { FindChunk(root, ID("APPL")).fStoredSize = size; };
-        EXPECT_EQ(tsl(claim), Violation(""));
-        EXPECT_EQ(lop(claim), Violation(""));
+    const std::string version = "XUnsupportedFormat[lop_file] bad Tessel chunk version";
+    const std::pair<ChunkEdit, std::string> tsl[] = {
+        {Without("APPL"), Violation("couldn't read Tessel chunk")},
+        {Poke("APPL", 0, 4, 0), Violation("bad Tessel chunk signature")},
+        {Poke("APPL", 4, 5, 0), Violation("bad Tessel chunk magic")},
+        {Poke("APPL", 8, 1, 2), version},
+        {Poke("APPL", 162, 2, 1000), "loaded"},
+        {Poke("APPL", 162, 2, 1001), Violation("")},
+        {Cut("APPL", 3), Violation("")},
+        {Cut("APPL", 8), version},
+        {claim(0xFFFFFFFF), Violation("")},
+        {[](SIFFChunk& root) { // a size that steps nowhere, in front of the chunk that is sought
+             InsertChunk(root, root.fID, 0, MakeSimpleChunk(ID("JUNK"), {}));
+             root.fChildren[0].fStoredSize = 0xFFFFFFF8;
+         },
+         Violation("couldn't read Tessel chunk")}};
+    for (const auto& [edit, outcome] : tsl) {
+        EXPECT_EQ(outcomeOf(STSLFile(), WriteTSL, ReadTSLChunk, edit), outcome);
     }
-    // A size that steps nowhere, in front of the chunk that is sought.
-    EXPECT_EQ(tsl([](SIFFChunk& root) {
-                  InsertChunk(root, root.fID, 0, MakeSimpleChunk(ID("JUNK"), {}));
-                  root.fChildren[0].fStoredSize = 0xFFFFFFF8;
-              }),
-              Violation("couldn't read Tessel chunk"));
+    const std::pair<ChunkEdit, std::string> lop[] = {
+        {Without("APPL"), Violation("can't read app specific chunk")},
+        {Poke("APPL", 0, 4, 0), Violation("bad app signature for app-specific chunk")},
+        {Poke("APPL", 4, 5, 0), Violation("bad magic number in app specific chunk")},
+        {Poke("APPL", 8, 1, 2), Violation("incompatible version in app specific chunk")},
+        {Poke("APPL", 14, 2, 0), Violation("zero or negativ slice count in app specific chunk")},
+        {Poke("APPL", 14, 2, 1000), "loaded"},
+        {Poke("APPL", 14, 2, 1001), Violation("")},
+        {claim(0xFFFFFFFF), Violation("")}};
+    for (const auto& [edit, outcome] : lop) {
+        EXPECT_EQ(outcomeOf(SLOPFile(), WriteLOP, ReadLOPChunk, edit), outcome);
+    }
 
     // What a chunk lacks at its end counts as zero.
     SLOPFile file;
     file.fSlices = {{1, 2, 0}, {3, 4, 0x01020304}};
-    file.fEdit = cut(4 + 1016 + 12 + 10);
+    file.fEdit = Cut("APPL", 4 + 1016 + 12 + 10);
     const Bytes bytes = WriteLOP(file);
     NSPorter::CMemoryMedia media = MediaOver(bytes);
     EXPECT_EQ(ReadLOPChunk(media).fSlices.at(1).fPPQPosition, 0x01020000U);
 }
 
 TEST(LOPAppChunk, ScaleIsTheLargestThatAPieceAsksFor) {
-    struct SRow {
-        std::vector<SLOPSliceRecord> fRecords;
-        double fScale;
-        int64_t fTotal;
-        int32_t fDistinct;
-    };
-    const SRow rows[] = {
-        {{{0, 1000, 0}}, 1000.0 / 3840, 1000, 1},
-        {{{0, 1000, 0}, {0, 3000, 1920}}, 3000.0 / 1920, 6000, 2},
+    const std::tuple<std::vector<SLOPSliceRecord>, double, int64_t, int32_t> rows[] = {
         {{{0, 1000, 0}, {0, 30, 1920}}, 1000.0 / 1920, 2000, 2},
         // Of equal ticks the last counts, and only those that stand together are equal.
         {{{0, 9999, 0}, {0, 5, 0}, {0, 192, 1920}}, 0.1, 384, 2},
@@ -201,19 +162,17 @@ TEST(LOPAppChunk, ScaleIsTheLargestThatAPieceAsksFor) {
         {{{0, 4, 0}, {0, 0, 1930}, {0, 0, 1931}}, 4.0 / 1930, 7, 2},
         {{{0, 0xFFFFFFFF, 3839}}, 4294967295.0, 4294967295 * 3840, 1}};
     CLOPAppChunk chunk;
-    for (const SRow& row : rows) {
-        chunk.fPPQLength = 3840;
-        chunk.fSlices = row.fRecords;
-        EXPECT_EQ(chunk.GetFramesPerTick(), row.fScale);
-        EXPECT_EQ(chunk.GetTotalFrames(), row.fTotal);
-        EXPECT_EQ(chunk.CountDistinctPositions(), row.fDistinct);
+    chunk.fPPQLength = 3840;
+    for (const auto& [records, scale, total, distinct] : rows) {
+        chunk.fSlices = records;
+        EXPECT_EQ(chunk.GetFramesPerTick(), scale);
+        EXPECT_EQ(chunk.GetTotalFrames(), total);
+        EXPECT_EQ(chunk.CountDistinctPositions(), distinct);
     }
     chunk.fPPQLength = 0xFFFFFFFF;
     chunk.fSlices[0].fPPQPosition = 0xFFFFFFFE;
     EXPECT_EQ(chunk.GetTotalFrames(), int64_t{1} << 62);
     EXPECT_EQ(FrameOfTick(0xFFFFFFFF, 4294967295.0), INT32_MAX);
 }
-
-} // namespace
 
 } // namespace NSLOPDLL

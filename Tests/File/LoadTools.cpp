@@ -5,11 +5,6 @@
 #include "LoopLibrary/Render/CABCWaveSample.h"
 #include "PorterPackage/Core/ByteOrder.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <utility>
-
 namespace NSLOPDLL {
 
 namespace {
@@ -20,16 +15,13 @@ bool Is(const std::exception& failure) {
 }
 
 std::string ClassName(const std::exception& failure) {
-    const std::pair<bool, const char*> names[] = {
-        {Is<NSLichen::XFormatViolation>(failure), "XFormatViolation"},
-        {Is<NSLichen::XUnsupportedFormat>(failure), "XUnsupportedFormat"},
-        {Is<NSLichen::XVersionTooNew>(failure), "XVersionTooNew"},
-        {Is<NSLichen::XRead>(failure), "XRead"},
-        {Is<NSLichen::XAbort>(failure), "XAbort"},
-        {Is<std::domain_error>(failure), "domain_error"},
-        {true, "another class"}};
-    return std::find_if(std::begin(names), std::end(names), [](auto& each) { return each.first; })
-        ->second;
+    return Is<NSLichen::XFormatViolation>(failure)     ? "XFormatViolation"
+           : Is<NSLichen::XUnsupportedFormat>(failure) ? "XUnsupportedFormat"
+           : Is<NSLichen::XVersionTooNew>(failure)     ? "XVersionTooNew"
+           : Is<NSLichen::XRead>(failure)              ? "XRead"
+           : Is<NSLichen::XAbort>(failure)             ? "XAbort"
+           : Is<std::domain_error>(failure)            ? "domain_error"
+                                                       : "another class";
 }
 
 std::string TargetWord(const std::exception& failure) {
@@ -66,26 +58,25 @@ SLoaded Load(const Bytes& bytes, size_t stopAt) {
     std::copy(bytes.begin(), bytes.end(), block.get());
     NSPorter::CMemoryMedia media(static_cast<int64_t>(bytes.size()), std::as_const(block).get());
     SLoaded loaded;
-    CNotingCallback callback(stopAt);
+    CNotingCallback callback;
+    callback.fStopAt = stopAt;
     std::string step = "open: ";
     const std::string outcome = OutcomeOf([&] {
         const CTesselFile file(&media);
         file.GetFileInfo(loaded.fInfo);
-        loaded.fStoredFlag = file.GetStoredFlag();
         step = "audio: ";
         loaded.fAudio = file.ReadWaveSample(callback);
         loaded.fSlices = std::make_unique<CSliceSequence>(loaded.fAudio.get());
         loaded.fSequencer = std::make_unique<CTesselSequencer>(loaded.fAudio.get());
-        const CTesselFile second(&media);
         step = "slices: ";
-        second.ReadSlices(*loaded.fSlices);
+        file.ReadSlices(*loaded.fSlices);
         step = "settings: ";
-        second.ReadSequencerSettings(*loaded.fSequencer);
+        file.ReadSequencerSettings(*loaded.fSequencer);
         step = "edit: ";
-        second.ReadEditSettings(loaded.fEditSettings);
+        file.ReadEditSettings(loaded.fEditSettings);
         step = "creator: ";
-        if (second.GetKind() == kFileKind_LOP2) {
-            loaded.fCreatorInfo = second.ReadCreatorInfo();
+        if (file.GetKind() == kFileKind_LOP2) {
+            loaded.fCreatorInfo = file.ReadCreatorInfo();
         }
         step = "";
     });
@@ -104,11 +95,22 @@ void CheckReports(const Bytes& bytes, const std::vector<uint32_t>& reports,
     }
 }
 
-void Poke(NSLoopWriter::SIFFChunk& root, const SField& field, int64_t value) {
-    for (size_t i = field.fWidth; i-- > 0; value >>= 8) {
-        NSLoopWriter::FindChunk(root, ID(field.fID)).fBody.at(field.fOffset + i) =
-            static_cast<uint8_t>(value);
-    }
+ChunkEdit Without(const char* id) {
+    return [=](SIFFChunk& root) { LeaveOutChunk(root, ID(id)); };
+}
+
+ChunkEdit Cut(const char* id, size_t size) {
+    return [=](SIFFChunk& root) { TruncateChunk(root, ID(id), size); };
+}
+
+ChunkEdit Poke(const char* id, int64_t offset, int64_t width, int64_t value) {
+    return [=](SIFFChunk& root) {
+        Bytes& body = FindChunk(root, ID(id)).fBody;
+        for (int64_t i = 0; i < width; ++i) {
+            body.at(static_cast<size_t>(offset + i)) =
+                static_cast<uint8_t>(value >> 8 * (width - 1 - i));
+        }
+    };
 }
 
 NSPorter::CMemoryMedia MediaOver(const Bytes& bytes) {

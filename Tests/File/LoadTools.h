@@ -6,34 +6,31 @@
 #include "LoopLibrary/File/CTesselFile.h"
 #include "LoopLibrary/Render/CSliceSequence.h"
 #include "LoopLibrary/Render/CTesselSequencer.h"
-#include "LoopWriter/IFFChunkTree.h"
+#include "LoopWriter/LOP2File.h"
+#include "LoopWriter/LOPFile.h"
+#include "LoopWriter/SyntheticLoop.h"
+#include "LoopWriter/TSLFile.h"
 #include "PorterPackage/Core/CMemoryMedia.h"
 
+#include <gtest/gtest.h>
+
 #include <array>
-#include <cstdint>
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace NSLOPDLL {
 
+using namespace NSLoopWriter;
 using Bytes = std::vector<uint8_t>;
 using Numbers = std::vector<double>;
 
 // Notes every report of a load and stops it at one of them, counted from 0.
-class CNotingCallback final : public CLOP2DecompressCallback {
-public:
-    explicit CNotingCallback(size_t stopAt = SIZE_MAX) : fStopAt(stopAt) {}
+struct CNotingCallback final : CLOP2DecompressCallback {
     bool ShouldStop(uint32_t framesDone) override {
         fReports.push_back(framesDone);
         return fReports.size() - 1 == fStopAt;
     }
 
+    size_t fStopAt = SIZE_MAX;
     std::vector<uint32_t> fReports;
-
-private:
-    size_t fStopAt;
 };
 
 // What comes out of a whole load, in the order in which a loop is made of a file.
@@ -41,7 +38,6 @@ struct SLoaded {
     // "loaded", or the step that failed and what OutcomeOf says.
     std::string fOutcome;
     CTesselFileInfo fInfo;
-    bool fStoredFlag = false;
     std::vector<uint32_t> fReports;
     std::unique_ptr<CABCWaveSample> fAudio;
     std::unique_ptr<CSliceSequence> fSlices;
@@ -63,13 +59,10 @@ inline std::string Violation(const std::string& words) {
 void CheckReports(const Bytes& bytes, const std::vector<uint32_t>& reports,
                   const std::string& stopped);
 
-// One field of the first chunk with an id: `width` bytes, big-endian.
-struct SField {
-    const char* fID;
-    size_t fOffset;
-    size_t fWidth;
-};
-void Poke(NSLoopWriter::SIFFChunk& root, const SField& field, int64_t value);
+// Edits of the first chunk with an id: it is gone, cut off, or has a big-endian field replaced.
+ChunkEdit Without(const char* id);
+ChunkEdit Cut(const char* id, size_t size);
+ChunkEdit Poke(const char* id, int64_t offset, int64_t width, int64_t value);
 
 NSPorter::CMemoryMedia MediaOver(const Bytes& bytes);
 uint32_t ID(const char* id);
