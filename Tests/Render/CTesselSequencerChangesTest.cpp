@@ -1,7 +1,5 @@
 #include "SequencerTestKit.h"
 
-#include <gtest/gtest.h>
-
 // Changes of sync and loop range under a running loop.
 namespace NSLOPDLL {
 namespace {

@@ -1,35 +1,45 @@
 #include "SequencerTestKit.h"
 
-#include <gtest/gtest.h>
-
+#include <future>
 #include <stdexcept>
 
 namespace NSLOPDLL {
+
+class CTesselSequencerTestAccess {
+public:
+    static auto& State(CTesselSequencer& sequencer) { return sequencer.fStateMutex; }
+    static auto& Table(CTesselSequencer& sequencer) { return sequencer.fTableMutex; }
+};
+
 namespace {
 
-bool IsSilent(const std::vector<float>& audio) {
-    return std::all_of(audio.begin(), audio.end(), [](float value) { return value == 0.0f; });
+// The render goes to another thread, since the mutexes let their holder in again.
+std::vector<float> RenderAgainst(NSSupport::CPlatformMutex& mutex, CTesselSequencer& sequencer,
+                                 int32_t blocks) {
+    const NSSupport::CMutexLock lock(mutex);
+    return std::async(std::launch::async, [&] { return RenderBlocks(sequencer, blocks); }).get();
 }
 
-void StartPreview(CTesselSequencer& sequencer) {
-    sequencer.RequestStop();
-    sequencer.MoveToLoopStart();
-    sequencer.Start();
-}
-
-TEST(CTesselSequencerControl, StartAfterStopNeedsARenderBetweenThem) {
+TEST(CTesselSequencerControl, LostMutexesDelayCommandsAndTriggers) {
+    const std::vector<float> silence(size_t{2} * kBlockFrames, 0.0f);
     SBarLoop loop;
-    StartPreview(loop.fSequencer); // at rest the start replaces the stop
-    const auto first = RenderBlocks(loop.fSequencer, 400);
-    StartPreview(loop.fSequencer); // running, the start does nothing and the stop stands
-    EXPECT_EQ(loop.fSequencer.GetPlayFields().fPlayState, kPlayState_Running);
-    RenderBlocks(loop.fSequencer, 1);
-    EXPECT_EQ(loop.fSequencer.GetPlayFields().fPlayState, kPlayState_Released);
-    RenderBlocks(loop.fSequencer, 20);
-    EXPECT_EQ(loop.fSequencer.GetPlayFields().fPlayState, kPlayState_Idle);
-    EXPECT_TRUE(IsSilent(RenderBlocks(loop.fSequencer, 2000)));
-    StartPreview(loop.fSequencer);
-    EXPECT_EQ(RenderBlocks(loop.fSequencer, 400), first);
+    CTesselSequencer& sequencer = loop.fSequencer;
+    auto& state = CTesselSequencerTestAccess::State(sequencer);
+    auto& table = CTesselSequencerTestAccess::Table(sequencer);
+    sequencer.StartOneShot(1);
+    EXPECT_EQ(RenderAgainst(table, sequencer, 2), silence);
+    sequencer.Start();
+    EXPECT_EQ(RenderAgainst(table, sequencer, 2), silence);
+    EXPECT_EQ(RenderAgainst(state, sequencer, 2), silence);
+    RenderBlocks(sequencer, 340);
+    // Blocks without the state do not count toward the trigger; without the table they do.
+    RenderAgainst(state, sequencer, 100);
+    EXPECT_EQ(sequencer.GetPlayFields().fFramesToNext, 5 * kBlockFrames);
+    RenderAgainst(table, sequencer, 8);
+    EXPECT_EQ(sequencer.GetPlayFields().fFramesToNext, -3 * kBlockFrames);
+    RenderBlocks(sequencer, 1);
+    EXPECT_EQ(sequencer.GetPlayFields().fFramesToNext, (689 - 345) * kBlockFrames);
+    EXPECT_EQ(sequencer.GetPlayFields().fCurrentStart, 22050);
 }
 
 TEST(CTesselSequencerControl, CommandsAreTakenAheadOfTheCarry) {
@@ -41,26 +51,20 @@ TEST(CTesselSequencerControl, CommandsAreTakenAheadOfTheCarry) {
     loop.fSequencer.RequestStop();
     loop.fSequencer.Render({left, right}, -5);
     EXPECT_EQ(loop.fSequencer.GetPlayFields().fPlayState, kPlayState_Released);
-    loop.fSequencer.Start();
-    loop.fSequencer.Render({left, right}, 54);
-    EXPECT_EQ(loop.fSequencer.GetPlayFields().fPlayState, kPlayState_Running);
 }
 
 TEST(CTesselSequencerControl, OneShotPlaysItsRangeAndEndsTheLoop) {
     for (const bool synced : {true, false}) {
         SBarLoop loop(120000, synced);
         CTesselSequencer& sequencer = loop.fSequencer;
-        const CSlicePlayRange range = loop.fTable[2];
-        sequencer.GetEqualizer().SetRunFlag(!synced);
         sequencer.Start();
         sequencer.StartOneShot(2);
         const SamplerActions actions = {{0, [&](CTesselSampler& s) {
-                                             synced ? s.StartRange(range)
-                                                    : s.StartFreeRange(range.fStart, range.fEnd);
+                                             synced ? s.StartRange(loop.fTable[2])
+                                                    : s.StartFreeRange(44100, 66150);
                                          }}};
         EXPECT_EQ(RenderBlocks(sequencer, 300), SamplerAudio(sequencer, 300, actions));
         EXPECT_EQ(sequencer.GetEqualizer().GetRunFlag(), synced);
-        EXPECT_EQ(sequencer.GetPlayFields().fPlayState, kPlayState_RunningDown);
         RenderBlocks(sequencer, 900);
         EXPECT_EQ(sequencer.GetPlayFields().fPlayState, kPlayState_Idle);
         EXPECT_THROW(sequencer.StartOneShot(4), std::out_of_range);
@@ -68,17 +72,14 @@ TEST(CTesselSequencerControl, OneShotPlaysItsRangeAndEndsTheLoop) {
 }
 
 TEST(CTesselSequencerControl, EmptiedTableRunsDown) {
-    for (const bool synced : {true, false}) {
-        SBarLoop loop(120000, synced);
-        loop.fSequencer.Start();
-        RenderBlocks(loop.fSequencer, 10);
-        loop.fSequencer.SetSliceTable(nullptr);
-        RenderBlocks(loop.fSequencer, 1);
-        EXPECT_EQ(loop.fSequencer.GetPlayFields().fPlayState, kPlayState_RunningDown);
-        RenderBlocks(loop.fSequencer, 6000);
-        StartPreview(loop.fSequencer);
-        EXPECT_TRUE(IsSilent(RenderBlocks(loop.fSequencer, 2)));
+    SBarLoop loop;
+    loop.fSequencer.Start();
+    RenderBlocks(loop.fSequencer, 10);
+    loop.fSequencer.SetSliceTable(nullptr);
+    for (const int32_t blocks : {6000, 1}) {
+        RenderBlocks(loop.fSequencer, blocks);
         EXPECT_EQ(loop.fSequencer.GetPlayFields().fPlayState, kPlayState_Idle);
+        loop.fSequencer.Start();
     }
 }
 
@@ -96,10 +97,9 @@ TEST(CTesselSequencerControl, NewRateReachesTheSamplerAtTheNextRender) {
     {
         SBarLoop loop;
         loop.fSequencer.SetOutputRate(22051);
-        loop.fSequencer.CommitOutputRate(CTesselSequencer::PrepareOutputRate(1));
+        loop.fSequencer.SetOutputRate(1);
         EXPECT_EQ(cache.GetReferenceCount(22051), 0); // no render took it
         EXPECT_EQ(loop.fSequencer.FramesToOutput(44100), 11025);
-        EXPECT_EQ(loop.fSequencer.GetSampler().GetOutputRate(), 44100);
         EXPECT_EQ(CTesselSequencer(loop.fSequencer).GetSampler().GetOutputRate(), 11025);
         RenderBlocks(loop.fSequencer, 1);
         EXPECT_EQ(loop.fSequencer.GetSampler().GetOutputRate(), 11025);

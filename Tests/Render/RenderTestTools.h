@@ -2,10 +2,14 @@
 
 #include "LoopLibrary/Render/CABCWaveSample.h"
 #include "LoopLibrary/Render/CBlockBuffers.h"
+#include "LoopLibrary/Render/CSlice.h"
+
+#include <gtest/gtest.h>
 
 #include <array>
-#include <cstdint>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace NSLOPDLL {
 
@@ -21,6 +25,8 @@ public:
     int32_t Within(int32_t least, int32_t most) {
         return least + static_cast<int32_t>(Next() % static_cast<uint32_t>(most - least + 1));
     }
+    int32_t Next24Bit() { return Within(-8388608, 8388607); }
+    float NextFloat() { return static_cast<float>(Next24Bit()) * 0x1p-23F; }
 
 private:
     uint32_t fState;
@@ -32,10 +38,20 @@ inline std::unique_ptr<CABCWaveSample> MakeNoiseSample(uint32_t rate, int32_t fr
     CTestNoise noise(seed);
     for (int32_t channel = 1; channel <= (stereo ? 2 : 1); ++channel) {
         for (int32_t frame = 0; frame < frames; ++frame) {
-            sample->Set24BitSample(frame, noise.Within(-8388608, 8388607), channel);
+            sample->Set24BitSample(frame, noise.Next24Bit(), channel);
         }
     }
     return sample;
+}
+
+inline CSlice MakeSlice(uint32_t position, int32_t kind = kSliceKind_Forced, int16_t level = 0,
+                        bool muted = false) {
+    CSlice slice;
+    slice.SetPosition(position);
+    slice.SetKind(kind);
+    slice.SetLevel(level);
+    slice.SetMuted(muted);
+    return slice;
 }
 
 struct CTestBlock {

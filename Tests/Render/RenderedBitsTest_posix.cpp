@@ -6,30 +6,18 @@
 #include "LoopLibrary/Render/CTesselSampler.h"
 #include "Tests/Render/RenderTestTools.h"
 
-#include <gtest/gtest.h>
-
 #include <bit>
 
 namespace NSLOPDLL {
 namespace {
 
 // 64-bit FNV-1a over the bits of the floats.
-void AddTo(uint64_t& hash, const CTestBlock& block) {
-    for (size_t i = 0; i < 64; ++i) {
-        hash = (hash ^ std::bit_cast<uint32_t>(block.fLeft[i])) * 0x100000001B3U;
-        hash = (hash ^ std::bit_cast<uint32_t>(block.fRight[i])) * 0x100000001B3U;
-    }
-}
-
 uint64_t RenderHash(bool stereo, uint32_t depth, int32_t outputRate) {
     const auto sample = MakeNoiseSample(44100, 30000, stereo, depth);
     sample->SetLoop(2, 3000, 29000);
     CSliceSequence sequence(sample.get());
     for (uint32_t position = 0; position < 30000; position += 2500) {
-        CSlice slice;
-        slice.SetPosition(position);
-        slice.SetKind(kSliceKind_Forced);
-        sequence.InsertSliceAndUpdate(slice);
+        sequence.InsertSliceAndUpdate(MakeSlice(position));
     }
     const auto ranges = BuildSlicePlayRanges(*sample, sequence, false, true);
 
@@ -50,7 +38,11 @@ uint64_t RenderHash(bool stereo, uint32_t depth, int32_t outputRate) {
         for (int32_t i = 0; i < 60; ++i) {
             sampler.RenderBlock(block.Buffers());
             equalizer.Process(block.Buffers());
-            AddTo(hash, block);
+            for (size_t frame = 0; frame < 64; ++frame) {
+                for (const float value : {block.fLeft[frame], block.fRight[frame]}) {
+                    hash = (hash ^ std::bit_cast<uint32_t>(value)) * 0x100000001B3U;
+                }
+            }
         }
         equalizer.SetBand1Frequency(static_cast<int16_t>(400 + range.fStart / 20));
     }

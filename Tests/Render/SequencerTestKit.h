@@ -4,11 +4,8 @@
 #include "RenderTestTools.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <functional>
 #include <map>
-#include <memory>
-#include <vector>
 
 namespace NSLOPDLL {
 

@@ -3,9 +3,7 @@
 #include "LoopLibrary/Render/VoiceFetch.h"
 #include "Tests/Render/RenderTestTools.h"
 
-#include <gtest/gtest.h>
-
-#include <vector>
+#include <algorithm>
 
 namespace NSLOPDLL {
 namespace {
@@ -166,55 +164,54 @@ void Apply(const CSamplerSettings& settings, CTesselSampler& sampler) {
 }
 
 // From the first block to the voice's death, with a look at the length at each block.
-void ExpectPlainVoice(const char* name, uint32_t rate, int32_t outputRate, bool stereo,
-                      const CSlicePlayRange& range, const CSamplerSettings& settings) {
-    const auto sample = MakeNoiseSample(rate, 3000, stereo, 24);
-    CTesselSampler sampler(sample.get(), outputRate);
-    Apply(settings, sampler);
-    CPlainSliceVoice expected(*sample, outputRate, settings, range);
-    sampler.StartRange(range);
-    bool alive = true;
-    for (int32_t i = 0; alive && i < 5000; ++i) {
-        CTestBlock block;
-        CTestBlock expectedBlock;
-        block.fLeft.fill(9.0F);
-        sampler.RenderBlock(block.Buffers());
-        alive = expected.Render(expectedBlock);
-        ASSERT_EQ(block, expectedBlock) << name << ", block " << i;
-        ASSERT_EQ(sampler.IsCurrentVoiceIdle(), !alive) << name << ", block " << i;
-        ASSERT_GE(sampler.GetRenderLength(range), 1);
-    }
-    EXPECT_FALSE(alive) << name;
-}
-
 TEST(SliceVoice, RendersLikeThePlainVoice) {
+    // Cents, gain; shaper: on, attack, decay, stretch; compressor: on, threshold, ratio, attack,
+    // release.
     const CSamplerSettings plain;
     const CSamplerSettings off{.fShaperOn = false};
-    const CSamplerSettings shaped{
-        .fTranspose = 317, .fShaperAttack = 250, .fShaperDecay = 300, .fShaperStretch = 100};
-    const CSamplerSettings compressed{.fGain = 7943.0F,
-                                      .fCompressorOn = true,
-                                      .fCompressorThreshold = 20,
-                                      .fCompressorRatio = 127,
-                                      .fCompressorAttack = 60,
-                                      .fCompressorRelease = 134};
-    const CSamplerSettings low{.fTranspose = -2400,
-                               .fShaperAttack = 0,
-                               .fCompressorOn = true,
-                               .fCompressorThreshold = 0,
-                               .fCompressorAttack = 0};
+    const CSamplerSettings shaped{317, 1000.0F, true, 250, 300, 100};
+    const CSamplerSettings compressed{0, 7943.0F, true, 21, 1023, 40, true, 20, 127, 60, 134};
+    const CSamplerSettings low{-2400, 1000.0F, true, 0, 1023, 40, true, 0, 39, 0};
     const CSlicePlayRange tail{100, 2900, 1500, 2500, 1.7F};
-    ExpectPlainVoice("defaults", 44100, 44100, true, tail, plain);
-    ExpectPlainVoice("mono", 44100, 44100, false, tail, plain);
-    ExpectPlainVoice("all off", 44100, 48000, true, tail, off);
-    ExpectPlainVoice("shaped", 44100, 44100, true, tail, shaped);
-    ExpectPlainVoice("compressed", 48000, 44100, true, tail, compressed);
-    ExpectPlainVoice("low", 22050, 96000, true, tail, low);
-    ExpectPlainVoice("no tail region", 44100, 22050, true, {10, 310, 10, 310, 1.0F}, plain);
-    ExpectPlainVoice("a frame of tail", 44100, 44100, true, {10, 310, 309, 310, 0.5F}, shaped);
-    ExpectPlainVoice("tail of no length", 44100, 44100, true, {0, 100, 50, 50, 3.0F}, plain);
-    ExpectPlainVoice("nothing", 44100, 44100, true, {3000, 3000, 3000, 3000, 1.0F}, plain);
-    ExpectPlainVoice("limit of the step", 1000000, 11025, true, tail, plain);
+    const struct {
+        const char* fName;
+        uint32_t fRate;
+        int32_t fOutputRate;
+        bool fStereo;
+        CSlicePlayRange fRange;
+        CSamplerSettings fSettings;
+    } cases[] = {
+        {"defaults", 44100, 44100, true, tail, plain},
+        {"mono", 44100, 44100, false, tail, plain},
+        {"all off", 44100, 48000, true, tail, off},
+        {"shaped", 44100, 44100, true, tail, shaped},
+        {"compressed", 48000, 44100, true, tail, compressed},
+        {"low", 22050, 96000, true, tail, low},
+        {"no tail region", 44100, 22050, true, {10, 310, 10, 310, 1.0F}, plain},
+        {"a frame of tail", 44100, 44100, true, {10, 310, 309, 310, 0.5F}, shaped},
+        {"tail of no length", 44100, 44100, true, {0, 100, 50, 50, 3.0F}, plain},
+        {"nothing", 44100, 44100, true, {3000, 3000, 3000, 3000, 1.0F}, plain},
+        {"limit of the step", 1000000, 11025, true, tail, plain},
+    };
+    for (const auto& c : cases) {
+        const auto sample = MakeNoiseSample(c.fRate, 3000, c.fStereo, 24);
+        CTesselSampler sampler(sample.get(), c.fOutputRate);
+        Apply(c.fSettings, sampler);
+        CPlainSliceVoice expected(*sample, c.fOutputRate, c.fSettings, c.fRange);
+        sampler.StartRange(c.fRange);
+        bool alive = true;
+        for (int32_t i = 0; alive && i < 5000; ++i) {
+            CTestBlock block;
+            CTestBlock expectedBlock;
+            block.fLeft.fill(9.0F);
+            sampler.RenderBlock(block.Buffers());
+            alive = expected.Render(expectedBlock);
+            ASSERT_EQ(block, expectedBlock) << c.fName << ", block " << i;
+            ASSERT_EQ(sampler.IsCurrentVoiceIdle(), !alive) << c.fName << ", block " << i;
+            ASSERT_GE(sampler.GetRenderLength(c.fRange), 1);
+        }
+        EXPECT_FALSE(alive) << c.fName;
+    }
 }
 
 TEST(VoiceEnvelopes, FullCompressionHalvesTheGain) {
@@ -225,14 +222,15 @@ TEST(VoiceEnvelopes, FullCompressionHalvesTheGain) {
 
 CTestBlock Interpolate(InterpolateFunction form, const std::vector<float>& left,
                        const std::vector<float>& right, uint32_t phase, uint32_t step) {
+    CTestNoise noise(step);
     CTestBlock block;
-    std::vector<float> gains;
+    float gains[64];
     for (size_t i = 0; i < 64; ++i) {
-        block.fLeft[i] = 0.3F;
-        block.fRight[i] = -0.7F * static_cast<float>(i);
-        gains.push_back(0.1F + static_cast<float>(i) * 0.0137F);
+        block.fLeft[i] = noise.NextFloat();
+        block.fRight[i] = noise.NextFloat();
+        gains[i] = noise.NextFloat();
     }
-    form({left.data(), right.data(), phase, step, gains.data(), block.Buffers()});
+    form({left.data(), right.data(), phase, step, gains, block.Buffers()});
     return block;
 }
 
@@ -248,18 +246,17 @@ TEST(Interpolator, AllFormsGiveTheSameBits) {
         const uint32_t phase = step == kLargestStep ? 16383 : noise.Next() & 0x3fff;
         std::vector<float> left(((phase + 63 * step) >> 14) + 8);
         std::vector<float> right(left.size());
-        for (size_t i = 0; i < left.size(); ++i) {
-            left[i] = static_cast<float>(noise.Within(-8388608, 8388607)) * 0x1p-23F;
-            right[i] = static_cast<float>(noise.Within(-8388608, 8388607)) * 0x1p-23F;
-        }
-        const CTestBlock stereo = Interpolate(InterpolateScalar, left, right, phase, step);
-        const CTestBlock mono = Interpolate(InterpolateScalar, left, left, phase, step);
+        std::generate(left.begin(), left.end(), [&] { return noise.NextFloat(); });
+        std::generate(right.begin(), right.end(), [&] { return noise.NextFloat(); });
         for (const InterpolateFunction form : {InterpolateSse2, InterpolateAvx2}) {
             if (form == InterpolateAvx2 && !HasAvx2()) {
                 continue;
             }
-            ASSERT_EQ(Interpolate(form, left, right, phase, step), stereo) << step;
-            ASSERT_EQ(Interpolate(form, left, left, phase, step), mono) << step;
+            for (const auto* side : {&right, &left}) { // stereo, and mono
+                ASSERT_EQ(Interpolate(form, left, *side, phase, step),
+                          Interpolate(InterpolateScalar, left, *side, phase, step))
+                    << step;
+            }
         }
     }
     EXPECT_EQ(ChooseInterpolator(), HasAvx2() ? InterpolateAvx2 : InterpolateSse2);
