@@ -106,9 +106,9 @@ ChunkEdit Cut(const char* id, size_t size) {
 ChunkEdit Poke(const char* id, int64_t offset, int64_t width, int64_t value) {
     return [=](SIFFChunk& root) {
         Bytes& body = FindChunk(root, ID(id)).fBody;
-        for (int64_t i = 0; i < width; ++i) {
-            body.at(static_cast<size_t>(offset + i)) =
-                static_cast<uint8_t>(value >> 8 * (width - 1 - i));
+        int64_t rest = value;
+        for (int64_t i = width; i-- > 0; rest >>= 8) {
+            body.at(static_cast<size_t>(offset + i)) = static_cast<uint8_t>(rest);
         }
     };
 }
