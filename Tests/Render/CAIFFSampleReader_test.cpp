@@ -219,10 +219,8 @@ TEST(ReadSamples, LotsCoverAnyCountAndStopAtTheEnd) {
     CMemoryMedia media = MediaOf(bytes);
     EXPECT_RAISES_TEXT(NSLichen::XFormatViolation, "bad bytes/frame",
                        ReadSamples(media, 0, 12, 1, nullptr));
-    for (const int32_t channels : {0, 2049}) {
-        EXPECT_RAISES_TEXT(NSLichen::XFormatViolation, "bad CWaveSampleInfo format",
-                           ReadSamples(media, channels, 16, 1, nullptr));
-    }
+    EXPECT_RAISES_TEXT(NSLichen::XFormatViolation, "bad CWaveSampleInfo format",
+                       ReadSamples(media, 2049, 16, 1, nullptr));
 }
 
 } // namespace

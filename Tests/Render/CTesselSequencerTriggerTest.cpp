@@ -120,10 +120,8 @@ TEST(CTesselSequencerTrigger, TempoChangeActsOnThePlannedTrigger) {
     RenderBlocks(sequencer, 1);
     expectBlocks(123 - 1, 173, 0); // halves of odd numbers round up
     RenderBlocks(sequencer, 122);
-    EXPECT_EQ(sequencer.GetPlayFields().fCurrentStart, 22050);
     expectBlocks(345 - 173, 345 - 173, 173); // the third beat is due as the second one was
-    // A loop of no length has no tempo, which leaves the plan alone.
-    sequencer.SetLoopRange(100, 100);
+    sequencer.SetLoopRange(100, 100);        // has no tempo, which leaves the plan alone
     RenderBlocks(sequencer, 1);
     expectBlocks(172 - 1, 172, 173);
 }
@@ -136,7 +134,6 @@ TEST(CTesselSequencerTrigger, TimesBeyond32BitsSaturate) {
     sequencer.SetTempoSync(true);
     sequencer.SetSliceTable(std::make_unique<SliceTable>(MakeTable({0, 500000, 900000}, 1000000)));
     sequencer.SetOutputRate(1000000);
-    EXPECT_EQ(sequencer.GetLoopTempo(), 999999);
     // 100000 * 999999 / 20000 * 1000000 / 11025 is 453514285.7; five times that is too much.
     EXPECT_EQ(sequencer.FramesToOutput(100000), 453514286);
     EXPECT_EQ(sequencer.FramesToOutput(500000), INT32_MAX);

@@ -29,9 +29,8 @@ TEST(DSPTables, EnvelopeTablesHoldTheirValues) {
         EXPECT_NEAR(tables.GetDecayFactors()[row.fIndex], row.fDecay, row.fDecay * room);
     }
     EXPECT_EQ(tables.GetDecayFactors()[1023], 1.0F);
-    const CDSPTables slow(11025);
-    EXPECT_EQ(slow.GetTimes()[700], tables.GetTimes()[700]);
-    EXPECT_NEAR(slow.GetAttackRates()[700], tables.GetAttackRates()[700] * 4.0F, 1e-9F);
+    EXPECT_NEAR(CDSPTables(11025).GetAttackRates()[700], tables.GetAttackRates()[700] * 4.0F,
+                1e-9F);
 }
 
 TEST(DSPTables, PitchTableIsInCents) {

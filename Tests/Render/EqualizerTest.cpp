@@ -56,21 +56,21 @@ TEST(Equalizer, GlidesTowardItsTargetsAlsoWhileOff) {
 
 TEST(Equalizer, SwitchingOrCopyingClearsTheMemories) {
     CTestNoise noise(2);
-    CEqualizerEffect equalizer(44100);
-    SwitchOn(equalizer);
     const CTestBlock source = MakeNoiseBlock(noise);
     const auto process = [&source](CEqualizerEffect& effect) {
         CTestBlock block = source;
         effect.Process(block.Buffers());
         return block;
     };
+    CEqualizerEffect equalizer(44100);
+    SwitchOn(equalizer);
     const CTestBlock first = process(equalizer);
     EXPECT_NE(process(equalizer), first);
     CEqualizerEffect copy(equalizer);
     EXPECT_EQ(process(copy), first);
     equalizer.SetRunFlag(false);
     EXPECT_EQ(process(equalizer), source);
-    equalizer.SetRunFlag(true);
+    SwitchOn(equalizer);
     EXPECT_EQ(process(equalizer), first);
 }
 

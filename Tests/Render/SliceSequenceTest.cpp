@@ -158,9 +158,8 @@ TEST(SliceSequence, FindsNearestAndSnaps) {
 
 TEST(SliceSequence, LeadInIsAShortStart) {
     for (const uint32_t first : {0U, 1U, 3999U, 4000U}) {
-        SSliced sliced(9000, {MakeSlice(first, kSliceKind_Hidden), MakeSlice(8000)});
         uint32_t leadIn = 5;
-        EXPECT_EQ(sliced.fSequence.GetLeadIn(leadIn), first == 1 || first == 3999);
+        EXPECT_EQ(SSliced(9000, {MakeSlice(first)}).fSequence.GetLeadIn(leadIn), first % 4000 > 0);
         EXPECT_EQ(leadIn, first % 4000);
     }
 }

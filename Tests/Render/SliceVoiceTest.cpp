@@ -8,10 +8,6 @@
 namespace NSLOPDLL {
 namespace {
 
-float Per(float value, int32_t count) {
-    return value / static_cast<float>(count);
-}
-
 // A slice voice written out frame by frame, with no shared code but the tables: what the sampler's
 // voices are compared with, to the bit.
 class CPlainSliceVoice {
@@ -26,9 +22,10 @@ public:
         const int32_t percent = settings.fShaperOn ? settings.fShaperStretch + 1 : 1;
         const int32_t length =
             (range.fTailEnd - range.fStart) * percent / 100 + range.fEnd - range.fTailEnd;
-        fFadeStep = length >= 2 ? Per(1.0F, length) : 1.0F;
+        fFadeStep = length >= 2 ? 1.0F / static_cast<float>(length) : 1.0F;
         if (range.fTailEnd != range.fTailStart) {
-            fLevelStep = Per(1.0F - range.fTailGain, range.fTailEnd - range.fTailStart);
+            fLevelStep =
+                (1.0F - range.fTailGain) / static_cast<float>(range.fTailEnd - range.fTailStart);
         }
         fGain = Target();
     }
@@ -43,13 +40,13 @@ public:
         fCompressor = fCompressorRising ? fCompressor + rates[fSettings.fCompressorAttack]
                                         : fCompressor * factors[fSettings.fCompressorRelease];
         fCompressorRising = fCompressorRising && fCompressor <= 1.0F;
-        fCompressor = fCompressor > 1.0F ? 1.0F : fCompressor;
+        fCompressor = std::min(fCompressor, 1.0F);
         float attackRamp = fRising ? rates[fSettings.fShaperAttack] / 64.0F : 0.0F;
         fEnvelope = fRising
                         ? fEnvelope + rates[fSettings.fShaperAttack]
                         : fEnvelope * factors[fSettings.fShaperOn ? fSettings.fShaperDecay : 1023];
         fRising = fRising && fEnvelope <= 1.0F;
-        fEnvelope = fEnvelope > 1.0F ? 1.0F : fEnvelope;
+        fEnvelope = std::min(fEnvelope, 1.0F);
         const float target = Target();
         float ramp = (target - fGain) / 64.0F;
         attackRamp = attackRamp <= ramp ? 0.0F : attackRamp;
@@ -225,11 +222,10 @@ CTestBlock Interpolate(InterpolateFunction form, const std::vector<float>& left,
     CTestNoise noise(step);
     CTestBlock block;
     float gains[64];
-    for (size_t i = 0; i < 64; ++i) {
-        block.fLeft[i] = noise.NextFloat();
-        block.fRight[i] = noise.NextFloat();
-        gains[i] = noise.NextFloat();
+    for (float& gain : gains) {
+        gain = noise.NextFloat();
     }
+    block.fLeft.fill(0.3F);
     form({left.data(), right.data(), phase, step, gains, block.Buffers()});
     return block;
 }
@@ -239,8 +235,8 @@ CTestBlock Interpolate(InterpolateFunction form, const std::vector<float>& left,
 TEST(Interpolator, AllFormsGiveTheSameBits) {
     CTestNoise noise(5);
     std::vector<uint32_t> steps = {0, 1, 16383, 16384, 16385, 8192, kLargestStep};
-    for (int32_t i = 0; i < 200; ++i) {
-        steps.push_back(noise.Next() % (i < 100 ? 40000U : kLargestStep));
+    while (steps.size() < 200) {
+        steps.push_back(noise.Next() % (steps.size() < 100 ? 40000U : kLargestStep));
     }
     for (const uint32_t step : steps) {
         const uint32_t phase = step == kLargestStep ? 16383 : noise.Next() & 0x3fff;
