@@ -2,10 +2,7 @@
 
 #include "Failure/XClasses.h"
 #include "FileLib/Source/Win/NameMaking.h"
-#include "Tests/FileLib/CFakeFileOps.h"
 #include "Tests/FileLib/TextRaised.h"
-
-#include <gtest/gtest.h>
 
 namespace NSFileLibInternals {
 
@@ -16,19 +13,16 @@ std::u16string Repeat(char16_t unit, size_t count) {
 }
 
 TEST(PathRules, NamesAreValidOrNot) {
-    for (const std::u16string& name :
-         {std::u16string(u"a"), std::u16string(u"a\x1A!"), std::u16string(u" a"),
-          std::u16string(u".a"), std::u16string(u"conn"), std::u16string(u"con .txt"),
-          std::u16string(u"com0"), std::u16string(u"a\x7F"), Repeat(u'a', 256)}) {
+    for (const char16_t* name :
+         {u"a", u"a\x1A!", u" a", u".a", u"conn", u"con .txt", u"com0", u"a\x7F"}) {
         EXPECT_TRUE(IsValidFileName(name)) << testing::PrintToString(name);
     }
-    for (const std::u16string& name :
-         {std::u16string(), std::u16string(u"a."), std::u16string(u"a "), std::u16string(u"a\v"),
-          std::u16string(u"a?b"), std::u16string(u"a\x19!"), std::u16string(u"."),
-          std::u16string(u".."), std::u16string(u"Con.txt"), std::u16string(u"con.a.b"),
-          std::u16string(u"COM9"), std::u16string(u"$mft.x"), Repeat(u'a', 257)}) {
+    for (const char16_t* name : {u"", u"a.", u"a ", u"a\v", u"a?b", u"a\x19!", u".", u"..",
+                                 u"Con.txt", u"con.a.b", u"COM9", u"$mft.x"}) {
         EXPECT_FALSE(IsValidFileName(name)) << testing::PrintToString(name);
     }
+    EXPECT_TRUE(IsValidFileName(Repeat(u'a', 256)));
+    EXPECT_FALSE(IsValidFileName(Repeat(u'a', 257)));
     int forbidden = 0;
     for (char16_t unit = 0; unit < 0x80; ++unit) {
         forbidden += IsForbiddenCharacter(unit) ? 1 : 0;
@@ -37,50 +31,31 @@ TEST(PathRules, NamesAreValidOrNot) {
 }
 
 TEST(PathRules, PathsAreValidOrNot) {
-    const struct {
-        std::u16string fPath;
-        bool fIsPath, fIsFile, fIsVolume;
-    } kRows[] = {
-        {u"", false, false, false},
-        {u"C:", false, false, true},
-        {u"C:\\", true, false, true},
-        {u"z:\\", true, false, true},
-        {u"1:\\", false, false, false},
-        {u"C:\\a", true, true, false},
-        {u"C:\\a\\", true, false, false},
-        {u"C:\\a\\b.txt", true, true, false},
-        {u"C:\\a\\\\b", false, false, false},
-        {u"C:\\a.\\b", false, false, false},
-        {u"C:\\nul\\b", false, false, false},
-        {u"C:a", false, false, false},
-        {u"C:/a", false, false, false},
-        {u"\\a", false, false, false},
-        {u"\\\\s", false, false, false},
-        {u"\\\\s\\", false, false, false},
-        {u"\\\\\\s\\t", false, false, false},
-        {u"\\\\s\\t", true, true, true},
-        {u"\\\\s\\t\\", true, false, true},
-        {u"\\\\s\\t\\a\\b", true, true, false},
-        {u"\\\\s\\t\\\\b", false, false, false},
-        {u"\\\\s\\t:\\b", false, false, false},
-        {u"\\\\?\\C:\\a", false, false, false},
-        {u"C:\\" + Repeat(u'a', 200) + u'\\' + Repeat(u'b', 56), true, true, false},
-        {u"C:\\" + Repeat(u'a', 200) + u'\\' + Repeat(u'b', 57), false, false, false},
+    const std::u16string longest = u"C:\\" + Repeat(u'a', 200) + u'\\' + Repeat(u'b', 56);
+    const std::vector<std::pair<std::string, std::vector<std::u16string>>> kPathsByKind = {
+        {"v", {u"C:"}},
+        {"pv", {u"C:\\", u"z:\\", u"\\\\s\\t\\"}},
+        {"pfv", {u"\\\\s\\t"}},
+        {"p", {u"C:\\a\\"}},
+        {"pf", {u"C:\\a", u"C:\\a\\b.txt", longest, u"\\\\s\\t\\a\\b"}},
+        {"",
+         {u"", u"1:\\", u"C:\\a\\\\b", u"C:\\a.\\b", u"C:\\nul\\b", u"C:a", u"C:/a", u"\\a",
+          u"\\\\s", u"\\\\s\\", u"\\\\\\s\\t", u"\\\\s\\t\\\\b", u"\\\\s\\t:\\b", u"\\\\?\\C:\\a",
+          longest + u'b'}},
     };
-    for (const auto& row : kRows) {
-        EXPECT_EQ(WinIsValidPath(row.fPath), row.fIsPath) << testing::PrintToString(row.fPath);
-        EXPECT_EQ(WinIsValidFilePath(row.fPath), row.fIsFile) << testing::PrintToString(row.fPath);
-        EXPECT_EQ(WinIsValidVolumePath(row.fPath), row.fIsVolume)
-            << testing::PrintToString(row.fPath);
+    for (const auto& [kinds, paths] : kPathsByKind) { // a path at all, one of a file, of a volume
+        for (const std::u16string& path : paths) {
+            const std::string found = std::string(WinIsValidPath(path) ? "p" : "") +
+                                      (WinIsValidFilePath(path) ? "f" : "") +
+                                      (WinIsValidVolumePath(path) ? "v" : "");
+            EXPECT_EQ(found, kinds) << testing::PrintToString(path);
+        }
     }
 }
 
 TEST(PathRules, TheLongestNativePathIsThePlatformsOwn) {
     CFakeFileOps ops;
-    std::u16string path = u"C:";
-    for (int i = 0; i < 100; ++i) {
-        path += u"\\component";
-    }
+    const std::u16string path = u"C:\\" + Repeat(u'a', 200) + u'\\' + Repeat(u'b', 200);
     EXPECT_FALSE(IsNativePath(path));
     ops.fLongestPath = kNoPathLimit;
     EXPECT_TRUE(IsNativePath(path));
@@ -131,26 +106,20 @@ TEST(NameMaking, CutsTheStemAndKeepsTheExtension) {
 TEST(NameMaking, TakesNamesAndPathsApart) {
     std::u16string first;
     std::u16string second;
-    const struct {
-        std::u16string fName, fStem, fExtension;
-    } kNames[] = {{u"a.b.c", u"a.b", u".c"},
-                  {u"a", u"a", u""},
-                  {u"a.", u"a", u"."},
-                  {u".a", u"", u".a"},
-                  {u"a." + Repeat(u'x', 255), u"a", u"." + Repeat(u'x', 255)},
-                  {u"a." + Repeat(u'x', 256), u"a." + Repeat(u'x', 256), u""}};
-    for (const auto& row : kNames) {
-        SplitFileName(row.fName, first, second);
-        EXPECT_EQ(first, row.fStem);
-        EXPECT_EQ(second, row.fExtension);
+    const std::u16string longExtension = u"." + Repeat(u'x', 255);
+    const std::vector<std::pair<std::u16string, std::u16string>> kStemsAndExtensions = {
+        {u"a.b", u".c"}, {u"a", u""},           {u"a", u"."},
+        {u"", u".a"},    {u"a", longExtension}, {u"a" + longExtension + u'x', u""}};
+    for (const auto& [stem, extension] : kStemsAndExtensions) {
+        SplitFileName(stem + extension, first, second);
+        EXPECT_EQ(first, stem);
+        EXPECT_EQ(second, extension);
     }
-    SplitPath(u"C:\\a\\b", first, second);
-    EXPECT_EQ(first + u"|" + second, u"C:\\a\\|b");
-    SplitPath(u"b", first, second);
-    EXPECT_EQ(first + u"|" + second, u"|b");
-    SplitPath(u"C:\\a\\", first, second);
-    EXPECT_EQ(first + u"|" + second, u"C:\\a\\|");
-
+    for (const char16_t* path : {u"C:\\a\\|b", u"|b", u"C:\\a\\|"}) {
+        std::u16string whole = path;
+        SplitPath(whole.erase(whole.find(u'|'), 1), first, second);
+        EXPECT_EQ(first + u'|' + second, path);
+    }
     const struct {
         std::u16string fPath, fParent, fVolume, fName;
     } kPaths[] = {

@@ -27,123 +27,111 @@ namespace {
 
 using namespace NSLichen;
 
-std::string BytesOf(const std::u16string& path) {
-    return PosixFromNative(path);
-}
+class PosixFileOps : public testing::Test {
+protected:
+    const CTestFolder fFolder;
+    const CFileLibImpl fImpl{};
+    const std::u16string fA = fFolder.PathOf(u".a");
+    const std::u16string fB = fFolder.PathOf(u"b");
+    const std::string fBytesOfA = PosixFromNative(fA);
+};
 
 void Touch(const std::string& path) {
     std::ofstream(path) << "text";
 }
 
-TEST(PosixFileOps, OpensFilesUnderAnyName) {
-    const CTestFolder folder;
-    const CFileLibImpl impl;
+TEST_F(PosixFileOps, OpensFilesUnderAnyName) {
     for (const char* name : {"a:b", "what?", "\xFF\xFE", " ", "con", "back\\slash", "dot.", "...",
                              "\xC3\xA9", "\xED\xA0\x80", "new\nline"}) {
-        Touch(BytesOf(folder.GetPath()) + name);
-        const auto scanner = impl.CreateDirScanner(folder.GetPath());
+        Touch(PosixFromNative(fFolder.GetPath()) + name);
+        const auto scanner = fImpl.CreateDirScanner(fFolder.GetPath());
         ASSERT_FALSE(scanner->IsAtEnd()) << name;
         EXPECT_EQ(PosixNameFromNative(scanner->GetName()), name);
-        const std::u16string path = impl.GetChildFile(folder.GetPath(), scanner->GetName());
+        const std::u16string path = fImpl.GetChildFile(fFolder.GetPath(), scanner->GetName());
         EXPECT_EQ(COpenReadFileImpl(path).GetSize(), 4);
-        EXPECT_EQ(impl.InterpretURL(impl.GetURL(path)).fPath, path);
-        impl.DeletePhysicalFile(path);
+        EXPECT_EQ(fImpl.InterpretURL(fImpl.GetURL(path)).fPath, path);
+        fImpl.DeletePhysicalFile(path);
     }
 }
 
-TEST(PosixFileOps, PathsMayBeLong) {
-    const CTestFolder folder;
-    const CFileLibImpl impl;
-    std::u16string path = folder.GetPath();
+TEST_F(PosixFileOps, PathsMayBeLong) {
+    std::u16string path = fFolder.GetPath();
     for (int i = 0; i < 4; ++i) {
-        path = impl.CreateFolder(path, std::u16string(200, u'd'));
+        path = fImpl.CreateFolder(path, std::u16string(200, u'd'));
     }
     path += u"file";
     EXPECT_GT(path.size(), kMaxPathLength);
     COpenReadWriteFileImpl(path, kOpenMode_CreateNew).Close();
-    EXPECT_EQ(impl.MakeFilePath(path), path);
-    EXPECT_THROW(impl.CreateFolder(folder.GetPath(), std::u16string(256, u'n')), XCreate);
+    EXPECT_EQ(fImpl.MakeFilePath(path), path);
+    EXPECT_THROW(fImpl.CreateFolder(fFolder.GetPath(), std::u16string(256, u'n')), XCreate);
 }
 
-TEST(PosixFileOps, AFifoIsRefusedAtOnce) {
-    const CTestFolder folder;
-    const std::u16string path = folder.PathOf(u"fifo");
-    ASSERT_EQ(mkfifo(BytesOf(path).c_str(), 0600), 0);
-    EXPECT_THROW(COpenReadFileImpl reader(path), XPermission);
-    EXPECT_THROW(COpenReadWriteFileImpl(path, kOpenMode_CreateAlways), XPermission);
+TEST_F(PosixFileOps, AFifoIsRefusedAtOnce) {
+    ASSERT_EQ(mkfifo(fBytesOfA.c_str(), 0600), 0);
+    EXPECT_THROW(COpenReadFileImpl reader(fA), XPermission);
+    EXPECT_THROW(COpenReadWriteFileImpl(fA, kOpenMode_CreateAlways), XPermission);
 }
 
-TEST(PosixFileOps, LocksOfOtherProgramsCount) {
-    const CTestFolder folder;
-    const std::u16string path = folder.PathOf(u"a");
-    Touch(BytesOf(path));
-    const int descriptor = open(BytesOf(path).c_str(), O_RDONLY | O_CLOEXEC);
+TEST_F(PosixFileOps, LocksOfOtherProgramsCount) {
+    Touch(fBytesOfA);
+    const int descriptor = open(fBytesOfA.c_str(), O_RDONLY | O_CLOEXEC);
     ASSERT_EQ(flock(descriptor, LOCK_SH), 0);
-    EXPECT_NO_THROW(COpenReadFileImpl reader(path));
-    EXPECT_THROW(COpenReadWriteFileImpl(path, kOpenMode_CreateAlways), XLocked);
+    EXPECT_NO_THROW(COpenReadFileImpl reader(fA));
+    EXPECT_THROW(COpenReadWriteFileImpl(fA, kOpenMode_CreateAlways), XLocked);
     ASSERT_EQ(flock(descriptor, LOCK_EX), 0);
-    EXPECT_THROW(COpenReadFileImpl reader(path), XLocked);
+    EXPECT_THROW(COpenReadFileImpl reader(fA), XLocked);
     close(descriptor);
 }
 
-TEST(PosixFileOps, SafeSavingKeepsTheAccessRights) {
-    const CTestFolder folder;
-    const std::u16string path = folder.PathOf(u"a");
-    Touch(BytesOf(path));
-    ASSERT_EQ(chmod(BytesOf(path).c_str(), 0640), 0);
-    CSafeOpenReadWriteFileImpl(path).Commit();
+TEST_F(PosixFileOps, SafeSavingKeepsTheAccessRights) {
+    Touch(fBytesOfA);
+    ASSERT_EQ(chmod(fBytesOfA.c_str(), 0640), 0);
+    CSafeOpenReadWriteFileImpl(fA).Commit();
     struct stat status = {};
-    ASSERT_EQ(stat(BytesOf(path).c_str(), &status), 0);
+    ASSERT_EQ(stat(fBytesOfA.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0640U);
     EXPECT_EQ(status.st_size, 0);
 }
 
-TEST(PosixFileOps, TwoNamesOfOneFileCanBeMovedAndSwapped) {
-    const CTestFolder folder;
-    const std::u16string a = folder.PathOf(u"a");
-    const std::u16string b = folder.PathOf(u"b");
-    Touch(BytesOf(a));
-    ASSERT_EQ(link(BytesOf(a).c_str(), BytesOf(b).c_str()), 0);
-    WinSwapFilesContents(a, b);
-    EXPECT_EQ(folder.CountEntries(), 2);
-    WinMoveFileEx(a, b, kMove_Replace);
-    EXPECT_FALSE(WinDoesFileExist(a));
-    EXPECT_TRUE(WinDoesFileExist(b));
+TEST_F(PosixFileOps, TwoNamesOfOneFileCanBeMovedAndSwapped) {
+    Touch(fBytesOfA);
+    ASSERT_EQ(link(fBytesOfA.c_str(), PosixFromNative(fB).c_str()), 0);
+    WinSwapFilesContents(fA, fB);
+    EXPECT_EQ(fFolder.CountEntries(), 2);
+    WinMoveFileEx(fA, fB, kMove_Replace);
+    EXPECT_FALSE(WinDoesFileExist(fA));
+    EXPECT_TRUE(WinDoesFileExist(fB));
 }
 
-TEST(PosixFileOps, LinksAreFollowedUnlessTheyAreAliases) {
-    const CTestFolder folder;
-    const CFileLibImpl impl;
-    const std::string place = BytesOf(folder.GetPath());
-    impl.CreateFolder(folder.GetPath(), u"sub");
+TEST_F(PosixFileOps, LinksAreFollowedUnlessTheyAreAliases) {
+    const std::string place = PosixFromNative(fFolder.GetPath());
+    fImpl.CreateFolder(fFolder.GetPath(), u"sub");
     ASSERT_EQ(symlink("sub", (place + "link").c_str()), 0);
     ASSERT_EQ(symlink("sub", (place + "alias.lnk").c_str()), 0);
     ASSERT_EQ(symlink("none", (place + "dangling").c_str()), 0);
     ASSERT_EQ(symlink("none", (place + "dangling.lnk").c_str()), 0);
-    EXPECT_TRUE(WinDoesDirectoryExist(folder.PathOf(u"link")));
-    EXPECT_TRUE(WinDoesFileExist(folder.PathOf(u"alias.lnk")));
-    EXPECT_FALSE(WinDoesFileExist(folder.PathOf(u"dangling")));
-    EXPECT_EQ(folder.CountEntries(), 5);
-    EXPECT_EQ(impl.ResolvePossibleAlias(folder.PathOf(u"alias.lnk")).fPath,
-              folder.PathOf(u"sub\\"));
-    EXPECT_THROW(impl.ResolvePossibleAlias(folder.PathOf(u"dangling.lnk")), XNotFound);
+    EXPECT_TRUE(WinDoesDirectoryExist(fFolder.PathOf(u"link")));
+    EXPECT_TRUE(WinDoesFileExist(fFolder.PathOf(u"alias.lnk")));
+    EXPECT_FALSE(WinDoesFileExist(fFolder.PathOf(u"dangling")));
+    EXPECT_EQ(fFolder.CountEntries(), 5);
+    EXPECT_EQ(fImpl.ResolvePossibleAlias(fFolder.PathOf(u"alias.lnk")).fPath,
+              fFolder.PathOf(u"sub\\"));
+    EXPECT_THROW(fImpl.ResolvePossibleAlias(fFolder.PathOf(u"dangling.lnk")), XNotFound);
+    EXPECT_EQ(unlink((place + "link").c_str()), 0); // the folder cannot be removed with it
 }
 
-TEST(PosixFileOps, HiddenAndReadOnlyComeFromNameAndMode) {
-    const CTestFolder folder;
-    const std::u16string path = folder.PathOf(u".a");
-    Touch(BytesOf(path));
-    SFileInfo info = WinGetFileInfo(path);
-    EXPECT_EQ(info.fHidden, 1);
-    info.fReadOnly = 1;
-    WinSetFileInfo(path, info);
-    EXPECT_EQ(WinGetFileInfo(path).fReadOnly, 1) << "also for one who may write everything";
-    info.fReadOnly = 0;
-    WinSetFileInfo(path, info);
-    EXPECT_EQ(WinGetFileInfo(path).fReadOnly, 0);
+TEST_F(PosixFileOps, HiddenAndReadOnlyComeFromNameAndMode) {
+    Touch(fBytesOfA);
+    EXPECT_EQ(WinGetFileInfo(fA).fHidden, 1);
+    for (const bool isReadOnly : {true, false}) { // also for one who may write everything
+        SFileInfo info = WinGetFileInfo(fA);
+        info.fReadOnly = isReadOnly ? 1 : 0;
+        WinSetFileInfo(fA, info);
+        EXPECT_EQ(WinGetFileInfo(fA).fReadOnly, info.fReadOnly);
+    }
 }
 
-TEST(PosixFileOps, NoErrorOfTheSystemLooksLikeABugOfTheCaller) {
+TEST(PosixErrors, NoErrorOfTheSystemLooksLikeABugOfTheCaller) {
     EXPECT_EQ(ErrorOfReadErrno(EIO), kError_ReadFault);
     EXPECT_EQ(ErrorOfWriteErrno(EIO), kError_WriteFault);
     for (int error = 1; error < 200; ++error) {

@@ -3,12 +3,7 @@
 #include "Failure/XClasses.h"
 #include "FileLib/Source/Win/SwapFilesContents.h"
 #include "FileLib/Source/Win/UniqueNames.h"
-#include "Tests/FileLib/CFakeFileOps.h"
 #include "Tests/FileLib/TextRaised.h"
-
-#include <vector>
-
-#include <gtest/gtest.h>
 
 namespace NSFileLibInternals {
 
@@ -16,7 +11,6 @@ namespace {
 
 using namespace NSLichen;
 
-constexpr uint32_t kUnknownError = 1000;
 const std::u16string kTarget = u"C:\\a.wav";
 const std::u16string kOther = u"C:\\b.wav";
 
@@ -26,7 +20,10 @@ void WriteText(CSafeOpenReadWriteFileImpl& file, const std::string& text) {
 
 class SafeSaving : public testing::Test {
 protected:
-    SafeSaving() { fFilesAtStart = fOps.fFiles.size(); }
+    SafeSaving() {
+        fFilesAtStart = fOps.fFiles.size();
+        fOps.AddFile(kTarget, "old", 77);
+    }
 
     size_t CountNewFiles() const { return fOps.fFiles.size() - fFilesAtStart; }
 
@@ -35,115 +32,84 @@ protected:
 };
 
 TEST_F(SafeSaving, CommitPutsTheNewDataUnderTheOldNameAndDate) {
-    fOps.AddFile(kTarget, "old", 77);
     {
-        CSafeOpenReadWriteFileImpl file(kTarget);
-        WriteText(file, "new data");
-        EXPECT_EQ(fOps.TextOf(kTarget), "old");
-        EXPECT_EQ(file.GetSize(), 8);
-        file.Commit();
-        EXPECT_THROW(file.Commit(), XIllegalCallSequence);
-        EXPECT_THROW(file.GetSize(), XIllegalCallSequence);
+        CSafeOpenReadWriteFileImpl dropped(kTarget);
+        WriteText(dropped, "never committed");
     }
+    EXPECT_EQ(CountNewFiles(), 1U);
+    CSafeOpenReadWriteFileImpl file(kTarget);
+    WriteText(file, "new data");
+    EXPECT_EQ(fOps.TextOf(kTarget), "old");
+    EXPECT_EQ(file.GetSize(), 8);
+    file.Commit();
+    EXPECT_THROW(file.Commit(), XIllegalCallSequence);
+    EXPECT_THROW(file.GetSize(), XIllegalCallSequence);
     EXPECT_EQ(fOps.TextOf(kTarget), "new data");
     EXPECT_EQ(fOps.fFiles[kTarget]->fTimes.fCreation, 77U);
-    EXPECT_EQ(fOps.CountCalls("CopyAccessRights"), 1);
-    EXPECT_EQ(CountNewFiles(), 1U);
-}
-
-TEST_F(SafeSaving, WithoutCommitTheTargetStaysAsItWas) {
-    fOps.AddFile(kTarget, "old");
-    {
-        CSafeOpenReadWriteFileImpl file(kTarget);
-        WriteText(file, "new");
-    }
-    EXPECT_EQ(fOps.TextOf(kTarget), "old");
+    EXPECT_EQ(fOps.CountCalls("CopyAccessRights"), 2) << "one for each that was opened";
     EXPECT_EQ(CountNewFiles(), 1U);
 }
 
 TEST_F(SafeSaving, ANewTargetIsWrittenInPlace) {
-    CSafeOpenReadWriteFileImpl file(kTarget);
+    CSafeOpenReadWriteFileImpl file(kOther);
     WriteText(file, "new");
     file.Commit();
-    EXPECT_EQ(fOps.TextOf(kTarget), "new");
+    EXPECT_EQ(fOps.TextOf(kOther), "new");
     EXPECT_EQ(fOps.CountCalls("Move"), 0);
-    EXPECT_EQ(CountNewFiles(), 1U);
+    EXPECT_EQ(CountNewFiles(), 2U);
 }
 
 TEST_F(SafeSaving, RefusesWhatCannotBeSaved) {
     EXPECT_EQ(TextRaised<XCreate>([] { CSafeOpenReadWriteFileImpl file(u"a.wav"); }),
               "WinIsValidPath failed");
-    fOps.AddFile(kTarget, "old");
-    fOps.fFiles[kTarget]->fAttributes = kAttribute_ReadOnly;
-    EXPECT_EQ(TextRaised<XLocked>([] { CSafeOpenReadWriteFileImpl file(kTarget); }),
-              "file is read only");
-    fOps.fFiles[kTarget]->fAttributes = kAttribute_Archive;
     fOps.Script("Open", {kError_SharingViolation});
     EXPECT_EQ(TextRaised<XLocked>([] { CSafeOpenReadWriteFileImpl file(kTarget); }),
               "WinThrowExceptionForKnownError(ERROR_SHARING_VIOLATION)");
+    fOps.fFiles[kTarget]->fAttributes = kAttribute_ReadOnly;
+    EXPECT_EQ(TextRaised<XLocked>([] { CSafeOpenReadWriteFileImpl file(kTarget); }),
+              "file is read only");
     EXPECT_EQ(CountNewFiles(), 1U) << "the second file must not stay behind";
 }
 
 TEST_F(SafeSaving, DeletingTheOldDataIsTriedSixTimes) {
-    fOps.AddFile(kTarget, "old");
+    {
+        CSafeOpenReadWriteFileImpl file(kTarget);
+        fOps.Script("Delete", {5, 5, 5, 5, 5, 0});
+        EXPECT_NO_THROW(file.Commit());
+        EXPECT_EQ(fOps.fWaits, std::vector<uint32_t>(5, 30));
+        EXPECT_EQ(CountNewFiles(), 1U);
+    }
     CSafeOpenReadWriteFileImpl file(kTarget);
     WriteText(file, "new");
     // The first error is the one that is told.
     fOps.Script("Delete", {kError_AccessDenied, 32, 32, 32, 32, 32});
     EXPECT_EQ(TextRaised<XPermission>([&] { file.Commit(); }),
               "WinThrowExceptionForKnownError(ERROR_ACCESS_DENIED)");
-    EXPECT_EQ(fOps.CountCalls("Delete"), 6);
-    EXPECT_EQ(fOps.fWaits, std::vector<uint32_t>(5, 30));
+    EXPECT_EQ(fOps.CountCalls("Delete"), 12);
     EXPECT_EQ(fOps.TextOf(kTarget), "new");
-}
-
-TEST_F(SafeSaving, ALateDeleteIsASuccessAndAnUnknownErrorHasItsOwnWords) {
-    fOps.AddFile(kTarget, "old");
-    {
-        CSafeOpenReadWriteFileImpl file(kTarget);
-        fOps.Script("Delete", {5, 5, 5, 5, 5, 0});
-        EXPECT_NO_THROW(file.Commit());
-        EXPECT_EQ(CountNewFiles(), 1U);
-    }
-    CSafeOpenReadWriteFileImpl file(kTarget);
+    CSafeOpenReadWriteFileImpl again(kTarget);
     fOps.Script("Delete", {kUnknownError, 5, 5, 5, 5, 5});
-    EXPECT_EQ(TextRaised<XDelete>([&] { file.Commit(); }),
+    EXPECT_EQ(TextRaised<XDelete>([&] { again.Commit(); }),
               "DeleteFile failed with unrecognized error type");
 }
 
-TEST_F(SafeSaving, AFailedSwapKeepsTheOldDataAndNoSecondFile) {
-    fOps.AddFile(kTarget, "old");
-    {
+TEST_F(SafeSaving, AFailedSwapLosesNoData) {
+    const auto commit = [this](const std::vector<uint32_t>& moves) {
         CSafeOpenReadWriteFileImpl file(kTarget);
         WriteText(file, "new");
-        // The first two moves give the reserved file its extension and put the target there.
-        fOps.Script("Move", {0, 0, kUnknownError});
-        EXPECT_EQ(TextRaised<XNotFound>([&] { file.Commit(); }),
-                  "MoveFileEx() failed with unrecognized error type");
-    }
+        fOps.Script("Move", moves);
+        file.Commit();
+    };
+    // The first two moves give the reserved file its extension and put the target there.
+    EXPECT_EQ(TextRaised<XNotFound>([&] {
+                  commit({0, 0, kUnknownError});
+              }),
+              "MoveFileEx() failed with unrecognized error type");
     EXPECT_EQ(fOps.TextOf(kTarget), "old");
     EXPECT_EQ(CountNewFiles(), 1U);
-}
-
-TEST_F(SafeSaving, DataThatCouldNotGoBackIsNotThrownAway) {
-    fOps.AddFile(kTarget, "old");
-    {
-        CSafeOpenReadWriteFileImpl file(kTarget);
-        WriteText(file, "new");
-        fOps.Script("Move", {0, 0, 5, 5});
-        EXPECT_THROW(file.Commit(), XPermission);
-    }
+    EXPECT_THROW(commit({0, 0, 5, 5}), XPermission);
     EXPECT_FALSE(fOps.HasFile(kTarget));
     EXPECT_EQ(CountNewFiles(), 2U) << "the old data and the new, each under a name of its own";
-}
-
-TEST_F(SafeSaving, SwapChangesNamesAndKeepsTheFirstFilesDate) {
-    fOps.AddFile(kTarget, "a", 11);
-    fOps.AddFile(kOther, "b", 22);
-    WinSwapFilesContents(kTarget, kOther);
-    EXPECT_EQ(fOps.TextOf(kTarget) + fOps.TextOf(kOther), "ba");
-    EXPECT_EQ(fOps.fFiles[kTarget]->fTimes.fCreation, 11U);
-    EXPECT_EQ(CountNewFiles(), 2U);
 }
 
 TEST_F(SafeSaving, SwapIsUndoneWhereverItFails) {
@@ -162,67 +128,60 @@ TEST_F(SafeSaving, SwapIsUndoneWhereverItFails) {
         {"Move", {0, 0, 0, kUnknownError}, "MoveFileEx() failed with unrecognized error type"},
         {"Move", {0, 0, 0, 3}, "WinThrowExceptionForKnownError(ERROR_PATH_NOT_FOUND)"},
     };
-    fOps.AddFile(kTarget, "a");
-    fOps.AddFile(kOther, "b");
+    fOps.AddFile(kOther, "b", 22);
     for (const auto& row : kRows) {
         fOps.Script(row.fOperation, row.fCodes);
         EXPECT_EQ(TextRaised<XNotFound>([] { WinSwapFilesContents(kTarget, kOther); }), row.fText);
-        EXPECT_EQ(fOps.TextOf(kTarget) + fOps.TextOf(kOther), "ab") << row.fOperation;
+        EXPECT_EQ(fOps.TextOf(kTarget) + fOps.TextOf(kOther), "oldb") << row.fOperation;
         EXPECT_EQ(CountNewFiles(), 2U) << row.fOperation;
     }
+    WinSwapFilesContents(kTarget, kOther);
+    EXPECT_EQ(fOps.TextOf(kTarget) + fOps.TextOf(kOther), "bold");
+    EXPECT_EQ(fOps.fFiles[kTarget]->fTimes.fCreation, 77U) << "the first file's date stays";
+    EXPECT_EQ(CountNewFiles(), 2U);
 }
 
-TEST_F(SafeSaving, UniqueFilesBearTheWantedExtension) {
+TEST_F(SafeSaving, UniqueFilesAndFoldersTakeTheNextFreeNumber) {
     EXPECT_EQ(WinCreateUniqueFile(u"C:\\", u"x.wav"), u"C:\\tmp1.wav");
     EXPECT_EQ(WinCreateUniqueFile(u"C:\\", u"x.tmp"), u"C:\\tmp2.tmp");
     EXPECT_EQ(WinCreateUniqueFile(u"C:\\", u"x"), u"C:\\tmp3");
-    fOps.Script("MakeTempName", {kUnknownError});
-    EXPECT_EQ(TextRaised<XCreate>([] { WinCreateUniqueFile(u"C:\\", u"x.wav"); }),
-              "GetTempFileName() failed to create unique file");
-    fOps.Script("Move", {kError_AlreadyExists});
-    EXPECT_EQ(TextRaised<XCreate>([] { WinCreateUniqueFile(u"C:\\", u"x.wav"); }),
-              "Failed to create unique file");
-    EXPECT_EQ(CountNewFiles(), 3U);
-}
-
-TEST_F(SafeSaving, UniqueFoldersTakeTheNextFreeNumber) {
     fOps.AddFolder(u"C:\\tmp1.tmp");
-    EXPECT_EQ(WinCreateUniqueDirectory(u"C:\\"), u"C:\\tmp2.tmp\\");
-    fOps.Script("MakeTempName", {kUnknownError});
-    EXPECT_EQ(TextRaised<XNotFound>([] { WinCreateUniqueDirectory(u"C:\\"); }),
+    EXPECT_EQ(WinCreateUniqueDirectory(u"C:\\"), u"C:\\tmp3.tmp\\");
+    const size_t before = CountNewFiles();
+    const auto makeFile = [] { WinCreateUniqueFile(u"C:\\", u"x.wav"); };
+    const auto makeFolder = [] { WinCreateUniqueDirectory(u"C:\\"); };
+    fOps.Script("MakeTempName", {kUnknownError, kUnknownError});
+    EXPECT_EQ(TextRaised<XCreate>(makeFile), "GetTempFileName() failed to create unique file");
+    EXPECT_EQ(TextRaised<XNotFound>(makeFolder),
               "GetTempFileName failed with unrecognized error type");
-    fOps.Script("MakeFolder", {kUnknownError});
-    EXPECT_EQ(TextRaised<XCreate>([] { WinCreateUniqueDirectory(u"C:\\"); }),
-              "Failed to create unique directory");
-    fOps.Script("MakeFolder", {kError_AccessDenied});
-    EXPECT_THROW(WinCreateUniqueDirectory(u"C:\\"), XPermission);
+    fOps.Script("Move", {kError_AlreadyExists});
+    EXPECT_EQ(TextRaised<XCreate>(makeFile), "Failed to create unique file");
+    fOps.Script("MakeFolder", {kError_AccessDenied, kUnknownError});
+    EXPECT_THROW(makeFolder(), XPermission);
+    EXPECT_EQ(TextRaised<XCreate>(makeFolder), "Failed to create unique directory");
     fOps.Script("MakeFolder", std::vector<uint32_t>(65535, kError_AlreadyExists));
-    EXPECT_EQ(TextRaised<XCreate>([] { WinCreateUniqueDirectory(u"C:\\"); }),
-              "Failed to create unique directory");
+    EXPECT_EQ(TextRaised<XCreate>(makeFolder), "Failed to create unique directory");
+    EXPECT_EQ(CountNewFiles(), before);
 }
 
 TEST_F(SafeSaving, ReadsAndWritesTellWhatWentWrong) {
-    COpenReadWriteFileImpl file(kTarget, kOpenMode_CreateNew);
+    COpenReadWriteFileImpl file(kOther, kOpenMode_CreateNew);
     uint8_t bytes[8] = {1, 2, 3, 4};
     file.Write(0, 4, bytes);
     EXPECT_NO_THROW(file.Read(100, 0, bytes));
-    EXPECT_EQ(TextRaised<XRead>([&] { file.Read(4, 1, bytes); }),
-              "COpenReadWriteFileImpl::Read start pos beyond file end");
-    EXPECT_EQ(TextRaised<XRead>([&] { file.Read(3, 2, bytes); }), "ReadFile failed");
-    fOps.Script("Read", {kUnknownError});
-    EXPECT_EQ(TextRaised<XRead>([&] { file.Read(0, 1, bytes); }),
-              "ReadFile failed with unrecognized error type");
-    fOps.Script("Write", {kUnknownError, kError_DiskFull});
-    EXPECT_EQ(TextRaised<XWrite>([&] { file.Write(0, 1, bytes); }),
-              "WriteFile failed with unrecognized error type");
+    ExpectFailures(fOps,
+                   {{TextRaised<XRead>, [&] { file.Read(4, 1, bytes); },
+                     "COpenReadWriteFileImpl::Read start pos beyond file end"},
+                    {TextRaised<XRead>, [&] { file.Read(3, 2, bytes); }, "ReadFile failed"},
+                    {TextRaised<XRead>, [&] { file.Read(0, 1, bytes); }, "ReadFile", "Read"},
+                    {TextRaised<XWrite>, [&] { file.Write(0, 1, bytes); }, "WriteFile", "Write"},
+                    {TextRaised<XRead>, [&] { file.GetSize(); }, "GetFileSize", "ReadSize"},
+                    {TextRaised<XNotFound>, [] { COpenReadFileImpl missing(u"C:\\c"); },
+                     "WinDoesFileExist failed"},
+                    {TextRaised<XNotFound>, [] { COpenReadFileImpl folder(u"C:\\Temp\\"); },
+                     "WinIsValidFilePath failed"}});
+    fOps.Script("Write", {kError_DiskFull});
     EXPECT_THROW(file.Write(0, 1, bytes), XOutOfSpace);
-    fOps.Script("ReadSize", {kUnknownError});
-    EXPECT_EQ(TextRaised<XRead>([&] { file.GetSize(); }),
-              "GetFileSize failed with unrecognized error type");
-    EXPECT_EQ(TextRaised<XNotFound>([] { COpenReadFileImpl missing(kOther); }),
-              "WinDoesFileExist failed");
-    EXPECT_EQ(TextRaised<XNotFound>([] { COpenReadFileImpl folder(u"C:\\Temp\\"); }),
-              "WinIsValidFilePath failed");
 }
 
 } // namespace
