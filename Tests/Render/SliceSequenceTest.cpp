@@ -2,6 +2,9 @@
 #include "LoopLibrary/Render/SliceGate.h"
 #include "Tests/Render/RenderTestTools.h"
 
+#include <algorithm>
+#include <map>
+
 namespace NSLOPDLL {
 namespace {
 
@@ -37,43 +40,32 @@ TEST(SliceSequence, SensitivitySelectsByLevel) {
     EXPECT_FALSE(sequence.IsActive(MakeSlice(0, kSliceKind_Hidden, 32767)));
 }
 
+// Slices outside the sample are dropped. At one position the highest level wins, the strongest kind
+// (hidden, level, forced) and the first one's mute.
 TEST(SliceSequence, InsertionSortsDropsAndMerges) {
-    SSliced sliced(1000);
-    CSliceSequence& sequence = sliced.fSequence;
-    for (const uint32_t position : {1000U, 0x80000000U, 0xFFFFFFFFU, 999U, 0U}) {
-        sequence.InsertSlice(MakeSlice(position)); // the first three lie outside
-    }
-    sequence.InsertSlice(MakeSlice(500, kSliceKind_Hidden, 10, true));
-    // A kind and level that are put in, and what stands there then.
-    using Merge = std::array<int16_t, 4>;
-    for (const auto& [kind, level, mergedKind, mergedLevel] :
-         {Merge{kSliceKind_Hidden, 5, kSliceKind_Hidden, 10},
-          Merge{kSliceKind_Level, 20, kSliceKind_Level, 20},
-          Merge{kSliceKind_Hidden, 1, kSliceKind_Level, 20},
-          Merge{kSliceKind_Forced, 1, kSliceKind_Forced, 20},
-          Merge{kSliceKind_Level, 30, kSliceKind_Forced, 30}}) {
-        sequence.InsertSlice(MakeSlice(500, kind, level));
-        const CSlice merged = MakeSlice(500, mergedKind, mergedLevel, true);
-        EXPECT_EQ(sequence.GetSlices(), (std::vector{MakeSlice(0), merged, MakeSlice(999)}));
-    }
-}
-
-TEST(SliceSequence, BatchIsInsertionOneByOne) {
     for (uint32_t seed = 0; seed < 50; ++seed) {
         CTestNoise noise(seed);
         SSliced oneByOne(90);
-        SSliced batch(90);
-        for (int round = 0; round < 2; ++round) {
-            std::vector<CSlice> slices;
-            for (int i = 0; i < 60; ++i) {
-                slices.push_back(MakeSlice(
-                    static_cast<uint32_t>(noise.Within(-3, 99)), noise.Within(1, 3),
-                    static_cast<int16_t>(noise.Within(-100, 100)), noise.Within(0, 1) == 1));
-                oneByOne.fSequence.InsertSlice(slices.back());
+        std::map<uint32_t, CSlice> model;
+        std::vector<CSlice> slices(120);
+        for (CSlice& slice : slices) {
+            slice =
+                MakeSlice(static_cast<uint32_t>(noise.Within(-3, 99)), noise.Within(1, 3),
+                          static_cast<int16_t>(noise.Within(-100, 100)), noise.Within(0, 1) == 1);
+            oneByOne.fSequence.InsertSlice(slice);
+            CSlice& kept = model.try_emplace(slice.GetPosition(), slice).first->second;
+            kept.SetLevel(std::max(kept.GetLevel(), slice.GetLevel()));
+            if (kept.GetKind() == kSliceKind_Hidden || slice.GetKind() == kSliceKind_Forced) {
+                kept.SetKind(slice.GetKind());
             }
-            batch.fSequence.InsertSlices(slices);
-            ASSERT_EQ(batch.fSequence.GetSlices(), oneByOne.fSequence.GetSlices()) << seed;
         }
+        SSliced batches(90, {slices.begin(), slices.begin() + 60});
+        batches.fSequence.InsertSlices({slices.begin() + 60, slices.end()});
+        model.erase(model.lower_bound(90), model.end());
+        const auto& found = oneByOne.fSequence.GetSlices();
+        ASSERT_TRUE(std::equal(found.begin(), found.end(), model.begin(), model.end(),
+                               [](const CSlice& a, const auto& b) { return a == b.second; }));
+        ASSERT_EQ(batches.fSequence.GetSlices(), found);
     }
 }
 
