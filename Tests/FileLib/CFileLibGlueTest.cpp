@@ -35,7 +35,7 @@ int32_t StatusOf(const TCall& call) {
     return Ask(call).fStatus;
 }
 
-// The path of the spec that a call gives; empty after a failure.
+// The path of what a call gives; empty after a failure.
 template <class TCall>
 std::u16string PathFrom(const TCall& call) {
     const auto answer = Ask(call);
