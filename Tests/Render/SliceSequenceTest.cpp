@@ -136,9 +136,10 @@ TEST(SliceSequence, FindsNearestAndSnaps) {
     SSliced exact(1000, {MakeSlice(10, kSliceKind_Hidden, 0), MakeSlice(20, kSliceKind_Forced, 3)});
     EXPECT_TRUE(exact.fSequence.HasSliceAt(10));
     EXPECT_FALSE(exact.fSequence.HasSliceAt(11));
-    EXPECT_FALSE(exact.fSequence.FindSliceAt(30, slice));
-    EXPECT_TRUE(exact.fSequence.FindSliceAt(20, slice));
-    EXPECT_EQ(slice.GetLevel(), 3);
+    CSlice found;
+    EXPECT_FALSE(exact.fSequence.FindSliceAt(30, found));
+    EXPECT_TRUE(exact.fSequence.FindSliceAt(20, found));
+    EXPECT_EQ(found.GetLevel(), 3);
     EXPECT_FALSE(SSliced(1000).fSequence.FindNearest(5, slice));
     EXPECT_EQ(slice, hidden);
     EXPECT_EQ(SSliced(1000).fSequence.SnapToSlice(123, 1000), 123U);
