@@ -94,8 +94,8 @@ TEST(TSLAppChunk, ExportedSliceCountAndStretch) {
     EXPECT_EQ(chunk.CountExportedSlices(10, 20), 1);
 
     const int16_t percents[] = {0, 5, 10, 15, 20, 25, 30, 40, 50, 60, 70, 80, 90, 100, 100};
-    for (uint16_t i = 0; i < std::size(percents); ++i) {
-        chunk.fStretchIndex = i;
+    for (size_t i = 0; i < std::size(percents); ++i) {
+        chunk.fStretchIndex = static_cast<uint16_t>(i);
         EXPECT_EQ(chunk.GetStretchPercent(), percents[i]);
     }
 }

@@ -118,7 +118,7 @@ TEST(NameMaking, TakesNamesAndPathsApart) {
     for (const char16_t* path : {u"C:\\a\\|b", u"|b", u"C:\\a\\|"}) {
         std::u16string whole = path;
         SplitPath(whole.erase(whole.find(u'|'), 1), first, second);
-        EXPECT_EQ(first + u'|' + second, path);
+        EXPECT_EQ(first.append(1, u'|').append(second), path);
     }
     const struct {
         std::u16string fPath, fParent, fVolume, fName;
