@@ -89,6 +89,8 @@ void WriteWav(const std::string& path, int32_t sampleRate, size_t channels, size
     if (file == nullptr) {
         throw CToolFailure(path + ": cannot write WAV: " + sf_strerror(nullptr));
     }
+    // That chunk holds the time of writing: the same audio would make different files.
+    sf_command(file.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
     for (size_t first = 0; first < frames;) {
         StopIfInterrupted();
         const size_t count = std::min(frames - first, static_cast<size_t>(kLotFrames));
