@@ -181,4 +181,15 @@ std::vector<uint8_t> WriteFlatTree(const SIFFChunk& root) {
     return Finished(media, root);
 }
 
+std::vector<uint8_t> WriteEditedTree(SIFFChunk root, const ChunkEdit& edit,
+                                     std::vector<uint8_t> (*write)(const SIFFChunk&),
+                                     const std::vector<uint8_t>& trailingBytes) {
+    if (edit) {
+        edit(root);
+    }
+    std::vector<uint8_t> bytes = write(root);
+    bytes.insert(bytes.end(), trailingBytes.begin(), trailingBytes.end());
+    return bytes;
+}
+
 } // namespace NSLoopWriter

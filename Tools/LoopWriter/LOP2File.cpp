@@ -163,13 +163,7 @@ SIFFChunk BuildLOP2Chunks(const SLOP2File& file) {
 }
 
 std::vector<uint8_t> WriteLOP2(const SLOP2File& file) {
-    SIFFChunk root = BuildLOP2Chunks(file);
-    if (file.fEdit) {
-        file.fEdit(root);
-    }
-    std::vector<uint8_t> bytes = WriteNestedTree(root);
-    bytes.insert(bytes.end(), file.fTrailingBytes.begin(), file.fTrailingBytes.end());
-    return bytes;
+    return WriteEditedTree(BuildLOP2Chunks(file), file.fEdit, WriteNestedTree, file.fTrailingBytes);
 }
 
 } // namespace NSLoopWriter

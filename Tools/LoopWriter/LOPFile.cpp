@@ -37,13 +37,7 @@ SIFFChunk BuildLOPChunks(const SLOPFile& file) {
 }
 
 std::vector<uint8_t> WriteLOP(const SLOPFile& file) {
-    SIFFChunk root = BuildLOPChunks(file);
-    if (file.fEdit) {
-        file.fEdit(root);
-    }
-    std::vector<uint8_t> bytes = WriteFlatTree(root);
-    bytes.insert(bytes.end(), file.fTrailingBytes.begin(), file.fTrailingBytes.end());
-    return bytes;
+    return WriteEditedTree(BuildLOPChunks(file), file.fEdit, WriteFlatTree, file.fTrailingBytes);
 }
 
 } // namespace NSLoopWriter

@@ -48,13 +48,7 @@ SIFFChunk BuildTSLChunks(const STSLFile& file) {
 }
 
 std::vector<uint8_t> WriteTSL(const STSLFile& file) {
-    SIFFChunk root = BuildTSLChunks(file);
-    if (file.fEdit) {
-        file.fEdit(root);
-    }
-    std::vector<uint8_t> bytes = WriteFlatTree(root);
-    bytes.insert(bytes.end(), file.fTrailingBytes.begin(), file.fTrailingBytes.end());
-    return bytes;
+    return WriteEditedTree(BuildTSLChunks(file), file.fEdit, WriteFlatTree, file.fTrailingBytes);
 }
 
 } // namespace NSLoopWriter
