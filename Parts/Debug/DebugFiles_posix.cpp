@@ -1,6 +1,7 @@
 #include "Debug/DebugFiles.h"
 
 #include "Debug/UserFolders_posix.h"
+#include "Debug/WriteAll_posix.h"
 #include "FileLib/Source/Win/PosixNameCodec.h"
 
 #include <fcntl.h>
@@ -21,21 +22,6 @@ std::string Native(const std::u16string& path) {
 int OpenFile(const std::u16string& path, int flags) {
     const std::string native = Native(path);
     return native.empty() ? -1 : open(native.c_str(), flags | O_CLOEXEC, 0666);
-}
-
-bool WriteAll(int file, const char* bytes, size_t count) {
-    while (count > 0) {
-        const ssize_t written = write(file, bytes, count);
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
-        if (written <= 0) {
-            return false;
-        }
-        bytes += written;
-        count -= static_cast<size_t>(written);
-    }
-    return true;
 }
 
 bool CopyBytes(int source, int target) {

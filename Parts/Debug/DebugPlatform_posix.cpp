@@ -1,5 +1,7 @@
 #include "Debug/DebugPlatform.h"
 
+#include "Debug/WriteAll_posix.h"
+
 #include <unistd.h>
 
 #include <atomic>
@@ -25,15 +27,7 @@ struct SSlots {
 } // namespace
 
 void SendToDebugOutput(const char* text) noexcept {
-    size_t left = std::strlen(text);
-    while (left > 0) {
-        const ssize_t written = write(STDERR_FILENO, text, left);
-        if (written <= 0) {
-            return;
-        }
-        text += written;
-        left -= static_cast<size_t>(written);
-    }
+    WriteAll(STDERR_FILENO, text, std::strlen(text));
 }
 
 uint32_t GetCurrentThreadNumber() noexcept {

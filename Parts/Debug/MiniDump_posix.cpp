@@ -3,6 +3,7 @@
 #include "Debug/ProcessMemory_posix.h"
 #include "Debug/ProcessThreads_posix.h"
 #include "Debug/ThreadRegisters_posix.h"
+#include "Debug/WriteAll_posix.h"
 #include "FileLib/Source/Win/PosixNameCodec.h"
 
 #include <elf.h>
@@ -23,22 +24,6 @@ namespace {
 constexpr uint64_t kPageSize = 4096;
 // The count of segments of an ELF file has 16 bits, and 0xFFFF means something else.
 constexpr size_t kMostSegments = 0xFF00;
-
-bool WriteBytes(int file, const void* data, size_t count) {
-    const auto* bytes = static_cast<const char*>(data);
-    while (count > 0) {
-        const ssize_t written = write(file, bytes, count);
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
-        if (written <= 0) {
-            return false;
-        }
-        bytes += written;
-        count -= static_cast<size_t>(written);
-    }
-    return true;
-}
 
 // A mapping cut at the ends of the ranges that are dumped: each piece is wholly dumped or not at
 // all. Pieces that are not dumped tell the debugger what lies there.
@@ -109,7 +94,7 @@ bool WriteMemory(int file, int memory, const Elf64_Phdr& segment) {
             pread(memory, buffer.data(), count, static_cast<off_t>(segment.p_vaddr + done));
         const size_t valid = got > 0 ? static_cast<size_t>(got) : 0;
         std::fill(buffer.begin() + valid, buffer.begin() + count, '\0');
-        if (!WriteBytes(file, buffer.data(), count)) {
+        if (!WriteAll(file, buffer.data(), count)) {
             return false;
         }
         done += count;
@@ -142,11 +127,11 @@ bool WriteCore(int file, int memory, const ucontext_t& context, int signal) {
         segment.p_offset = offset;
         offset += segment.p_filesz;
     }
-    return WriteBytes(file, &header, sizeof header) &&
-           WriteBytes(file, &noteSegment, sizeof noteSegment) &&
-           WriteBytes(file, segments.data(), segments.size() * sizeof(Elf64_Phdr)) &&
-           WriteBytes(file, notes.data(), notes.size()) &&
-           WriteBytes(file, padding.data(), padding.size()) &&
+    return WriteAll(file, &header, sizeof header) &&
+           WriteAll(file, &noteSegment, sizeof noteSegment) &&
+           WriteAll(file, segments.data(), segments.size() * sizeof(Elf64_Phdr)) &&
+           WriteAll(file, notes.data(), notes.size()) &&
+           WriteAll(file, padding.data(), padding.size()) &&
            std::all_of(segments.begin(), segments.end(), [&](const Elf64_Phdr& segment) {
                return WriteMemory(file, memory, segment);
            });
