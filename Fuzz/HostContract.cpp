@@ -42,7 +42,7 @@ extern "C" int32_t CheckProgress(int32_t percent, void* user) {
 // is known and not looked into here.
 bool IsGiant(const LOPInfo& stated) {
     const double minutes = stated.fPPQLength / (15.36 * std::max(stated.fLoopTempo, 1));
-    return minutes * 60.0 * stated.fSampleRate > 2e7;
+    return minutes * 60.0 * stated.fSampleRate > 5e6;
 }
 
 bool IsLoadResult(LOPResult result) {
