@@ -16,9 +16,8 @@ constexpr uint32_t kSampleLoopMode_Forward = 2;
 
 // The audio of a loop or of a rendered slice: one or two planes of integer frames with a rate and
 // an optional loop range. The accessors convert between the stored depth and four views:
-//   Float        normalized; reading divides by 2^15 or 2^23, writing multiplies by 32767 or
-//   8388607.
-//                The asymmetry is part of the sound.
+//   Float        normalized; reading divides by 2^15 or 2^23, writing multiplies by 2^15 - 1 or
+//                2^23 - 1. The asymmetry is part of the sound.
 //   16Bit        signed 16-bit integers
 //   24Bit        signed 24-bit integers in 32-bit words
 //   24BitFloat   floats in 24-bit scale

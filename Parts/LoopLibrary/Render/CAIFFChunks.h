@@ -54,7 +54,7 @@ struct CAIFFInstrumentChunk {
     uint8_t fHighNote = 127;
     uint8_t fLowVelocity = 1;
     uint8_t fHighVelocity = 127;
-    // In decibels, signed as the file format has it.
+    // The bits of a signed number of decibels, which nothing here acts on.
     uint16_t fGain = 0;
     CAIFFLoop fSustainLoop;
     CAIFFLoop fReleaseLoop;

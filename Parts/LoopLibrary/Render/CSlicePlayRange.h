@@ -11,8 +11,8 @@ struct CSlicePlayRange {
     int32_t fEnd = 0;       // frame behind the last
     int32_t fTailStart = 0; // first frame of the tail region
     int32_t fTailEnd = 0;   // where the tail region turns around
-    float fTailGain =
-        0.0F; // level at the tail's end over the level at its start; 1.0 without a tail
+    // Level at the tail's end over the level at its start; 1.0 without a tail.
+    float fTailGain = 0.0F;
 
     friend bool operator==(const CSlicePlayRange&, const CSlicePlayRange&) = default;
 };

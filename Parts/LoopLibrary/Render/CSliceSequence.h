@@ -43,9 +43,8 @@ public:
     // Removes the first slice at or behind the position of `slice`, if there is one.
     void RemoveSliceAt(const CSlice& slice);
 
-    // The level above which slices of kSliceKind_Level are active at a sensitivity: 32767 at 0, 0
-    // at
-    // 99. Narrowed to 16 bits, also for a sensitivity beyond that range.
+    // The level above which slices of kSliceKind_Level are active: 32767 at a sensitivity of 0,
+    // and 0 at 99. Narrowed to 16 bits, also for a sensitivity beyond that range.
     static int16_t ThresholdFor(int32_t sensitivity) noexcept;
     bool IsActive(const CSlice& slice) const noexcept;
     // Gives every slice its length: active ones reach to the next active one or to where the gate
