@@ -104,7 +104,6 @@ public:
 
     // Builds the picture of the present audio; one frame is read once. Replaces an older picture.
     void CreatePreview();
-    bool HasPreview() const noexcept { return fPreview != nullptr; }
     // Null before CreatePreview.
     const CWaveSamplePreview* GetPreview() const noexcept { return fPreview.get(); }
 

@@ -1,5 +1,6 @@
 #include "LoopLibrary/Render/CDSPTables.h"
 
+#include <array>
 #include <bit>
 #include <cmath>
 

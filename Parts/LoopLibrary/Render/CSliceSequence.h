@@ -21,7 +21,6 @@ public:
     CSliceSequence& operator=(const CSliceSequence&) = default;
     virtual ~CSliceSequence();
 
-    const CABCWaveSample* GetWaveSample() const noexcept { return fWaveSample; }
     size_t GetSliceCount() const noexcept { return fSlices.size(); }
     const CSlice& GetSlice(size_t index) const noexcept { return fSlices[index]; }
     const std::vector<CSlice>& GetSlices() const noexcept { return fSlices; }
