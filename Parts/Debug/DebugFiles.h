@@ -11,7 +11,7 @@ namespace NSDebugPackage {
 bool PathExists(const std::u16string& path);
 bool MakeFolder(const std::u16string& path);
 bool RemoveFile(const std::u16string& path);
-// Over a file of the target's name.
+// Over a file of the target's name, but not of a file onto itself.
 bool CopyOneFile(const std::u16string& source, const std::u16string& target);
 
 // Of the user. False when the platform knows none.

@@ -1,5 +1,6 @@
 #include "Debug/DebugFiles.h"
 
+#include "Debug/CDescriptor_posix.h"
 #include "Debug/UserFolders_posix.h"
 #include "Debug/WriteAll_posix.h"
 #include "FileLib/Source/Win/PosixNameCodec.h"
@@ -22,6 +23,13 @@ std::string Native(const std::u16string& path) {
 int OpenFile(const std::u16string& path, int flags) {
     const std::string native = Native(path);
     return native.empty() ? -1 : open(native.c_str(), flags | O_CLOEXEC, 0666);
+}
+
+bool IsSameFile(int a, int b) {
+    struct stat first {};
+    struct stat second {};
+    return fstat(a, &first) == 0 && fstat(b, &second) == 0 && first.st_dev == second.st_dev &&
+           first.st_ino == second.st_ino;
 }
 
 bool CopyBytes(int source, int target) {
@@ -65,17 +73,14 @@ bool RemoveFile(const std::u16string& path) {
 }
 
 bool CopyOneFile(const std::u16string& source, const std::u16string& target) {
-    const int from = OpenFile(source, O_RDONLY);
-    if (from < 0) {
+    const CDescriptor from(OpenFile(source, O_RDONLY));
+    if (!from.IsOpen()) {
         return false;
     }
-    const int to = OpenFile(target, O_WRONLY | O_CREAT | O_TRUNC);
-    bool copied = to >= 0 && CopyBytes(from, to);
-    close(from);
-    if (to >= 0) {
-        copied = close(to) == 0 && copied;
-    }
-    return copied;
+    CDescriptor to(OpenFile(target, O_WRONLY | O_CREAT));
+    // Emptied only now: the two names may be those of one file.
+    return to.IsOpen() && !IsSameFile(from.Get(), to.Get()) && ftruncate(to.Get(), 0) == 0 &&
+           CopyBytes(from.Get(), to.Get()) && to.Close();
 }
 
 bool FindDocumentsFolder(std::u16string& folder) {

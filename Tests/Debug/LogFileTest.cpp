@@ -72,21 +72,32 @@ TEST(LogFolders, MadeOnceAndFallingBack) {
     EXPECT_EQ(MakeLogFolder(missing, u"X"), missing);
 }
 
+TEST(LogFolders, CopiesReplaceFilesAndSpareTheSource) {
+    const CTestFolder folder;
+    const std::u16string source = folder.GetText() + u"a.log";
+    const std::u16string target = folder.GetText() + u"b.log";
+    std::ofstream(folder.GetPath() / "a.log") << std::string(100000, 'x');
+    std::ofstream(folder.GetPath() / "b.log") << std::string(200000, 'y');
+    EXPECT_TRUE(CopyOneFile(source, target));
+    EXPECT_EQ(ReadWholeFile(folder.GetPath() / "b.log"), std::string(100000, 'x'));
+    EXPECT_FALSE(CopyOneFile(source, source));
+    EXPECT_EQ(ReadWholeFile(folder.GetPath() / "a.log").size(), 100000U);
+    EXPECT_FALSE(CopyOneFile(folder.GetText() + u"missing.log", target));
+    EXPECT_FALSE(CopyOneFile(source, folder.GetText() + u"missing\\b.log"));
+}
+
 TEST(LogFolders, CopiesGoToTheDesktop) {
     const CTestFolder folder;
     std::ofstream(folder.GetPath() / "a.log") << "line";
     const std::string name = folder.GetPath().filename().string();
     std::u16string desktop;
-    if (!FindDesktopFolder(desktop)) {
-        EXPECT_FALSE(CopyLogToFolder(folder.GetUtf8Text(), "a.log", name));
-        return;
+    const bool isThere = FindDesktopFolder(desktop);
+    EXPECT_EQ(CopyLogToFolder(folder.GetUtf8Text(), "a.log", name), isThere);
+    if (isThere) {
+        const fs::path target = ToSystemPath(desktop) / name;
+        EXPECT_EQ(ReadWholeFile(target / "a.log"), "line");
+        fs::remove_all(target);
     }
-    const fs::path target = ToSystemPath(desktop) / name;
-    EXPECT_TRUE(CopyLogToFolder(folder.GetUtf8Text(), "a.log", name));
-    EXPECT_TRUE(CopyLogToFolder(folder.GetUtf8Text(), "a.log", name));
-    EXPECT_EQ(ReadWholeFile(target / "a.log"), "line");
-    EXPECT_FALSE(CopyLogToFolder(folder.GetUtf8Text(), "missing.log", name));
-    fs::remove_all(target);
 }
 
 TEST(DebugPackage, IsInertUntilItIsStarted) {
