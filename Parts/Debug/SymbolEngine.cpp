@@ -2,57 +2,36 @@
 
 #include "Debug/DebugPlatform.h"
 
-#include <mutex>
-
 namespace NSDebugPackage {
 
 namespace {
 
-// Guards the count and the pointer. The symbol lock lives as long as the engine, or until its last
-// user lets go of it.
-std::mutex gCountMutex;
-int gInitCount = 0;
-std::shared_ptr<NSSupport::CPlatformMutex> gSymbolLock;
+int gInitCount = 0; // under the symbol lock
 
-std::shared_ptr<NSSupport::CPlatformMutex> GetSymbolLock() {
-    const std::lock_guard<std::mutex> guard(gCountMutex);
-    return gSymbolLock;
+// One for all engines of the module's life: a lock that went with its engine could be held by a
+// late user while the next engine starts under another.
+NSSupport::CPlatformMutex& GetSymbolLock() {
+    static NSSupport::CPlatformMutex mutex;
+    return mutex;
 }
 
 } // namespace
 
 void InitSymbols() {
-    const std::lock_guard<std::mutex> guard(gCountMutex);
-    if (gInitCount == 0) {
-        gSymbolLock = std::make_shared<NSSupport::CPlatformMutex>();
-        if (!StartSymbolEngine()) {
-            SendToDebugOutput("DebugPackage::DebugWinInitUtils: SymInitialize failed!");
-        }
+    const CSymbolLock lock;
+    if (gInitCount == 0 && !StartSymbolEngine()) {
+        SendToDebugOutput("DebugPackage::DebugWinInitUtils: SymInitialize failed!");
     }
     ++gInitCount;
 }
 
 void ExitSymbols() {
-    const std::lock_guard<std::mutex> guard(gCountMutex);
+    const CSymbolLock lock;
     if (gInitCount > 0 && --gInitCount == 0) {
-        {
-            const NSSupport::CMutexLock lock(*gSymbolLock);
-            EndSymbolEngine();
-        }
-        gSymbolLock.reset();
+        EndSymbolEngine();
     }
 }
 
-CSymbolLock::CSymbolLock() : fLock(GetSymbolLock()) {
-    if (fLock) {
-        fLock->Lock();
-    }
-}
-
-CSymbolLock::~CSymbolLock() {
-    if (fLock) {
-        fLock->Unlock();
-    }
-}
+CSymbolLock::CSymbolLock() : fLock(GetSymbolLock()) {}
 
 } // namespace NSDebugPackage

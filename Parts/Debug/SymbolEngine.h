@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 
 namespace NSDebugPackage {
@@ -15,16 +14,14 @@ namespace NSDebugPackage {
 void InitSymbols();
 void ExitSymbols();
 
-// Holds the symbol lock for a scope. Without an engine there is no lock.
+// Holds the symbol lock for a scope; scopes of one thread may nest. Raises a plain std::exception
+// when the platform refuses the lock.
 class CSymbolLock {
 public:
     CSymbolLock();
-    ~CSymbolLock();
-    CSymbolLock(const CSymbolLock&) = delete;
-    CSymbolLock& operator=(const CSymbolLock&) = delete;
 
 private:
-    const std::shared_ptr<NSSupport::CPlatformMutex> fLock;
+    const NSSupport::CMutexLock fLock;
 };
 
 struct SCodeSymbol {
