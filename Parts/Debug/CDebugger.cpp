@@ -41,6 +41,14 @@ void AddToLevel(intptr_t delta) noexcept {
     SetThreadSlot(kThreadSlot_Level, GetThreadSlot(kThreadSlot_Level) + delta);
 }
 
+template <class Work>
+void IgnoreFailure(Work&& work) noexcept {
+    try {
+        work();
+    } catch (...) { // nothing is left that could be done
+    }
+}
+
 template <class Object>
 void RemoveFirst(std::vector<std::shared_ptr<Object>>& objects, const Object* object) {
     const auto found =
@@ -66,13 +74,12 @@ CDebugger::CDebugger(const std::string& name, const std::string& title, uint32_t
 }
 
 CDebugger::~CDebugger() {
-    try {
+    IgnoreFailure([this] {
         const CMutexLock lock(fStreamersMutex);
         WriteQueuedLines();
-        FlushStreamers();
-    } catch (...) {
-        // A streamer that fails takes its lines with it.
-    }
+    });
+    // Also when a streamer refused a line: others hold theirs.
+    IgnoreFailure([this] { Flush(); });
     if (fOwnsLogThread) {
         ClearLogThread();
     }
@@ -80,7 +87,7 @@ CDebugger::~CDebugger() {
         NSLichen::SetDebugger(nullptr);
     }
     fStreamers.clear();
-    ExitSymbols();
+    IgnoreFailure(ExitSymbols);
 }
 
 void CDebugger::Trace(const CFailureSite& site, const char* text) {
@@ -160,26 +167,25 @@ void CDebugger::WriteQueuedLines() {
     }
 }
 
+template <class Work>
+void CDebugger::ForEachStreamer(Work&& work) {
+    for (size_t i = 0; i < fStreamers.size(); ++i) {
+        // A streamer may add or remove streamers.
+        const std::shared_ptr<ITraceOutputStreamer> streamer = fStreamers[i];
+        work(*streamer);
+    }
+}
+
 void CDebugger::WriteLine(const NSSupport::SCalendarTime& time, uint32_t thread, uint32_t level,
                           const char* text) {
     TraceLine line;
     FormatTraceLine(time, thread, level, text, line);
-    for (size_t i = 0; i < fStreamers.size(); ++i) {
-        // A streamer may add or remove streamers.
-        const std::shared_ptr<ITraceOutputStreamer> streamer = fStreamers[i];
-        streamer->Write(line, sizeof line);
-    }
+    ForEachStreamer([&line](ITraceOutputStreamer& streamer) { streamer.Write(line, sizeof line); });
 }
 
 void CDebugger::Flush() {
     const CMutexLock lock(fStreamersMutex);
-    FlushStreamers();
-}
-
-void CDebugger::FlushStreamers() {
-    for (const auto& streamer : fStreamers) {
-        streamer->Flush();
-    }
+    ForEachStreamer([](ITraceOutputStreamer& streamer) { streamer.Flush(); });
 }
 
 void CDebugger::AddStreamer(const std::shared_ptr<ITraceOutputStreamer>& streamer) {

@@ -80,11 +80,12 @@ private:
     uint32_t GetLevel() const noexcept;
     void QueueLine(const NSLichen::CFailureSite& site, const NSSupport::SCalendarTime& time,
                    const char* text) noexcept;
+    // These under fStreamersMutex.
     void WriteQueuedLines();
-    // Both under fStreamersMutex.
     void WriteLine(const NSSupport::SCalendarTime& time, uint32_t thread, uint32_t level,
                    const char* text);
-    void FlushStreamers();
+    template <class Work>
+    void ForEachStreamer(Work&& work);
 
     std::string fName;
     std::string fTitle;

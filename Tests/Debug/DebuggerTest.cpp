@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -183,6 +184,32 @@ TEST_F(DebuggerTest, AStreamerThatTracesComesToAnEnd) {
     debugger.DrainTraceQueue();
     EXPECT_EQ(recorder->GetText(0), "queued");
     EXPECT_LT(recorder->fLines.size(), 100U);
+}
+
+class CFailingStreamer : public ITraceOutputStreamer {
+public:
+    void Write(const char*, size_t) override { throw std::runtime_error("full"); }
+    void Flush() override { throw std::runtime_error("full"); }
+};
+
+TEST_F(DebuggerTest, AStreamerThatFailsTakesNothingFromOthers) {
+    const auto recorder = std::make_shared<CRecordingStreamer>();
+    const auto failing = std::make_shared<CFailingStreamer>();
+    {
+        CDebugger debugger("X", "Title", kDebuggerFlag_OwnLogThread);
+        debugger.AddStreamer(failing);
+        debugger.AddStreamer(recorder);
+        OnOtherThread([&] { debugger.Trace({}, "queued"); });
+        EXPECT_THROW(debugger.DrainTraceQueue(), std::runtime_error);
+        debugger.RemoveStreamer(failing.get());
+        debugger.DrainTraceQueue();
+        ASSERT_EQ(recorder->fLines.size(), 1U);
+        EXPECT_EQ(recorder->GetText(0), "queued");
+        debugger.AddStreamer(failing);
+        OnOtherThread([&] { debugger.Trace({}, "late"); });
+    }
+    EXPECT_EQ(recorder->fLines.size(), 2U);
+    EXPECT_EQ(recorder->fFlushCount, 1);
 }
 
 TEST_F(DebuggerTest, AllThreadsAtOnce) {
