@@ -3,6 +3,7 @@
 #include "Debug/CDebugger.h"
 #include "Debug/DebugPlatform.h"
 #include "Debug/LogFolders.h"
+#include "Failure/Raise.h"
 #include "Support/CPlatformMutex.h"
 
 #include <atomic>
@@ -19,7 +20,7 @@ using DebuggerMap = std::map<std::string, std::shared_ptr<CDebugger>>;
 
 struct SRegistry {
     NSSupport::CPlatformMutex fMutex;
-    DebuggerMap fDebuggers; // destroyed before the mutex
+    DebuggerMap fDebuggers; // below the mutex, so that it goes first
 };
 
 // Owned; null while the package is not started.
@@ -43,15 +44,15 @@ void InitDebugPackage() {
     }
     auto registry = std::make_unique<SRegistry>();
     if (!AllocateThreadSlots()) {
-        throw std::bad_alloc();
+        NSLichen::Raise(std::bad_alloc());
     }
     gRegistry = registry.release();
 }
 
 void CloseAllDebuggers() {
-    const std::unique_ptr<SRegistry> registry(gRegistry.exchange(nullptr));
+    std::unique_ptr<SRegistry> registry(gRegistry.exchange(nullptr));
     if (registry) {
-        registry->fDebuggers.clear();
+        registry.reset(); // the debuggers write their last lines, for which they need the slots
         FreeThreadSlots();
     }
 }
@@ -101,8 +102,14 @@ void FlushAllDebuggers() {
     if (registry == nullptr) {
         return;
     }
-    const CMutexLock lock(registry->fMutex);
-    for (const auto& [name, debugger] : registry->fDebuggers) {
+    // Not under the registry's lock: a flush waits for the lines under way, and what writes those
+    // may look for a debugger by name.
+    DebuggerMap debuggers;
+    {
+        const CMutexLock lock(registry->fMutex);
+        debuggers = registry->fDebuggers;
+    }
+    for (const auto& [name, debugger] : debuggers) {
         debugger->Flush();
     }
 }
