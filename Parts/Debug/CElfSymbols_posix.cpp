@@ -1,8 +1,11 @@
 #include "Debug/CElfSymbols_posix.h"
 
+#include "Debug/CDescriptor_posix.h"
+
 #include <elf.h>
 #include <fcntl.h>
 #include <link.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -16,13 +19,13 @@ using Header = ElfW(Ehdr);
 using Section = ElfW(Shdr);
 using Symbol = ElfW(Sym);
 
-// No file of code has tables beyond this; a damaged one may claim to.
-constexpr uint64_t kLargestTable = uint64_t{1} << 30;
-
 // Count units from an offset of the file, none when they are not all there.
 template <class Unit>
 std::vector<Unit> ReadUnits(int file, uint64_t offset, uint64_t count) {
-    if (count > kLargestTable / sizeof(Unit) || offset > INT64_MAX - kLargestTable) {
+    struct stat status {};
+    const uint64_t end = fstat(file, &status) == 0 ? static_cast<uint64_t>(status.st_size) : 0;
+    // A damaged file may claim tables of any size.
+    if (offset > end || count > (end - offset) / sizeof(Unit)) {
         return {};
     }
     std::vector<Unit> units(count);
@@ -42,10 +45,9 @@ const Section* FindSection(const std::vector<Section>& sections, uint32_t type) 
 } // namespace
 
 CElfSymbols::CElfSymbols(const std::string& path) {
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file >= 0) {
-        ReadFunctions(file);
-        close(file);
+    const CDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (file.IsOpen()) {
+        ReadFunctions(file.Get());
     }
     std::sort(fFunctions.begin(), fFunctions.end(),
               [](const SFunction& a, const SFunction& b) { return a.fStart < b.fStart; });

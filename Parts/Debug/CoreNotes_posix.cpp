@@ -51,8 +51,9 @@ std::string MakeProcessInfo() {
     info.pr_pid = getpid();
     info.pr_ppid = getppid();
     info.pr_pgrp = getpgrp();
-    const std::string name = ReadSmallFile("/proc/self/comm");
-    std::copy_n(name.begin(), std::min(name.find('\n'), sizeof info.pr_fname - 1), info.pr_fname);
+    std::string name = ReadSmallFile("/proc/self/comm");
+    name.resize(std::min({name.size(), name.find('\n'), sizeof info.pr_fname - 1}));
+    std::copy(name.begin(), name.end(), info.pr_fname);
     std::string arguments = ReadSmallFile("/proc/self/cmdline");
     std::replace(arguments.begin(), arguments.end(), '\0', ' ');
     std::copy_n(arguments.begin(), std::min(arguments.size(), sizeof info.pr_psargs - 1),
