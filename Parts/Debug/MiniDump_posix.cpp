@@ -1,4 +1,7 @@
+#include "Debug/CDescriptor_posix.h"
+#include "Debug/CNewFile_posix.h"
 #include "Debug/CoreNotes_posix.h"
+#include "Debug/DumpReport_posix.h"
 #include "Debug/MiniDump.h"
 #include "Debug/ProcessMemory_posix.h"
 #include "Debug/ProcessThreads_posix.h"
@@ -9,10 +12,8 @@
 #include <elf.h>
 #include <fcntl.h>
 #include <ucontext.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -21,7 +22,6 @@ namespace NSDebugPackage {
 
 namespace {
 
-constexpr uint64_t kPageSize = 4096;
 // The count of segments of an ELF file has 16 bits, and 0xFFFF means something else.
 constexpr size_t kMostSegments = 0xFF00;
 
@@ -86,14 +86,15 @@ Elf64_Ehdr MakeHeader(size_t segmentCount) {
 
 // What cannot be read, since it is gone by now or is no memory, becomes zeros.
 bool WriteMemory(int file, int memory, const Elf64_Phdr& segment) {
-    std::array<char, 65536> buffer;
+    // Not on the stack: a handler of a fault may run on a small one of its own.
+    std::vector<char> buffer(std::min<uint64_t>(segment.p_filesz, 65536));
     for (uint64_t done = 0; done < segment.p_filesz;) {
         const auto count =
             static_cast<size_t>(std::min<uint64_t>(buffer.size(), segment.p_filesz - done));
         const ssize_t got =
             pread(memory, buffer.data(), count, static_cast<off_t>(segment.p_vaddr + done));
         const size_t valid = got > 0 ? static_cast<size_t>(got) : 0;
-        std::fill(buffer.begin() + valid, buffer.begin() + count, '\0');
+        std::fill(buffer.data() + valid, buffer.data() + count, '\0');
         if (!WriteAll(file, buffer.data(), count)) {
             return false;
         }
@@ -141,28 +142,25 @@ bool WriteCore(int file, int memory, const ucontext_t& context, int signal) {
 
 EDumpResult WriteProcessDump(const std::u16string& path, void* fault) {
     const std::string name = NSFileLibInternals::PosixFromNative(path);
-    // The dump holds what the process knows, so it is the user's alone.
-    const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (file < 0) {
-        return errno == EEXIST ? EDumpResult::kNameTaken : EDumpResult::kFailed;
+    CNewFile file(name);
+    if (!file.IsOpen()) {
+        return file.GetError() == EEXIST ? EDumpResult::kNameTaken : EDumpResult::kFailed;
     }
-    const int memory = open("/proc/self/mem", O_RDONLY | O_CLOEXEC);
+    const CDescriptor memory(open("/proc/self/mem", O_RDONLY | O_CLOEXEC));
     // This frame and those of the callers stay as they are while their memory is written.
     ucontext_t here{};
-    bool written = memory >= 0 && getcontext(&here) == 0;
-    if (written) {
-        const auto* const context = fault != nullptr ? static_cast<ucontext_t*>(fault) : &here;
-        // The context of a fault does not tell its signal; this is the usual one.
-        written = WriteCore(file, memory, *context, fault != nullptr ? SIGSEGV : 0);
+    if (!memory.IsOpen() || getcontext(&here) != 0) {
+        return EDumpResult::kFailed;
     }
-    if (memory >= 0) {
-        close(memory);
+    const auto* const context = fault != nullptr ? static_cast<ucontext_t*>(fault) : &here;
+    // The context of a fault does not tell its signal; this is the usual one.
+    const int signal = fault != nullptr ? SIGSEGV : 0;
+    if (!WriteCore(file.Get(), memory.Get(), *context, signal) || !file.Finish()) {
+        return EDumpResult::kFailed;
     }
-    written = close(file) == 0 && written;
-    if (!written) {
-        unlink(name.c_str());
-    }
-    return written ? EDumpResult::kWritten : EDumpResult::kFailed;
+    // Helpful, but no part of the dump.
+    WriteDumpReport(name + ".txt");
+    return EDumpResult::kWritten;
 }
 
 } // namespace NSDebugPackage

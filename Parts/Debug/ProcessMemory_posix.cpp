@@ -11,7 +11,6 @@ namespace NSDebugPackage {
 
 namespace {
 
-constexpr uint64_t kPageSize = 4096;
 // Code may use this much below its stack pointer.
 constexpr uint64_t kRedZone = 128;
 constexpr uint64_t kLargestStackPart = uint64_t{8} << 20;

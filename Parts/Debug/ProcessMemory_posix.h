@@ -6,6 +6,9 @@
 
 namespace NSDebugPackage {
 
+// Mappings begin and end at multiples of it, also where the pages of the system are larger.
+constexpr uint64_t kPageSize = 4096;
+
 struct SMemoryRange {
     uint64_t fStart = 0;
     uint64_t fEnd = 0;

@@ -89,6 +89,14 @@ TEST_F(CoreDumpTest, IsAnElfCoreWithTheStacks) {
     EXPECT_LT(bytes.size(), size_t{300} << 20);
 }
 
+TEST_F(CoreDumpTest, HasATextBesideIt) {
+    const std::string name = ToPosix(DumpFromHere(fDebugger)) + ".txt";
+    const std::string text = ReadWholeFile(name);
+    EXPECT_LT(text.find("DumpFromHere"), text.find("\nMemory map:\n")) << text;
+    EXPECT_NE(text.find("[stack]\n"), std::string::npos) << text;
+    EXPECT_EQ(std::filesystem::status(name).permissions(), std::filesystem::perms(0600));
+}
+
 TEST_F(CoreDumpTest, ShowsTheCallingFunctionAndWaitingThreads) {
     int pipes[2];
     ASSERT_EQ(pipe(pipes), 0);
