@@ -2,6 +2,7 @@
 
 #include "Failure/Raise.h"
 #include "Failure/XClasses.h"
+#include "PorterPackage/Core/CheckFormat.h"
 
 namespace NSPorter {
 
@@ -21,9 +22,7 @@ int64_t CIFFChunkHeader::GetHeaderSize() const {
 
 int64_t CIFFChunkHeader::GetDataSize() const {
     const int64_t typeSize = GetHeaderSize() - 8;
-    if (fSize < typeSize) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
+    CheckFormat(fSize >= typeSize);
     return fSize - typeSize;
 }
 

@@ -2,6 +2,7 @@
 
 #include "Failure/Raise.h"
 #include "Failure/XClasses.h"
+#include "PorterPackage/Core/CheckFormat.h"
 
 #include <boost/make_shared.hpp>
 
@@ -115,9 +116,7 @@ bool CIFFFileReader::TryEnter(int32_t kind, uint32_t id) {
 }
 
 void CIFFFileReader::Enter(int32_t kind, uint32_t id) {
-    if (!TryEnter(kind, id)) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
+    CheckFormat(TryEnter(kind, id));
 }
 
 void CIFFFileReader::Push(const boost::shared_ptr<CIFFReader2>& enclosing,

@@ -1,8 +1,7 @@
 #include "PorterPackage/Core/CIFFReader.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XClasses.h"
 #include "PorterPackage/Core/ByteOrder.h"
+#include "PorterPackage/Core/CheckFormat.h"
 
 #include <algorithm>
 #include <array>
@@ -14,12 +13,6 @@ namespace {
 // Group id, size and type.
 constexpr int64_t kGroupHeaderSize = 12;
 constexpr int64_t kChunkHeaderSize = 8;
-
-void CheckFormat(bool sound) {
-    if (!sound) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
-}
 
 } // namespace
 

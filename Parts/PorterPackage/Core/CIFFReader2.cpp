@@ -1,8 +1,7 @@
 #include "PorterPackage/Core/CIFFReader2.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XClasses.h"
 #include "PorterPackage/Core/CPartialMedia.h"
+#include "PorterPackage/Core/CheckFormat.h"
 #include "PorterPackage/Core/IFFGroupWords.h"
 
 #include <array>
@@ -10,12 +9,6 @@
 namespace NSPorter {
 
 namespace {
-
-void CheckFormat(bool sound) {
-    if (!sound) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
-}
 
 uint32_t ReadID(CMedia& media) {
     CheckFormat(media.BytesLeft() >= 4);

@@ -2,6 +2,7 @@
 
 #include "Failure/Raise.h"
 #include "Failure/XClasses.h"
+#include "PorterPackage/Core/CheckFormat.h"
 #include "PorterPackage/Core/SVersionRecord.h"
 #include "Text/CodePage.h"
 #include "Text/UnicodeConversion.h"
@@ -24,9 +25,7 @@ uint32_t ReadLength(CMedia& media) {
 }
 
 std::string ReadText(CMedia& media, uint32_t count) {
-    if (count > media.BytesLeft()) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
+    CheckFormat(count <= media.BytesLeft());
     std::string bytes(count, '\0');
     media.Read(count, reinterpret_cast<uint8_t*>(bytes.data()));
     return bytes;
@@ -84,17 +83,13 @@ void WriteCountedString(CMedia& media, const std::u16string& text) {
 
 std::u16string ReadUTF8String(CMedia& media) {
     const uint32_t count = ReadLength(media);
-    if (count >= kUTF8StringLimit) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
+    CheckFormat(count < kUTF8StringLimit);
     return NSTextPackage::Utf8ToUtf16Default(ReadText(media, count));
 }
 
 void WriteUTF8String(CMedia& media, const std::u16string& text) {
     const std::string bytes = NSTextPackage::Utf16ToUtf8(text);
-    if (bytes.size() >= kUTF8StringLimit) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
+    CheckFormat(bytes.size() < kUTF8StringLimit);
     WriteText(media, bytes);
 }
 

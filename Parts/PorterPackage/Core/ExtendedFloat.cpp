@@ -1,8 +1,7 @@
 #include "PorterPackage/Core/ExtendedFloat.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XClasses.h"
 #include "PorterPackage/Core/ByteOrder.h"
+#include "PorterPackage/Core/CheckFormat.h"
 
 #include <cmath>
 
@@ -28,9 +27,7 @@ double DecodeExtended(const std::array<uint8_t, kExtendedSize>& bytes) {
 }
 
 std::array<uint8_t, kExtendedSize> EncodeExtended(double value) {
-    if (!std::isfinite(value)) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
+    CheckFormat(std::isfinite(value));
     std::array<uint8_t, kExtendedSize> bytes{};
     if (value == 0.0) {
         return bytes;

@@ -1,8 +1,7 @@
 #include "PorterPackage/Core/SVersionRecord.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XClasses.h"
 #include "PorterPackage/Core/ByteOrder.h"
+#include "PorterPackage/Core/CheckFormat.h"
 
 #include <algorithm>
 #include <array>
@@ -17,12 +16,6 @@ constexpr int64_t kShortFormSize = 5;
 constexpr int64_t kLongFormRest = 24;
 // Stands in the place of a short form's numbers when the long form follows.
 constexpr uint8_t kLongFormMark = 255;
-
-void CheckFormat(bool sound) {
-    if (!sound) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
-}
 
 } // namespace
 

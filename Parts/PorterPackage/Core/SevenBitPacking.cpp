@@ -1,7 +1,6 @@
 #include "PorterPackage/Core/SevenBitPacking.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XClasses.h"
+#include "PorterPackage/Core/CheckFormat.h"
 
 namespace NSPorter {
 
@@ -23,9 +22,7 @@ std::vector<uint8_t> PackSevenBit(std::span<const uint8_t> source) {
 
 std::vector<uint8_t> UnpackSevenBit(std::span<const uint8_t> packed, size_t length) {
     // Groups are compared, since the packed size of a giant length would not fit.
-    if (length / 7 + (length % 7 != 0 ? 1 : 0) > packed.size() / 8) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
+    CheckFormat(length / 7 + (length % 7 != 0 ? 1 : 0) <= packed.size() / 8);
     std::vector<uint8_t> bytes(length);
     for (size_t i = 0; i < length; ++i) {
         const size_t group = i / 7 * 8;
