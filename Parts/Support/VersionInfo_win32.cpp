@@ -1,16 +1,14 @@
 #include "Support/OwnModule_win32.h"
 #include "Support/VersionInfo.h"
+#include "Support/WideText_win32.h"
 #include "Text/UnicodeConversion.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace NSSupport {
 
 namespace {
-
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
 
 class CVersionInfoWin : public IVersionInfo {
 public:
@@ -34,15 +32,17 @@ public:
         if (!VerQueryValueW(fBlock.data(), Wide(path), &data, &length)) {
             return std::nullopt;
         }
-        std::u16string text(static_cast<const char16_t*>(data), length);
+        // A damaged block may claim more than it holds, or call a text binary and count its bytes.
+        const auto* const units = static_cast<const char16_t*>(data);
+        const auto* const end = reinterpret_cast<const char16_t*>(fBlock.data() + fBlock.size());
+        std::u16string text(units, std::min<size_t>(length, static_cast<size_t>(end - units)));
         // The length counts the terminator, where the resource has one.
         text.resize(std::min(text.size(), text.find(u'\0')));
         return NSTextPackage::Utf16ToUtf8(text);
     }
 
 private:
-    // The call for a value takes the block as const void*.
-    std::vector<uint8_t> fBlock;
+    const std::vector<uint8_t> fBlock;
 };
 
 } // namespace
