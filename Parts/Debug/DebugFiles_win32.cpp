@@ -1,5 +1,7 @@
 #include "Debug/DebugFiles.h"
 
+#include "Support/WideText_win32.h"
+
 #include <windows.h>
 
 #include <objbase.h>
@@ -7,11 +9,9 @@
 
 namespace NSDebugPackage {
 
-namespace {
+using NSSupport::Wide;
 
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
+namespace {
 
 HANDLE ToHandle(intptr_t file) {
     return reinterpret_cast<HANDLE>(file);

@@ -1,5 +1,7 @@
 #include "Debug/MiniDump.h"
 
+#include "Support/WideText_win32.h"
+
 #include <windows.h>
 
 #include <dbghelp.h>
@@ -29,7 +31,7 @@ bool WriteDumpInto(HANDLE file, void* fault) {
 } // namespace
 
 EDumpResult WriteProcessDump(const std::u16string& path, void* fault) {
-    const auto* const name = reinterpret_cast<const wchar_t*>(path.c_str());
+    const wchar_t* const name = NSSupport::Wide(path);
     const HANDLE file =
         CreateFileW(name, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {

@@ -2,6 +2,7 @@
 #include "Failure/Raise.h"
 #include "Failure/XClasses.h"
 #include "Support/CDLLLoaderWin.h"
+#include "Support/WideText_win32.h"
 
 #include <windows.h>
 
@@ -14,9 +15,9 @@ namespace {
 std::u16string FindModuleFile(const std::u16string& name) {
     std::u16string path(MAX_PATH, u'\0');
     for (;;) {
-        const DWORD length = SearchPathW(nullptr, reinterpret_cast<const wchar_t*>(name.c_str()),
-                                         L".dll", static_cast<DWORD>(path.size()),
-                                         reinterpret_cast<wchar_t*>(path.data()), nullptr);
+        const DWORD length =
+            SearchPathW(nullptr, Wide(name), L".dll", static_cast<DWORD>(path.size()),
+                        reinterpret_cast<wchar_t*>(path.data()), nullptr);
         if (length < path.size()) {
             path.resize(length);
             return path;
@@ -38,8 +39,7 @@ IOpenDLL::Address COpenDLLWin::FindAddress(const std::string& name) const {
 
 std::unique_ptr<IOpenDLL> CDLLLoaderWin::Open(const std::u16string& name) {
     const std::u16string path = FindModuleFile(name);
-    const HMODULE module =
-        path.empty() ? nullptr : LoadLibraryW(reinterpret_cast<const wchar_t*>(path.c_str()));
+    const HMODULE module = path.empty() ? nullptr : LoadLibraryW(Wide(path));
     if (module == nullptr) {
         NSLichen::RaiseWithTarget(NSLichen::XNotFound("LoadLibrary failed"), NSLichen::DllWord());
     }

@@ -2,16 +2,13 @@
 
 #include "PorterPackage/Core/CMemoryMedia.h"
 #include "Support/OwnModule_win32.h"
+#include "Support/WideText_win32.h"
 #include "Text/Comparison.h"
 #include "Text/UnicodeConversion.h"
 
 namespace NSSupport {
 
 namespace {
-
-const wchar_t* Wide(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
 
 BOOL CALLBACK AddName(HMODULE, const wchar_t*, wchar_t* name, LONG_PTR names) {
     if (!IS_INTRESOURCE(name)) {
