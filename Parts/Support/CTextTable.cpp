@@ -3,6 +3,7 @@
 #include "Failure/Raise.h"
 #include "Failure/XClasses.h"
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 

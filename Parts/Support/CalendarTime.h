@@ -20,9 +20,9 @@ struct SCalendarTime {
 };
 static_assert(sizeof(SCalendarTime) == 16);
 
-// The years 1601 to 30827. False for a time beyond them.
+// False from 2^63 on, which lies in the year 30828.
 bool FileTimeToCalendar(FileTime time, SCalendarTime& calendar) noexcept;
-// False for a record that is no date of those years; fDayOfWeek is not looked at.
+// False for a record that is no date of the years 1601 to 30827; fDayOfWeek is not looked at.
 bool CalendarToFileTime(const SCalendarTime& calendar, FileTime& time) noexcept;
 
 // Real-time safe: neither waits nor allocates.
