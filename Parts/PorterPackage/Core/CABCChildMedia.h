@@ -12,4 +12,11 @@ public:
     virtual void Flush(bool recursive) = 0;
 };
 
+// A media that lies inside no other one has nobody to tell.
+inline void FlushIfChild(CMedia& media, bool recursive) {
+    if (auto* child = dynamic_cast<CABCChildMedia*>(&media)) {
+        child->Flush(recursive);
+    }
+}
+
 } // namespace NSPorter

@@ -62,9 +62,7 @@ void CIFFFileWriter::Leave() {
     }
     const CIFFChunkHeader header = fLevels.top()->fHeader;
     const int64_t dataSize = GetMedia()->GetLength();
-    if (auto* child = dynamic_cast<CABCChildMedia*>(GetMedia())) {
-        child->Flush(false);
-    }
+    FlushIfChild(*GetMedia(), false);
     Pop();
     fCurrent->EndChunk(header, dataSize);
 }

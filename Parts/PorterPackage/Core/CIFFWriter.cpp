@@ -40,7 +40,7 @@ void CIFFWriter::EndGroup() {
     CheckSequence(fGroupStart != kNoValueYet && fChunkStart == kNoValueYet);
     PatchSize(fGroupStart);
     fGroupStart = kNoValueYet;
-    FlushMedia();
+    FlushIfChild(*fMedia, false);
 }
 
 void CIFFWriter::BeginChunk(uint32_t id) {
@@ -54,13 +54,13 @@ void CIFFWriter::EndChunk() {
     CheckSequence(fChunkStart != kNoValueYet);
     PatchSize(fChunkStart);
     fChunkStart = kNoValueYet;
-    FlushMedia();
+    FlushIfChild(*fMedia, false);
 }
 
 void CIFFWriter::WriteChunk(uint32_t id, const uint8_t* data, int64_t count) {
     BeginChunk(id);
     Write(count, data);
-    FlushMedia();
+    FlushIfChild(*fMedia, false);
     EndChunk();
 }
 
@@ -89,12 +89,6 @@ void CIFFWriter::PatchSize(int64_t start) {
     fMedia->SetPosition(end);
     if (fPadded && ((end - start) & 1) != 0) {
         fMedia->WriteU8(0);
-    }
-}
-
-void CIFFWriter::FlushMedia() {
-    if (auto* child = dynamic_cast<CABCChildMedia*>(fMedia)) {
-        child->Flush(false);
     }
 }
 

@@ -34,7 +34,6 @@ public:
 private:
     void WriteSize(uint32_t size);
     void PatchSize(int64_t start);
-    void FlushMedia();
 
     bool fPadded = true;
     bool fNativeSizes = false;

@@ -2,6 +2,7 @@
 
 #include "Failure/Raise.h"
 #include "Failure/XClasses.h"
+#include "PorterPackage/Core/CABCChildMedia.h"
 #include "PorterPackage/Core/CPartialMedia.h"
 #include "PorterPackage/Core/IFFGroupWords.h"
 
@@ -9,16 +10,6 @@
 #include <limits>
 
 namespace NSPorter {
-
-namespace {
-
-void FlushChild(CMedia* media) {
-    if (auto* child = dynamic_cast<CABCChildMedia*>(media)) {
-        child->Flush(false);
-    }
-}
-
-} // namespace
 
 CIFFWriter2::CIFFWriter2(CMedia* media, int32_t mode)
     : CIFFWriter2(media, GetIFFSizeEncoder(mode)) {}
@@ -55,7 +46,7 @@ void CIFFWriter2::BeginGroup(CIFFChunkHeader& header, uint32_t word, uint32_t ty
     fMedia->WriteU32(word);
     WriteSize(0);
     fMedia->WriteU32(type);
-    FlushChild(fMedia);
+    FlushIfChild(*fMedia, false);
 }
 
 void CIFFWriter2::BeginChunk(CIFFChunkHeader& header, uint32_t id) {
@@ -65,7 +56,7 @@ void CIFFWriter2::BeginChunk(CIFFChunkHeader& header, uint32_t id) {
     header.fOffset = fMedia->GetPosition();
     fMedia->WriteU32(id);
     WriteSize(0);
-    FlushChild(fMedia);
+    FlushIfChild(*fMedia, false);
 }
 
 void CIFFWriter2::EndChunk(const CIFFChunkHeader& header, int64_t dataSize) {
@@ -80,7 +71,7 @@ void CIFFWriter2::EndChunk(const CIFFChunkHeader& header, int64_t dataSize) {
     if ((end & 1) != 0) {
         fMedia->WriteU8(0);
     }
-    FlushChild(fMedia);
+    FlushIfChild(*fMedia, false);
 }
 
 int64_t CIFFWriter2::WriteChunk(uint32_t id, int64_t count, const uint8_t* data) {

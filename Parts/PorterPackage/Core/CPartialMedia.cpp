@@ -38,9 +38,8 @@ int64_t CPartialMedia::GetLength() const {
 void CPartialMedia::Flush(bool recursive) {
     CMedia* parent = Parent();
     parent->SetPosition(GetPosition() + fOffset);
-    auto* enclosing = dynamic_cast<CABCChildMedia*>(parent);
-    if (recursive && enclosing != nullptr) {
-        enclosing->Flush(true);
+    if (recursive) {
+        FlushIfChild(*parent, true);
     }
 }
 
