@@ -25,15 +25,9 @@ constexpr int64_t kMarkerCountSize = 2;
 constexpr int64_t kMarkerHeadSize = 7;
 constexpr size_t kLongestName = 255;
 
-void CheckFormat(bool sound) {
-    if (!sound) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
-}
-
 // Chunks are read from the file's own media, where nothing guards the end.
 void CheckHolds(const CMedia& media, uint32_t chunkSize, int64_t wanted) {
-    CheckFormat(wanted <= int64_t{chunkSize} && wanted <= media.BytesLeft());
+    CheckAIFFFormat(wanted <= int64_t{chunkSize} && wanted <= media.BytesLeft());
 }
 
 CAIFFLoop ReadLoop(CMedia& media) {
@@ -57,9 +51,15 @@ int64_t GetMarkerSize(size_t nameLength) {
 
 } // namespace
 
+void CheckAIFFFormat(bool sound) {
+    if (!sound) {
+        NSLichen::Raise(NSLichen::XFormatViolation(""));
+    }
+}
+
 void CAIFFCommonChunk::Read(CIFFReader& reader) {
     uint32_t size = 0;
-    CheckFormat(reader.FindChunk(kCommonID, size));
+    CheckAIFFFormat(reader.FindChunk(kCommonID, size));
     CMedia& media = *reader.GetMedia();
     fHasCompression = size >= kCommonSizeWithCompression;
     CheckHolds(media, size, fHasCompression ? kCommonSizeWithCompression : kPlainCommonSize);
@@ -125,13 +125,13 @@ bool CAIFFMarkerChunk::Read(CIFFReader& reader) {
     int64_t left = int64_t{size} - kMarkerCountSize;
     fMarkers.clear();
     for (uint32_t i = 0; i < count; ++i) {
-        CheckFormat(left >= kMarkerHeadSize);
+        CheckAIFFFormat(left >= kMarkerHeadSize);
         CAIFFMarker marker;
         marker.fID = media.ReadU16();
         marker.fPosition = media.ReadU32();
         const uint32_t nameLength = media.ReadU8();
         const int64_t entrySize = GetMarkerSize(nameLength);
-        CheckFormat(entrySize <= left);
+        CheckAIFFFormat(entrySize <= left);
         marker.fName.resize(nameLength);
         media.Read(nameLength, reinterpret_cast<uint8_t*>(marker.fName.data()));
         media.Skip(entrySize - kMarkerHeadSize - nameLength);

@@ -16,7 +16,15 @@ namespace NSLOPDLL {
 
 constexpr uint32_t kAIFFGroupID = NSPorter::FourCharID("FORM");
 constexpr uint32_t kAIFFType = NSPorter::FourCharID("AIFF");
+constexpr uint32_t kAIFFSoundDataID = NSPorter::FourCharID("SSND");
 constexpr uint32_t kAIFFCompressionNone = NSPorter::FourCharID("NONE");
+
+constexpr uint16_t kAIFFPlayMode_None = 0;
+constexpr uint16_t kAIFFPlayMode_Forward = 1;
+constexpr uint16_t kAIFFPlayMode_ForwardBackward = 2;
+
+// Raises XFormatViolation with an empty text unless what has been read is `sound`.
+void CheckAIFFFormat(bool sound);
 
 // "COMM".
 struct CAIFFCommonChunk {
@@ -34,8 +42,7 @@ struct CAIFFCommonChunk {
 };
 
 struct CAIFFLoop {
-    // 0 no looping, 1 forward, 2 forward and backward.
-    uint16_t fPlayMode = 0;
+    uint16_t fPlayMode = kAIFFPlayMode_None;
     // Marker ids.
     int16_t fBegin = 0;
     int16_t fEnd = 0;

@@ -2,6 +2,7 @@
 
 #include "Failure/Raise.h"
 #include "Failure/XClasses.h"
+#include "LoopLibrary/Render/ReadSamples.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -10,31 +11,13 @@ namespace NSLOPDLL {
 
 namespace {
 
-constexpr uint32_t kSoundDataID = NSPorter::FourCharID("SSND");
 constexpr int64_t kSoundDataHeadSize = 8;
 constexpr uint8_t kHighestMidiValue = 127;
 constexpr int8_t kMostDetune = 50;
-constexpr uint16_t kPlayMode_None = 0;
-constexpr uint16_t kPlayMode_ForwardBackward = 2;
-
-void CheckFormat(bool sound) {
-    if (!sound) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
-}
-
-bool IsKnownDepth(int32_t depth) {
-    return depth == 8 || depth == 16 || depth == 20 || depth == 22 || depth == 24;
-}
-
-int64_t GetBytesPerSample(int32_t depth) {
-    CheckFormat(IsKnownDepth(depth));
-    return depth == 8 ? 1 : depth == 16 ? 2 : 3;
-}
 
 // Rates that are not a number fail the comparison, too.
 int32_t ToSampleRate(double rate) {
-    CheckFormat(rate >= 1.0 && rate < 0x1p31);
+    CheckAIFFFormat(rate >= 1.0 && rate < 0x1p31);
     return static_cast<int32_t>(rate);
 }
 
@@ -45,23 +28,23 @@ void ReadCommon(CWaveSampleInfo& info, NSPorter::CIFFReader& reader) {
         NSLichen::Raise(NSLichen::XUnsupportedFormat(""));
     }
     const auto frames = static_cast<int32_t>(common.fFrames);
-    CheckFormat(common.fChannels != 0 && frames >= 0);
+    CheckAIFFFormat(common.fChannels != 0 && frames >= 0);
     const int32_t sampleRate = ToSampleRate(common.fSampleRate);
     info.fChannels = common.fChannels;
     info.fSampleRate = sampleRate;
     info.fFrames = frames;
-    if (!IsKnownDepth(common.fBits)) {
+    if (GetBytesPerSample(common.fBits) == 0) {
         NSLichen::Raise(NSLichen::XUnsupportedFormat(""));
     }
     info.fBitDepth = common.fBits;
 }
 
 void CheckInstrument(const CAIFFInstrumentChunk& instrument) {
-    CheckFormat(instrument.fSustainLoop.fPlayMode <= kPlayMode_ForwardBackward &&
-                instrument.fReleaseLoop.fPlayMode <= kPlayMode_ForwardBackward);
+    CheckAIFFFormat(instrument.fSustainLoop.fPlayMode <= kAIFFPlayMode_ForwardBackward &&
+                    instrument.fReleaseLoop.fPlayMode <= kAIFFPlayMode_ForwardBackward);
     for (const uint8_t value : {instrument.fRootNote, instrument.fLowNote, instrument.fHighNote,
                                 instrument.fLowVelocity, instrument.fHighVelocity}) {
-        CheckFormat(value <= kHighestMidiValue);
+        CheckAIFFFormat(value <= kHighestMidiValue);
     }
 }
 
@@ -94,16 +77,16 @@ void TakeUnloopedPoints(NSPorter::CIFFReader& reader, const CAIFFLoop& loop,
 void TakeLoop(NSPorter::CIFFReader& reader, const CAIFFLoop& loop, CWaveLoopInfo& loopInfo) {
     CAIFFMarkerChunk markers;
     if (!markers.Read(reader)) {
-        CheckFormat(loop.fBegin < 1 || loop.fEnd < 1);
+        CheckAIFFFormat(loop.fBegin < 1 || loop.fEnd < 1);
         return;
     }
     const CAIFFMarker* begin = markers.Find(loop.fBegin);
     const CAIFFMarker* end = markers.Find(loop.fEnd);
-    CheckFormat(begin != nullptr || loop.fBegin == 0);
-    CheckFormat(end != nullptr || loop.fEnd == 0);
+    CheckAIFFFormat(begin != nullptr || loop.fBegin == 0);
+    CheckAIFFFormat(end != nullptr || loop.fEnd == 0);
     if (begin != nullptr && end != nullptr) {
         SetLoopPoints(loopInfo, kLoopMode_Looping, *begin, *end);
-        loopInfo.fDirection = loop.fPlayMode == kPlayMode_ForwardBackward
+        loopInfo.fDirection = loop.fPlayMode == kAIFFPlayMode_ForwardBackward
                                   ? kLoopDirection_ForwardBackward
                                   : kLoopDirection_Forward;
     }
@@ -153,7 +136,7 @@ void ReadAIFFLoopInfo(NSPorter::CIFFReader& reader, CWaveLoopInfo& loopInfo) {
     if (loop.fBegin < 0 || loop.fEnd < 0) {
         return;
     }
-    if (loop.fPlayMode == kPlayMode_None) {
+    if (loop.fPlayMode == kAIFFPlayMode_None) {
         TakeUnloopedPoints(reader, loop, loopInfo);
     } else {
         TakeLoop(reader, loop, loopInfo);
@@ -171,18 +154,19 @@ void ReadAIFFLoopInfo(NSPorter::CIFFReader& reader, CWaveLoopInfo& loopInfo) {
 
 SAIFFSoundData EnterAIFFSoundData(NSPorter::CIFFReader& reader, const CWaveSampleInfo& info) {
     uint32_t chunkSize = 0;
-    CheckFormat(reader.FindChunk(kSoundDataID, chunkSize));
+    CheckAIFFFormat(reader.FindChunk(kAIFFSoundDataID, chunkSize));
     NSPorter::CMedia& media = *reader.GetMedia();
-    CheckFormat(chunkSize >= kSoundDataHeadSize && media.BytesLeft() >= kSoundDataHeadSize);
+    CheckAIFFFormat(chunkSize >= kSoundDataHeadSize && media.BytesLeft() >= kSoundDataHeadSize);
     SAIFFSoundData soundData;
     soundData.fOffset = media.ReadU32();
     soundData.fBlockSize = media.ReadU32();
 
     const int64_t dataSize = int64_t{chunkSize} - kSoundDataHeadSize;
-    CheckFormat(soundData.fOffset <= dataSize);
+    CheckAIFFFormat(soundData.fOffset <= dataSize);
     media.Skip(soundData.fOffset);
-    const int64_t bytesPerFrame = info.fChannels * GetBytesPerSample(info.fBitDepth);
-    CheckFormat(info.fFrames * bytesPerFrame <= dataSize - soundData.fOffset);
+    const int64_t bytesPerSample = GetBytesPerSample(info.fBitDepth);
+    CheckAIFFFormat(bytesPerSample > 0);
+    CheckAIFFFormat(bytesPerSample * info.fChannels * info.fFrames <= dataSize - soundData.fOffset);
     return soundData;
 }
 

@@ -9,15 +9,15 @@ namespace NSLOPDLL {
 
 namespace {
 
-constexpr uint32_t kSoundDataID = NSPorter::FourCharID("SSND");
 constexpr int16_t kLoopStartMarker = 1;
 constexpr int16_t kLoopEndMarker = 2;
 
 uint16_t ToPlayMode(const CWaveLoopInfo& loopInfo) {
     if (loopInfo.fMode != kLoopMode_Looping) {
-        return 0;
+        return kAIFFPlayMode_None;
     }
-    return loopInfo.fDirection == kLoopDirection_ForwardBackward ? 2 : 1;
+    return loopInfo.fDirection == kLoopDirection_ForwardBackward ? kAIFFPlayMode_ForwardBackward
+                                                                 : kAIFFPlayMode_Forward;
 }
 
 } // namespace
@@ -58,7 +58,7 @@ void WriteAIFFLoop(NSPorter::CIFFWriter& writer, const CWaveLoopInfo& loopInfo) 
 }
 
 void BeginAIFFSoundData(NSPorter::CIFFWriter& writer, uint32_t offset, uint32_t blockSize) {
-    writer.BeginChunk(kSoundDataID);
+    writer.BeginChunk(kAIFFSoundDataID);
     NSPorter::CMedia& media = *writer.GetMedia();
     media.WriteU32(offset);
     media.WriteU32(blockSize);

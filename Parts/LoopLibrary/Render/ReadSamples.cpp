@@ -14,21 +14,6 @@ namespace {
 constexpr int32_t kLotValues = 2048;
 constexpr int32_t kWidestSample = 3;
 
-int32_t GetBytesPerSample(int32_t bitDepth) {
-    switch (bitDepth) {
-    case 8:
-        return 1;
-    case 16:
-        return 2;
-    case 20:
-    case 22:
-    case 24:
-        return 3;
-    default:
-        NSLichen::Raise(NSLichen::XFormatViolation("bad bytes/frame"));
-    }
-}
-
 // The result is on the 24-bit scale, which takes the place of whatever bytes are missing.
 int32_t DecodeSample(const uint8_t* bytes, int32_t bytesPerSample) {
     uint32_t value = 0;
@@ -40,9 +25,27 @@ int32_t DecodeSample(const uint8_t* bytes, int32_t bytesPerSample) {
 
 } // namespace
 
+int32_t GetBytesPerSample(int32_t bitDepth) noexcept {
+    switch (bitDepth) {
+    case 8:
+        return 1;
+    case 16:
+        return 2;
+    case 20:
+    case 22:
+    case 24:
+        return 3;
+    default:
+        return 0;
+    }
+}
+
 void ReadSamples(NSPorter::CMedia& media, int32_t channels, int32_t bitDepth, int64_t frames,
                  float* out) {
     const int32_t bytesPerSample = GetBytesPerSample(bitDepth);
+    if (bytesPerSample == 0) {
+        NSLichen::Raise(NSLichen::XFormatViolation("bad bytes/frame"));
+    }
     if (channels < 1 || channels > kLotValues) {
         NSLichen::Raise(NSLichen::XFormatViolation("bad CWaveSampleInfo format"));
     }
