@@ -1,6 +1,7 @@
 #include "LoopLibrary/Render/CEqualizerEffect.h"
 #include "Tests/Render/RenderTestTools.h"
 
+#include <array>
 #include <cmath>
 
 namespace NSLOPDLL {
@@ -18,23 +19,6 @@ CTestBlock MakeNoiseBlock(CTestNoise& noise) {
 void SwitchOn(CEqualizerEffect& equalizer) {
     equalizer.SetEnabled(true);
     equalizer.SetRunFlag(true);
-}
-
-// How much louder a sine comes out, in decibels, once the filters have settled.
-double Response(CEqualizerEffect& equalizer, double frequency) {
-    const double w = 2.0 * std::acos(-1.0) * frequency / 44100.0;
-    double power = 0.0;
-    for (int32_t block = 0; block < 400; ++block) {
-        CTestBlock sine;
-        for (size_t i = 0; i < 64; ++i) {
-            sine.fLeft[i] = static_cast<float>(std::sin(w * (block * 64.0 + double(i))));
-        }
-        equalizer.Process(sine.Buffers());
-        for (const float value : sine.fLeft) {
-            power += block < 200 ? 0.0 : static_cast<double>(value * value) / (200 * 64 / 2);
-        }
-    }
-    return 10.0 * std::log10(power);
 }
 
 // What is left of the way after n blocks is 0.95 to the power of n: 5.1 percent after 58.
@@ -74,27 +58,52 @@ TEST(Equalizer, SwitchingOrCopyingClearsTheMemories) {
     EXPECT_EQ(process(equalizer), first);
 }
 
-TEST(Equalizer, FiltersTheSpectrum) {
+// Worked out apart from this code, by the formulas in double: the coefficients, and the first
+// frames that come of a click. Float rounding is all that may lie between.
+TEST(Equalizer, CoefficientsAndClicksAsWorkedOut) {
     const struct {
-        int16_t fGain1, fGain2, fLowCut, fHighCut;
-        double fFrequency, fResponse, fRoom;
+        int32_t fRate;
+        std::array<int16_t, 8> fSettings; // low cut; frequency, Q and gain of both bands; high cut
+        std::array<float, 14> fCoefficients;
+        std::array<float, 6> fClick;
     } rows[] = {
-        {12000, 0, 20, 20000, 1000.0, 12.0, 0.2}, {-18000, 0, 20, 20000, 1000.0, -18.0, 0.5},
-        {0, 6000, 20, 20000, 8000.0, 6.0, 1.0}, // the high cut lifts a little here
-        {0, 0, 20, 20000, 1000.0, 0.0, 0.1},      {12000, 12000, 20, 20000, 30.0, 0.0, 0.5},
-        {0, 0, 4000, 20000, 100.0, -90.0, 50.0},  {0, 0, 20, 200, 10000.0, -90.0, 50.0},
+        {44100, // a deep cut narrows the second band
+         {120, 1000, 2000, 6000, 8000, 3000, -12000, 9000},
+         {0.03439389F, 0.9312122F, 1.911644F, 0.9952633F, 0.5326681F, -0.06533622F, 0.3904745F,
+          -0.7488103F, 1.975674F, 0.9761074F, 0.9999635F, 0.1126854F, 0.03921268F, 0.9265273F},
+         {0.5886599F, -0.03165837F, 0.3048663F, 0.1665834F, 0.0829792F, 0.03991332F}},
+        {11025, // one of 1 decibel does not; a flat band leaves a trace; 5000 Hz is the top
+         {12000, 100, 1000, -1000, 16000, 1000, 0, 20000},
+         {0.02770569F, 0.9445886F, 1.941432F, -0.108748F, 0.5875878F, -0.1751756F, -0.7898917F,
+          1.013279e-06F, -0.2552927F, 0.01776661F, 0.1455192F, -0.0001143304F, 3.563292e-09F,
+          1.000114F},
+         {0.1450975F, -0.3281052F, 0.2272184F, -0.0521949F, 0.009287595F, -0.001444305F}},
     };
     for (const auto& row : rows) {
-        CEqualizerEffect equalizer(44100);
+        CEqualizerEffect equalizer(row.fRate);
         SwitchOn(equalizer);
-        equalizer.SetBand1Frequency(1000);
-        equalizer.SetBand1Gain(row.fGain1);
-        equalizer.SetBand2Frequency(8000);
-        equalizer.SetBand2Gain(row.fGain2);
-        equalizer.SetBand2Q(2000);
-        equalizer.SetLowCut(row.fLowCut);
-        equalizer.SetHighCut(row.fHighCut);
-        EXPECT_NEAR(Response(equalizer, row.fFrequency), row.fResponse, row.fRoom);
+        equalizer.SetLowCut(row.fSettings[0]);
+        equalizer.SetBand1Frequency(row.fSettings[1]);
+        equalizer.SetBand1Q(row.fSettings[2]);
+        equalizer.SetBand1Gain(row.fSettings[3]);
+        equalizer.SetBand2Frequency(row.fSettings[4]);
+        equalizer.SetBand2Q(row.fSettings[5]);
+        equalizer.SetBand2Gain(row.fSettings[6]);
+        equalizer.SetHighCut(row.fSettings[7]);
+        CTestBlock block;
+        block.fLeft[0] = 1.0F;
+        equalizer.Process(block.Buffers());
+        const auto& [band1, band2, low, high] = equalizer.GetCoefficients();
+        const std::array<float, 14> found = {
+            band1.fA,    band1.fB, band1.fC, band1.fGain, band2.fA, band2.fB, band2.fC,
+            band2.fGain, low.fA,   low.fB,   low.fGain,   high.fA,  high.fB,  high.fGain};
+        for (size_t i = 0; i < found.size(); ++i) {
+            const float expected = row.fCoefficients[i];
+            EXPECT_NEAR(found[i], expected, 2e-6F * std::fabs(expected)) << i;
+        }
+        for (size_t i = 0; i < row.fClick.size(); ++i) {
+            EXPECT_NEAR(block.fLeft[i], row.fClick[i], 1e-6F) << i;
+        }
     }
 }
 
