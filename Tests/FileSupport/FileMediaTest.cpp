@@ -64,6 +64,10 @@ TEST(CCMediaByteStreams, ServeAMediaAndTurnItsFailuresIntoStatuses) {
     EXPECT_EQ(reader.Read(0, 2, bytes), 5000);
     EXPECT_EQ(bytes[1], 2);
     EXPECT_EQ(reader.Read(0, 3, bytes), 5013);
+    CCMediaByteReader unchecked(&media); // memory does not look at its own end
+    EXPECT_EQ(unchecked.Read(2, 3, bytes), 5013);
+    EXPECT_EQ(unchecked.Read(-1, 1, bytes), 5002);
+    EXPECT_EQ(unchecked.Read(9, 0, bytes), 5000);
     EXPECT_EQ(reader.Read(0, 1, nullptr), 5002);
     EXPECT_EQ(CCMediaByteWriter(&view).Write(0, 1, source), 5004);
 }

@@ -36,6 +36,13 @@ int32_t CheckCall(int32_t isValid, std::initializer_list<const void*> pointers) 
     return complete ? kFileLibStatus_OK : kFileLibStatus_BadArgument;
 }
 
+int32_t CheckTransfer(int32_t isValid, int64_t position, int64_t count,
+                      const uint8_t* buffer) noexcept {
+    const int32_t check = CheckCall(isValid, {buffer});
+    return check == kFileLibStatus_OK && (position < 0 || count < 0) ? kFileLibStatus_BadArgument
+                                                                     : check;
+}
+
 void PutUnfinished(char16_t* text) noexcept {
     std::memcpy(text, u"666", sizeof u"666");
 }

@@ -18,6 +18,9 @@ int32_t CurrentExceptionStatus() noexcept;
 
 // kFileLibStatus_OK, or what forbids the operation.
 int32_t CheckCall(int32_t isValid, std::initializer_list<const void*> pointers) noexcept;
+// The same for a read or write, which takes no negative position or count.
+int32_t CheckTransfer(int32_t isValid, int64_t position, int64_t count,
+                      const uint8_t* buffer) noexcept;
 
 // For an operation that returns its status. `check` is what CheckCall answered.
 template <class TBody>

@@ -8,14 +8,6 @@ namespace NSFileLibInternals {
 
 namespace {
 
-int32_t CheckTransfer(int32_t isValid, int64_t position, int64_t count, const uint8_t* buffer) {
-    const int32_t check = CheckCall(isValid, {buffer});
-    if (check == NSFileLib::kFileLibStatus_OK && (position < 0 || count < 0)) {
-        return NSFileLib::kFileLibStatus_BadArgument;
-    }
-    return check;
-}
-
 template <class TImpl>
 int32_t ReadGuarded(int32_t isValid, TImpl* impl, int64_t position, int64_t count,
                     uint8_t* buffer) {

@@ -1,10 +1,13 @@
 #include "PorterPackage/Core/FileLibSupport/CCMediaByteStreams.h"
 
+#include "Failure/Raise.h"
+#include "Failure/XClasses.h"
 #include "FileLib/Source/GlueGuard.h"
 
 namespace NSFileLibSupport {
 
 using NSFileLibInternals::CheckCall;
+using NSFileLibInternals::CheckTransfer;
 using NSFileLibInternals::RunGuarded;
 
 namespace {
@@ -14,12 +17,17 @@ constexpr int32_t kValid = 1;
 } // namespace
 
 int32_t CCMediaByteReader::Read(int64_t position, int64_t count, uint8_t* buffer) {
-    return RunGuarded(CheckCall(kValid, {buffer}),
-                      [&] { fMedia->ReadBytes(position, count, buffer); });
+    return RunGuarded(CheckTransfer(kValid, position, count, buffer), [&] {
+        // A media in memory does not look at its own end.
+        if (count > 0 && count > fMedia->GetLength() - position) {
+            NSLichen::Raise(NSLichen::XRead(""));
+        }
+        fMedia->ReadBytes(position, count, buffer);
+    });
 }
 
 int32_t CCMediaByteWriter::Write(int64_t position, int64_t count, const uint8_t* source) {
-    return RunGuarded(CheckCall(kValid, {source}),
+    return RunGuarded(CheckTransfer(kValid, position, count, source),
                       [&] { fMedia->WriteBytes(position, count, source); });
 }
 

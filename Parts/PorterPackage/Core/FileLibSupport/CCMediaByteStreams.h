@@ -5,8 +5,8 @@
 
 namespace NSFileLibSupport {
 
-// A media as a byte reader or writer. What the media throws becomes a status. The media is
-// borrowed; its cursor stays.
+// A media as a byte reader or writer. What the media throws becomes a status; a read past the
+// media's end is kFileLibStatus_Read and never reaches it. The media is borrowed; its cursor stays.
 
 class CCMediaByteReader : public NSFileLib::IByteReader {
 public:
