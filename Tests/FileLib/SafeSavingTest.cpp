@@ -156,6 +156,8 @@ TEST_F(SafeSaving, UniqueFilesAndFoldersTakeTheNextFreeNumber) {
               "GetTempFileName failed with unrecognized error type");
     fOps.Script("Move", {kError_AlreadyExists});
     EXPECT_EQ(TextRaised<XCreate>(makeFile), "Failed to create unique file");
+    EXPECT_EQ(TextRaised<XCreate>([] { WinCreateUniqueFile(u"C:\\", u"x.a:b"); }),
+              "Failed to create unique file");
     fOps.Script("MakeFolder", {kError_AccessDenied, kUnknownError});
     EXPECT_THROW(makeFolder(), XPermission);
     EXPECT_EQ(TextRaised<XCreate>(makeFolder), "Failed to create unique directory");

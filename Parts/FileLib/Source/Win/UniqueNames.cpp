@@ -19,13 +19,18 @@ constexpr uint32_t kLastUniqueNumber = 65535;
 } // namespace
 
 std::u16string WinCreateUniqueFile(const std::u16string& folder, const std::u16string& wanted) {
+    constexpr const char* kFailed = "Failed to create unique file";
+    std::u16string wantedStem;
+    std::u16string wantedExtension;
+    SplitFileName(wanted, wantedStem, wantedExtension);
+    // Where the platform lets such a file be, nothing here could name it.
+    if (!IsValidFileName(kUniqueNamePrefix + wantedExtension)) {
+        NSLichen::Raise(XCreate(kFailed));
+    }
     IPlatformFileOps& ops = GetPlatformFileOps();
     std::u16string path;
     CheckForError<XCreate>(ops.MakeTempName(folder, kUniqueNamePrefix, 0, path),
                            "GetTempFileName() failed to create unique file");
-    std::u16string wantedStem;
-    std::u16string wantedExtension;
-    SplitFileName(wanted, wantedStem, wantedExtension);
     if (wantedExtension == kDefaultTempExtension) {
         return path;
     }
@@ -39,7 +44,7 @@ std::u16string WinCreateUniqueFile(const std::u16string& folder, const std::u16s
     const uint32_t errorCode = ops.Move(path, result, 0);
     if (errorCode != kError_None) {
         ops.Delete(path);
-        RaiseForError<XCreate>(errorCode, "Failed to create unique file");
+        RaiseForError<XCreate>(errorCode, kFailed);
     }
     return result;
 }
