@@ -3,6 +3,7 @@
 #include "FileLib/Source/Win/CWindowsFileOps.h"
 #include "FileLib/Source/Win/PlatformCodes.h"
 #include "FileLib/Source/Win/WindowsText.h"
+#include "FileLib/Source/Win/WindowsValues.h"
 
 #include <algorithm>
 #include <limits>
@@ -12,10 +13,6 @@
 namespace NSFileLibInternals {
 
 namespace {
-
-HANDLE HandleOf(PlatformHandle handle) {
-    return reinterpret_cast<HANDLE>(handle);
-}
 
 DWORD AccessOf(EFileAccess access) {
     switch (access) {
@@ -44,10 +41,6 @@ DWORD CreationOf(EFileCreation creation) {
         break;
     }
     return OPEN_EXISTING;
-}
-
-uint64_t TimeOf(const FILETIME& time) {
-    return (static_cast<uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
 }
 
 FILETIME FileTimeFrom(uint64_t time) {

@@ -4,9 +4,10 @@
 #include "FileLib/Source/Win/PathRules.h"
 #include "FileLib/Source/Win/PlatformCodes.h"
 #include "FileLib/Source/Win/WindowsText.h"
+#include "FileLib/Source/Win/WindowsValues.h"
 
 #include <memory>
-#include <string>
+#include <string_view>
 
 #include <windows.h>
 
@@ -14,16 +15,8 @@ namespace NSFileLibInternals {
 
 namespace {
 
-HANDLE HandleOf(PlatformHandle handle) {
-    return reinterpret_cast<HANDLE>(handle);
-}
-
 uint32_t LastErrorUnless(BOOL succeeded) {
     return succeeded ? kError_None : GetLastError();
-}
-
-uint64_t TimeOf(const FILETIME& time) {
-    return (static_cast<uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
 }
 
 SPlatformEntry EntryOf(const WIN32_FIND_DATAW& data) {
@@ -36,8 +29,13 @@ SPlatformEntry EntryOf(const WIN32_FIND_DATAW& data) {
     return entry;
 }
 
+struct SScanCloser {
+    void operator()(HANDLE scan) const { ::FindClose(scan); }
+};
+using ScanPointer = std::unique_ptr<void, SScanCloser>;
+
 bool IsSelfOrParent(const WIN32_FIND_DATAW& data) {
-    const std::wstring name = data.cFileName;
+    const std::wstring_view name = data.cFileName;
     return name == L"." || name == L"..";
 }
 
@@ -78,14 +76,13 @@ uint32_t CWindowsFileOps::FindFirst(const std::u16string& folder, PlatformHandle
         const bool isEmpty = errorCode == ERROR_FILE_NOT_FOUND && folder.size() == 3;
         return isEmpty ? kError_NoMoreFiles : errorCode;
     }
+    ScanPointer owner(handle);
     const uint32_t errorCode = SkipSelfAndParent(handle, data);
-    if (errorCode != kError_None) {
-        ::FindClose(handle);
-        return errorCode;
+    if (errorCode == kError_None) {
+        entry = EntryOf(data);
+        scan = reinterpret_cast<PlatformHandle>(owner.release());
     }
-    scan = reinterpret_cast<PlatformHandle>(handle);
-    entry = EntryOf(data);
-    return kError_None;
+    return errorCode;
 }
 
 uint32_t CWindowsFileOps::FindNext(PlatformHandle scan, SPlatformEntry& entry) {

@@ -9,6 +9,7 @@
 
 #include "Failure/Raise.h"
 #include "Failure/XClasses.h"
+#include "FileLib/Source/Win/WindowsText.h"
 
 namespace NSFileLibSupport {
 
@@ -39,7 +40,7 @@ private:
 } // namespace
 
 std::u16string FindAssociatedProgram(const std::u16string& fileClass) {
-    const CClassKey key(std::wstring(fileClass.begin(), fileClass.end()));
+    const CClassKey key(NSFileLibInternals::WideOf<wchar_t>(fileClass));
     DWORD size = 0;
     // With no buffer the answer is the size needed, its terminator included.
     if (key.Get() != nullptr && AssocQueryStringByKeyW(ASSOCF_NONE, ASSOCSTR_EXECUTABLE, key.Get(),
@@ -47,8 +48,7 @@ std::u16string FindAssociatedProgram(const std::u16string& fileClass) {
         std::vector<wchar_t> path(size + 1);
         if (AssocQueryStringByKeyW(ASSOCF_NONE, ASSOCSTR_EXECUTABLE, key.Get(), nullptr,
                                    path.data(), &size) == S_OK) {
-            const std::wstring text(path.data());
-            return std::u16string(text.begin(), text.end());
+            return NSFileLibInternals::Utf16Of(path.data());
         }
     }
     NSLichen::Raise(NSLichen::XNotFound("AssocQueryStringByKey failed"));

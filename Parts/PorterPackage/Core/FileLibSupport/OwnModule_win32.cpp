@@ -7,16 +7,17 @@
 
 #include "Failure/Raise.h"
 #include "FileLib/Source/Win/NameMaking.h"
+#include "FileLib/Source/Win/WindowsText.h"
 
 namespace NSPorter {
+
+using NSFileLibInternals::StripLongPathPrefix;
+using NSFileLibInternals::Utf16Of;
+using NSFileLibInternals::WideOf;
 
 namespace {
 
 constexpr DWORD kPathRoom = 260;
-
-std::u16string ToNative(const wchar_t* text, size_t length) {
-    return std::u16string(text, text + length);
-}
 
 } // namespace
 
@@ -34,18 +35,18 @@ SOwnModulePath FindOwnModulePath(void* systemHandle) {
     if (fullLength == 0 || fullLength >= kPathRoom || filePart == nullptr) {
         NSLichen::Raise(std::exception());
     }
-    using NSFileLibInternals::StripLongPathPrefix;
-    return {StripLongPathPrefix(ToNative(fullPath, fullLength)),
-            StripLongPathPrefix(ToNative(fullPath, static_cast<size_t>(filePart - fullPath)))};
+    const std::u16string path = Utf16Of(fullPath);
+    return {StripLongPathPrefix(path),
+            StripLongPathPrefix(path.substr(0, static_cast<size_t>(filePart - fullPath)))};
 }
 
 CLibrarySearchFolder::CLibrarySearchFolder(const std::u16string& folder) {
     wchar_t before[kPathRoom + 1] = {};
     const DWORD length = GetDllDirectoryW(kPathRoom + 1, before);
     if (length >= 1 && length <= kPathRoom) {
-        fFolderBefore = ToNative(before, length);
+        fFolderBefore = Utf16Of(before);
     }
-    SetDllDirectoryW(std::wstring(folder.begin(), folder.end()).c_str());
+    SetDllDirectoryW(WideOf<wchar_t>(folder).c_str());
 }
 
 CLibrarySearchFolder::~CLibrarySearchFolder() {
