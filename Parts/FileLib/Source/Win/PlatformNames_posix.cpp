@@ -94,7 +94,11 @@ int MoveWithoutReplacing(const std::string& from, const std::string& to) {
     // A file system without this kind of renaming. A link never replaces; where there are no links
     // either, looking first is all that is left.
     if (link(from.c_str(), to.c_str()) == 0) {
-        return unlink(from.c_str()) == 0 ? 0 : errno;
+        const int error = unlink(from.c_str()) == 0 ? 0 : errno;
+        if (error != 0) {
+            unlink(to.c_str()); // a move that fails leaves one name, the old one
+        }
+        return error;
     }
     if (errno != EPERM && errno != EOPNOTSUPP) {
         return errno;
@@ -183,6 +187,7 @@ uint32_t CPosixFileOps::FindEntry(const std::u16string& path, SPlatformEntry& en
 
 void CPosixFileOps::CopyAccessRights(const std::u16string& from, const std::u16string& to) {
     struct stat status = {};
+    const std::string source = SystemPath(from);
     const std::string target = SystemPath(to);
     const int descriptor = open(target.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW);
     if (descriptor < 0) {
@@ -190,7 +195,7 @@ void CPosixFileOps::CopyAccessRights(const std::u16string& from, const std::u16s
     }
     // The owner first: a change of owner may take bits away. Only a privileged process may give
     // files away, so a refusal is ordinary.
-    if (stat(SystemPath(from).c_str(), &status) == 0 &&
+    if (stat(source.c_str(), &status) == 0 &&
         (fchown(descriptor, status.st_uid, status.st_gid) == 0 || errno == EPERM)) {
         fchmod(descriptor, status.st_mode & 0777U);
     }
