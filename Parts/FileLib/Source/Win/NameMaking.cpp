@@ -21,17 +21,6 @@ std::u16string TrimWhiteSpaceEnd(std::u16string text) {
     return text;
 }
 
-// Behind the volume of a valid path.
-size_t FindVolumeEnd(const std::u16string& path) {
-    if (!IsSharePath(path)) {
-        return std::min<size_t>(3, path.size());
-    }
-    const size_t serverEnd = path.find(u'\\', 3);
-    const size_t shareEnd =
-        serverEnd == std::u16string::npos ? serverEnd : path.find(u'\\', serverEnd + 1);
-    return shareEnd == std::u16string::npos ? path.size() : shareEnd + 1;
-}
-
 } // namespace
 
 void SplitFileName(const std::u16string& name, std::u16string& stem, std::u16string& extension) {

@@ -73,6 +73,16 @@ bool IsSharePath(const std::u16string& path) noexcept {
     return path.size() >= 2 && path[0] == u'\\' && path[1] == u'\\';
 }
 
+size_t FindVolumeEnd(const std::u16string& path) noexcept {
+    if (!IsSharePath(path)) {
+        return std::min<size_t>(3, path.size());
+    }
+    const size_t serverEnd = path.find(u'\\', 3);
+    const size_t shareEnd =
+        serverEnd == std::u16string::npos ? serverEnd : path.find(u'\\', serverEnd + 1);
+    return shareEnd == std::u16string::npos ? path.size() : shareEnd + 1;
+}
+
 bool WinIsValidVolumePath(const std::u16string& path) {
     if (path.empty()) {
         return false;
@@ -95,16 +105,8 @@ bool IsPathWithin(const std::u16string& path, size_t least, size_t most) {
     if (path.size() < least || path.size() > most) {
         return false;
     }
-    size_t volumeEnd = 3;
-    if (IsSharePath(path)) {
-        const size_t serverEnd = path.find(u'\\', 3);
-        if (serverEnd == std::u16string::npos || serverEnd + 1 == path.size()) {
-            return false;
-        }
-        const size_t shareEnd = path.find(u'\\', serverEnd + 1);
-        volumeEnd = shareEnd == std::u16string::npos ? path.size() : shareEnd + 1;
-    }
-    return path.size() >= volumeEnd && WinIsValidVolumePath(path.substr(0, volumeEnd)) &&
+    const size_t volumeEnd = FindVolumeEnd(path);
+    return WinIsValidVolumePath(path.substr(0, volumeEnd)) &&
            AreValidComponents(std::u16string_view(path).substr(volumeEnd));
 }
 

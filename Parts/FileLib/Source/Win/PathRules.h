@@ -47,6 +47,10 @@ bool IsExtensionInList(const std::u16string& extension, std::u16string_view list
 
 bool IsSharePath(const std::u16string& path) noexcept;
 
+// Where a path goes on behind its volume, as a position; what stands before need not be a valid
+// volume.
+size_t FindVolumeEnd(const std::u16string& path) noexcept;
+
 // Drive form "C:\" or share form "\\server\share\"; a missing last "\" is forgiven.
 bool WinIsValidVolumePath(const std::u16string& path);
 
