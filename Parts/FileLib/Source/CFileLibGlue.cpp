@@ -37,16 +37,10 @@ int32_t CFileLibGlue::InterpretURL(const char* url, IVolumeSpec** volume, IDirSp
         *folder = nullptr;
         *file = nullptr;
         const SSpecPath named = fImpl.InterpretURL(url);
-        switch (named.fKind) {
-        case ESpecKind::kVolume:
-            *volume = new CVolumeSpecGlue(named.fPath);
-            break;
-        case ESpecKind::kFolder:
-            *folder = new CDirSpecGlue(named.fPath);
-            break;
-        case ESpecKind::kFile:
+        if (named.fKind == ESpecKind::kFile) {
             *file = new CFileSpecGlue(named.fPath);
-            break;
+        } else {
+            *folder = new CDirSpecGlue(named.fPath);
         }
     });
 }

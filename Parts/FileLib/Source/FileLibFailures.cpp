@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "Failure/FailureMap.h"
 #include "Failure/IByteReader.h"
 #include "Failure/IntegerForm.h"
 #include "Failure/ObjectTypeWords.h"
@@ -45,14 +46,6 @@ constexpr SFailureCodeMapEntry kFailureMap[] = {
 constexpr SIntegerRange kRange{kFileLibTunnelFirst, 0xFFFFFFFF};
 
 } // namespace
-
-const SFailureCodeMapEntry* GetFileLibFailureMap() {
-    return kFailureMap;
-}
-
-SIntegerRange GetFileLibRange() {
-    return kRange;
-}
 
 void ThrowIfFileLibError(int32_t status, const CFailureSite& site) {
     if (status != kFileLibStatus_OK) {

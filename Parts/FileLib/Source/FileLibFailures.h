@@ -3,15 +3,10 @@
 #include <cstdint>
 
 #include "Failure/CFailureSite.h"
-#include "Failure/FailureMap.h"
 
 namespace NSFileLib {
 
 // The file library's statuses as failures, and back.
-
-// Ends with a row of kFailureMapEnd.
-const NSLichen::SFailureCodeMapEntry* GetFileLibFailureMap();
-NSLichen::SIntegerRange GetFileLibRange();
 
 // Raises what a status of the file library names; nothing for kFileLibStatus_OK.
 void ThrowIfFileLibError(int32_t status,

@@ -34,8 +34,8 @@ public:
 
     // URLs are "file://" and the path in UTF-8 with its "\" kept, with a terminator, in buffers of
     // kFileLibTextUnits bytes. Interpreting takes "/" for "\" too, and a URL that ends in either
-    // for a folder. Exactly one of the results is an object, the others are null; the caller
-    // deletes it. What the URL names must be there.
+    // for a folder, the root of a volume among them. So `volume` is always null, and one of the
+    // other results is an object, which the caller deletes. What the URL names must be there.
     virtual int32_t InterpretURL(const char* url, IVolumeSpec** volume, IDirSpec** folder,
                                  IFileSpec** file) = 0;
     virtual int32_t GetFileURL(const IFileSpec* file, char* url) = 0;

@@ -10,18 +10,6 @@ CFileHandle::~CFileHandle() {
     Close();
 }
 
-CFileHandle::CFileHandle(CFileHandle&& other) noexcept
-    : fOps(other.fOps), fHandle(std::exchange(other.fHandle, kNoPlatformHandle)) {}
-
-CFileHandle& CFileHandle::operator=(CFileHandle&& other) noexcept {
-    if (this != &other) {
-        Close();
-        fOps = other.fOps;
-        fHandle = std::exchange(other.fHandle, kNoPlatformHandle);
-    }
-    return *this;
-}
-
 uint32_t CFileHandle::Open(const std::u16string& path, const SOpenRequest& request) {
     Close();
     fOps = &GetPlatformFileOps();

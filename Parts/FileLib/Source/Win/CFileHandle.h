@@ -12,8 +12,8 @@ class CFileHandle {
 public:
     CFileHandle() = default;
     ~CFileHandle();
-    CFileHandle(CFileHandle&& other) noexcept;
-    CFileHandle& operator=(CFileHandle&& other) noexcept;
+    CFileHandle(const CFileHandle&) = delete;
+    CFileHandle& operator=(const CFileHandle&) = delete;
 
     // Closes what is open, then opens. Answers an error code.
     uint32_t Open(const std::u16string& path, const SOpenRequest& request);

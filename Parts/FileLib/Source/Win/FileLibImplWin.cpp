@@ -86,10 +86,6 @@ std::u16string CFileLibImpl::MakeFilePath(const std::u16string& nativePath) cons
     return RequireFilePath(nativePath);
 }
 
-std::u16string CFileLibImpl::GetVolumeName(const std::u16string& volume) const {
-    return GetNameOfPath(volume);
-}
-
 std::u16string CFileLibImpl::GetFolderName(const std::u16string& folder) const {
     return GetNameOfPath(folder);
 }

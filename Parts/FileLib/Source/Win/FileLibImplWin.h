@@ -35,7 +35,6 @@ public:
     std::u16string MakeFilePath(const std::u16string& nativePath) const;
 
     // --- Names
-    std::u16string GetVolumeName(const std::u16string& volume) const;
     std::u16string GetFolderName(const std::u16string& folder) const;
     std::u16string GetFileName(const std::u16string& file) const;
     std::u16string MakeValidVolumeName(const std::u16string& name) const;
