@@ -1,4 +1,5 @@
 #include "LoopLibrary/Render/CAIFFSampleReader.h"
+#include "LoopLibrary/Render/CAIFFSampleWriter.h"
 #include "LoopLibrary/Render/ReadSamples.h"
 
 #include "PorterPackage/Core/ExtendedFloat.h"
@@ -58,13 +59,17 @@ CWaveLoopInfo LoopOf(const std::string& chunks) {
     return InfoOf(kCommon, chunks).fLoop;
 }
 
+auto Fields(const CWaveSampleInfo& info) {
+    const CWaveLoopInfo& loop = info.fLoop;
+    return std::tuple(info.fChannels, info.fBitDepth, info.fSampleRate, info.fFrames, loop.fMode,
+                      loop.fDirection, loop.fStart, loop.fEnd, loop.fHasRootNote, loop.fRootNote,
+                      loop.fDetune, loop.fHasNoteRange, loop.fLowNote, loop.fHighNote);
+}
+
 TEST(ReadAIFFSampleInfo, CommonChunkInBothForms) {
     // 21 bytes are too few for a compression type.
     for (const std::string& common : {kCommon, kCommon + "NONE\0"s, kCommon + "sow"}) {
-        const CWaveSampleInfo info = InfoOf(common);
-        EXPECT_EQ(std::tuple(info.fChannels, info.fBitDepth, info.fSampleRate, info.fFrames),
-                  std::tuple(1, 16, 44100, 1000));
-        EXPECT_EQ(info.fLoop.fMode, kLoopMode_None);
+        EXPECT_EQ(Fields(InfoOf(common)), Fields({1, 16, 44100, 1000}));
     }
     EXPECT_EQ(InfoOf(With(kCommon, 8, Rate(2147483647.5))).fSampleRate, 2147483647);
     EXPECT_EQ(InfoOf(With(kCommon, 6, Word(22))).fBitDepth, 22);
@@ -84,10 +89,8 @@ TEST(ReadAIFFSampleInfo, CommonChunkInBothForms) {
 }
 
 TEST(ReadAIFFLoopInfo, InstrumentGivesNotesOrNothing) {
-    const CWaveLoopInfo loop = LoopOf(Instrument(0, 1, 2));
-    EXPECT_TRUE(loop.fHasRootNote && loop.fHasNoteRange);
-    EXPECT_EQ(std::tuple(loop.fRootNote, loop.fDetune, loop.fLowNote, loop.fHighNote),
-              std::tuple(0x40, 10, 0x10, 0x70));
+    EXPECT_EQ(Fields(InfoOf(kCommon, Instrument(0, 1, 2))),
+              Fields({1, 16, 44100, 1000, {13, 0, 0, 0, true, 0x40, 10, true, 0x10, 0x70}}));
     const std::string unlooped = With(kInstrument, 8, Word(0));
     // Detunes beyond half a semitone are limited and no fault.
     for (const auto& [stored, taken] : {std::pair{60, 50}, {-50, -50}, {-128, -50}}) {
@@ -101,10 +104,7 @@ TEST(ReadAIFFLoopInfo, InstrumentGivesNotesOrNothing) {
         broken.push_back(With(unlooped, place, "\x80"));
     }
     for (const std::string& instrument : broken) {
-        const CWaveSampleInfo info = InfoOf(kCommon, Chunk("INST", instrument));
-        EXPECT_EQ(info.fFrames, 1000);
-        EXPECT_FALSE(info.fLoop.fHasRootNote);
-        EXPECT_EQ(info.fLoop.fRootNote, 60);
+        EXPECT_EQ(Fields(InfoOf(kCommon, Chunk("INST", instrument))), Fields(InfoOf(kCommon)));
     }
 }
 
@@ -126,6 +126,7 @@ TEST(ReadAIFFLoopInfo, LoopPoints) {
         // An id of 0 may be a marker's; if it is none's, there is no loop and no fault.
         {Instrument(1, 0, 2) + zero, 15, 0, 3, 900},
         {Instrument(1, 0, 2) + usual, 13, 0, 0, 0},
+        {Instrument(1, 0, 2), 13, 0, 0, 0},
         {Instrument(1, -1, 2) + usual, 13, 0, 0, 0},
         {Instrument(1, 2, 1) + usual, 13, 0, 0, 0},
         {Instrument(1, 2, 2) + usual, 13, 0, 0, 0},
@@ -152,6 +153,37 @@ TEST(ReadAIFFLoopInfo, LoopPoints) {
           looped + With(good, 4, BigEndian(200)), looped + With(good, 8, Word(3)),
           looped + Chunk("MARK", "x")}) {
         EXPECT_FALSE(LoopOf(chunks).fHasRootNote);
+    }
+}
+
+TEST(WriteAIFF, GivesTheSameInformationBack) {
+    const struct {
+        EAIFFCommonForm fForm;
+        CWaveLoopInfo fLoop;
+    } rows[] = {{EAIFFCommonForm::kPlain, {15, 1, 10, 90, true, 61, -7, true, 3, 99}},
+                {EAIFFCommonForm::kWithCompressionType, {15, 0, 10, 90}},
+                {EAIFFCommonForm::kPlain, {14, 0, 10, 90}},
+                {EAIFFCommonForm::kPlain, {}}};
+    for (const auto& row : rows) {
+        CWaveSampleInfo info{2, 24, 48000, 100, row.fLoop};
+        COwnedMemoryMedia media;
+        CIFFWriter writer(&media);
+        writer.BeginGroup(kAIFFGroupID, kAIFFType);
+        WriteAIFFCommon(writer, info, row.fForm);
+        WriteAIFFLoop(writer, info.fLoop);
+        BeginAIFFSoundData(writer, 1500, 512);
+        writer.Write(600, Raw(std::string(600, 'x')));
+        writer.EndChunk();
+        writer.EndGroup();
+
+        // Notes that the record does not have are written as their defaults.
+        info.fLoop.fHasRootNote = info.fLoop.fHasNoteRange = true;
+        CWaveSampleInfo read;
+        ReadAIFFSampleInfo(read, media);
+        EXPECT_EQ(Fields(read), Fields(info));
+        CIFFReader reader(&media, kAIFFGroupID);
+        EXPECT_EQ(EnterAIFFSoundData(reader, read).fBlockSize, 512U);
+        EXPECT_EQ(media.BytesLeft(), 600);
     }
 }
 
