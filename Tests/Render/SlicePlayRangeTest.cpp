@@ -13,12 +13,13 @@ struct CRangeFlags {
 };
 
 // The ranges of a silent sample of 1000 frames with a loop, as "0-100 100-1000". The slices sound
-// for `length` frames, or with a length of 0 up to the next one.
+// for `length` frames, or with a length of 0 up to the next one; a hidden one plays no part.
 std::string Ranges(int32_t loopStart, int32_t loopEnd, const std::vector<uint32_t>& positions,
                    uint32_t length = 0, CRangeFlags flags = {}) {
     const auto sample = CreateWaveSample(44100, 1000, false, 16);
     sample->SetLoop(2, loopStart, loopEnd);
     CSliceSequence sequence(sample.get());
+    sequence.InsertSlice(MakeSlice(50, kSliceKind_Hidden));
     for (const uint32_t position : positions) {
         const bool muted = flags.fMuted && position == positions.front();
         CSlice slice = MakeSlice(position, kSliceKind_Forced, 0, muted);

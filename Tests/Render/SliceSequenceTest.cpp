@@ -130,16 +130,11 @@ TEST(SliceSequence, PeakLevelWrapsIn16Bits) {
 }
 
 TEST(SliceSequence, FindsNearestAndSnaps) {
-    const CSlice hidden = MakeSlice(201, kSliceKind_Hidden);
+    const CSlice hidden = MakeSlice(201, kSliceKind_Hidden, 3);
     SSliced sliced(1000, {MakeSlice(101), hidden, MakeSlice(301), MakeSlice(701)});
-    CSlice slice = hidden;
-    SSliced exact(1000, {MakeSlice(10, kSliceKind_Hidden, 0), MakeSlice(20, kSliceKind_Forced, 3)});
-    EXPECT_TRUE(exact.fSequence.HasSliceAt(10));
-    EXPECT_FALSE(exact.fSequence.HasSliceAt(11));
-    CSlice found;
-    EXPECT_FALSE(exact.fSequence.FindSliceAt(30, found));
-    EXPECT_TRUE(exact.fSequence.FindSliceAt(20, found));
-    EXPECT_EQ(found.GetLevel(), 3);
+    CSlice slice;
+    EXPECT_TRUE(sliced.fSequence.HasSliceAt(201) && sliced.fSequence.FindSliceAt(201, slice));
+    EXPECT_FALSE(sliced.fSequence.HasSliceAt(202) || sliced.fSequence.FindSliceAt(202, slice));
     EXPECT_FALSE(SSliced(1000).fSequence.FindNearest(5, slice));
     EXPECT_EQ(slice, hidden);
     EXPECT_EQ(SSliced(1000).fSequence.SnapToSlice(123, 1000), 123U);

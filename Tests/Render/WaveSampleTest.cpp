@@ -109,20 +109,26 @@ TEST(WaveSample, BulkFormsAgreeWithSingleFrames) {
               &S::Set24BitFloatSamples, &S::Get24BitFloatFrames, &S::Set24BitFloatFrames);
 }
 
-TEST(WaveSample, MakesPreviewOfOverlappingEntries) {
+TEST(WaveSample, MakesPreviewOfOverlappingEntriesThatClonesTake) {
     for (const int32_t frames : {0, 63, 64, 65, 191, 192, 1000}) {
-        const auto sample = MakeNoiseSample(44100, frames, true, 24);
-        sample->CreatePreview();
+        const bool stereo = frames % 2 == 0;
+        auto source = MakeNoiseSample(44100, frames, stereo, 24);
+        source->CreatePreview();
+        const auto sample = CloneWaveSample(*source);
+        source.reset();
         const CWaveSamplePreview& preview = *sample->GetPreview();
         ASSERT_EQ(preview.GetEntryCount(), frames / 64);
-        for (int32_t i = 0; i < 2 * preview.GetEntryCount(); ++i) {
-            std::vector<int16_t> values(static_cast<size_t>(std::min(frames - 64 * (i / 2), 192)));
-            sample->Get16BitSamples(64 * (i / 2), static_cast<int32_t>(values.size()),
-                                    values.data(), 1 + i % 2);
-            const auto [low, high] = std::minmax_element(values.begin(), values.end());
-            const int16_t* peaks = i % 2 == 0 ? preview.GetLeftPeaks() : preview.GetRightPeaks();
-            EXPECT_EQ(peaks[i / 2 * 2], *low);
-            EXPECT_EQ(peaks[i / 2 * 2 + 1], *high);
+        ASSERT_EQ(preview.GetRightPeaks() != nullptr, stereo);
+        for (int32_t first = 0; first + 64 <= frames; first += 64) {
+            std::vector<int16_t> values(static_cast<size_t>(std::min(frames - first, 192)));
+            for (int32_t channel = 1; channel <= (stereo ? 2 : 1); ++channel) {
+                sample->Get16BitSamples(first, static_cast<int32_t>(values.size()), values.data(),
+                                        channel);
+                const auto [low, high] = std::minmax_element(values.begin(), values.end());
+                const int16_t* peaks =
+                    (channel == 1 ? preview.GetLeftPeaks() : preview.GetRightPeaks()) + first / 32;
+                EXPECT_EQ(std::pair(peaks[0], peaks[1]), std::pair(*low, *high));
+            }
         }
     }
 }
@@ -164,10 +170,12 @@ TEST(WaveSample, ReplacesAChannelOfACloneAlone) {
         auto padded = Values(*source, 1);
         padded.resize(10);
         const auto clone = CloneWaveSample(*sample);
-        clone->ReplaceChannelFrom(*source, 2);
-        EXPECT_EQ(Values(*clone, 1), Values(*sample, 1));
-        EXPECT_EQ(Values(*clone, 2), padded);
-        EXPECT_FALSE(sample->IsStereo());
+        for (const int32_t channel : {2, 1}) {
+            clone->ReplaceChannelFrom(*source, channel);
+            EXPECT_EQ(Values(*clone, 3 - channel), Values(*sample, 1));
+            EXPECT_EQ(Values(*clone, channel), padded);
+            EXPECT_FALSE(sample->IsStereo());
+        }
     }
 }
 
