@@ -1,5 +1,4 @@
 #include "LoopLibrary/Render/CTesselSampler.h"
-#include "LoopLibrary/Render/VoiceEnvelopes.h"
 #include "LoopLibrary/Render/VoiceFetch.h"
 #include "Tests/Render/RenderTestTools.h"
 
@@ -209,12 +208,6 @@ TEST(SliceVoice, RendersLikeThePlainVoice) {
         }
         EXPECT_FALSE(alive) << c.fName;
     }
-}
-
-TEST(VoiceEnvelopes, FullCompressionHalvesTheGain) {
-    const CSamplerSettings settings{.fCompressorOn = true, .fCompressorRatio = 127};
-    const SamplerVoice voice{.fEnvelope = 1.0F, .fCompressorEnvelope = 1.0F};
-    EXPECT_NEAR(TargetGain(voice, settings), 0.8333333 / 2.001, 2e-7);
 }
 
 CTestBlock Interpolate(InterpolateFunction form, const std::vector<float>& left,
