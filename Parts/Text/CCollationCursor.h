@@ -15,6 +15,7 @@ struct SCollationElement {
     uint32_t fTertiary = 0;  // 1 lower case, 2 upper case
 };
 
+// The lower case of a unit, or the unit itself when it has none in the basic plane.
 char16_t LowerUnit(char16_t unit);
 
 // Splits letters into base and marks, expands ligatures, folds full-width forms into plain ones and
@@ -35,7 +36,7 @@ private:
 
     std::u16string_view fText;
     size_t fPosition = 0;
-    // What the last character gave: at most two letters, or one letter and its marks.
+    // What the last character gave: one or two letters and their marks, four elements at most.
     std::array<SCollationElement, 8> fPending{};
     size_t fPendingCount = 0;
     size_t fPendingTaken = 0;

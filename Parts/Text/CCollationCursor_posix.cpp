@@ -161,8 +161,14 @@ void CCollationCursor::Expand(uint32_t codePoint) {
             return;
         }
     }
-    const uint32_t lower = LowerUnit(static_cast<char16_t>(codePoint));
-    ExpandLower(lower, lower == codePoint ? kLowerCase : kUpperCase);
+    uint32_t lower = LowerUnit(static_cast<char16_t>(codePoint));
+    const uint32_t tertiary = lower == codePoint ? kLowerCase : kUpperCase;
+    // Only the bare letter takes the breve: in U+045D another mark stands between.
+    if (lower == kCyrillicI && fPosition < fText.size() && fText[fPosition] == kBreve) {
+        ++fPosition;
+        lower = kCyrillicShortI;
+    }
+    ExpandLower(lower, tertiary);
 }
 
 void CCollationCursor::ExpandLower(uint32_t codePoint, uint32_t tertiary) {
@@ -184,10 +190,6 @@ void CCollationCursor::ExpandLower(uint32_t codePoint, uint32_t tertiary) {
         }
         Push({0, expansion->fVariant, 0});
         return;
-    }
-    if (codePoint == kCyrillicI && fPosition < fText.size() && fText[fPosition] == kBreve) {
-        ++fPosition;
-        codePoint = kCyrillicShortI;
     }
     Push({PrimaryWeight(codePoint), kPlainSecondary, tertiary});
 }
