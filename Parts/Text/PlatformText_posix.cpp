@@ -77,11 +77,13 @@ void PlatformLowerUtf16(std::u16string& text) {
 }
 
 bool PlatformDecodeCodePage(const std::string& text, uint32_t codePage, std::u16string& result) {
-    const iconv_t converter = iconv_open("UTF-16LE", EncodingName(codePage).c_str());
+    const std::string encoding = EncodingName(codePage);
+    std::string bytes(text.size() * 3 * sizeof(char16_t), '\0');
+    // Nothing may throw while the converter is open.
+    const iconv_t converter = iconv_open("UTF-16LE", encoding.c_str());
     if (reinterpret_cast<intptr_t>(converter) == -1) {
         return false;
     }
-    std::string bytes(text.size() * 3 * sizeof(char16_t), '\0');
     char* source = const_cast<char*>(text.data());
     size_t sourceLeft = text.size();
     char* target = bytes.data();
