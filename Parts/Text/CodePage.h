@@ -1,4 +1,4 @@
-// 8-bit texts in Windows code pages.
+// 8-bit texts in Windows code pages. Any thread may call.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// Small operations on UTF-16 text, and numbers as text. Sets of characters are given as UTF-8.
+// Small operations on UTF-16 text, and numbers as text. Sets of characters are given as UTF-8; one
+// that is not raises XFormatViolation with the target word "unicode". Any thread may call.
 #pragma once
 
 #include <cstddef>
