@@ -92,6 +92,10 @@ TEST(LastChanceHandler, TakesExceptionsAndOtherThings) {
     EXPECT_EQ(handler.fSeen, "lost");
     HandleThrown(5);
     EXPECT_EQ(handler.fSeen, "unknown");
+    // Outside a catch there is nothing to rethrow.
+    handler.fSeen.clear();
+    HandleEscapedException();
+    EXPECT_EQ(handler.fSeen, "unknown");
 }
 
 TEST(FailureModule, StandsFromTheStaticInitialisersOn) {

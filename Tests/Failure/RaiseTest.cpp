@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <vector>
 
 #include "Failure/FailureQuestions.h"
 #include "Failure/ObjectTypeWords.h"
@@ -20,10 +21,9 @@ TEST(Raise, RecordsOneItemWithCodeTextAndTarget) {
         EXPECT_STREQ(exception.what(), "bad Tessel chunk magic");
         EXPECT_FALSE(exception.fEmpty);
         EXPECT_EQ(exception.fCode, 22);
-        ASSERT_EQ(exception.fItems.size(), 1u);
-        EXPECT_EQ(exception.fItems[0],
-                  (CFailureItem{
-                      {}, 22, "bad Tessel chunk magic", {TargetObjectTypePart(LopFileWord())}}));
+        const CFailureItem expected{
+            {}, 22, "bad Tessel chunk magic", {TargetObjectTypePart(LopFileWord())}};
+        EXPECT_EQ(exception.fItems, std::vector{expected});
         EXPECT_TRUE(HasTargetObjectType(exception, LopFileWord()));
         EXPECT_FALSE(HasTargetObjectType(exception, FileWord()));
     }
@@ -49,9 +49,9 @@ TEST(Raise, AnnotatesWhatIsRaisedAgain) {
         }
     } catch (const XRead& exception) {
         EXPECT_STREQ(exception.what(), "short");
+        const CFailureItem annotation{{}, 5, "", {TargetObjectTypePart(LopFileWord())}};
         ASSERT_EQ(exception.fItems.size(), 2u);
-        EXPECT_EQ(exception.fItems[1].fCode, 5);
-        EXPECT_TRUE(exception.fItems[1].fText.empty());
+        EXPECT_EQ(exception.fItems[1], annotation);
         EXPECT_TRUE(HasTargetObjectType(exception, LopFileWord()));
     }
 }
@@ -81,25 +81,38 @@ TEST(Raise, CopiesOfAnExceptionCarryTheBody) {
     }
 }
 
-TEST(FailureQuestions, GiveEachKindOfValueAsText) {
-    CExceptionBodyMixin body{CFailureSite()};
-    body.fItems.push_back(
-        CFailureItem{{},
-                     25,
-                     "",
-                     {ErrorCodePart(-12), TargetObjectIdPart(CFailureValue::FromFloat(1.5f)),
-                      VersionStringPart("1.\xE9"), ErrorStringPart(u"wide"),
-                      SecondaryObjectTypePart(DllWord())}});
+TEST(FailureQuestions, KnowEachPartByItsKeyAndKind) {
+    CFailureItem item{{}, 25, "", {}};
     const struct {
-        CFixedName fKey;
+        CFailurePart fPart;
+        const char* fKey;
+        EValueKind fKind;
         const char16_t* fText;
-    } rows[] = {{ErrorCodeKey(), u"-12"},           {TargetObjectIdKey(), u"1.500000"},
-                {VersionStringKey(), u"1.\u00E9"},  {ErrorStringKey(), u"wide"},
-                {SecondaryObjectTypeKey(), u"dll"}, {VersionNumberKey(), u"<nil>"}};
+    } rows[] = {
+        {TargetObjectTypePart(DllWord()), "target_object_type", kValueKind_Word, u"dll"},
+        {TargetObjectIdPart(CFailureValue::FromFloat(1.5f)), "target_object_id", kValueKind_Float,
+         u"1.500000"},
+        {ErrorCodePart(-12), "error_code", kValueKind_Integer, u"-12"},
+        {ErrorStringPart("1.\xE9"), "error_string", kValueKind_Text, u"1.\u00E9"},
+        {VersionNumberPart(3), "version_number", kValueKind_Integer, u"3"},
+        {VersionStringPart("3b"), "version_string", kValueKind_Text, u"3b"},
+        {SecondaryObjectTypePart(ItemWord()), "secondary_object_type", kValueKind_Word, u"item"},
+        {SecondaryObjectIdPart({}), "secondary_object_id", kValueKind_Nil, u"<nil>"},
+    };
     for (const auto& row : rows) {
-        EXPECT_EQ(GetPartValueText(body, row.fKey), row.fText) << row.fKey.GetText();
+        item.fParts.push_back(row.fPart);
     }
-    EXPECT_TRUE(HasPartValue(body, ErrorCodeKey(), CFailureValue::FromInteger(-12)));
+    CExceptionBodyMixin body{CFailureSite()};
+    body.fItems.push_back(item);
+    for (const auto& row : rows) {
+        const CFixedName key(row.fKey);
+        EXPECT_EQ(GetPartValue(body, key).GetKind(), row.fKind) << row.fKey;
+        EXPECT_EQ(GetPartValueText(body, key), row.fText) << row.fKey;
+    }
     EXPECT_FALSE(HasPartValue(body, ErrorCodeKey(), CFailureValue::FromFloat(-12.0f)));
+    // The later string, a wide one, takes the place of the first.
+    body.fItems[0].fParts.push_back(ErrorStringPart(u"wide"));
+    EXPECT_TRUE(HasPartValue(body, ErrorStringKey(), CFailureValue::FromWideText(u"wide")));
+    EXPECT_EQ(GetPartValueText(body, ErrorStringKey()), u"wide");
     EXPECT_EQ(GetPartValueText(CExceptionBodyMixin(), ErrorCodeKey()), u"<nil>");
 }

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <typeindex>
 #include <typeinfo>
+#include <vector>
 
 #include "Failure/RaisingSteps.h"
 #include "Failure/XClasses.h"
@@ -21,48 +22,23 @@ class XForeignRuntime : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+template <class... X>
+std::vector<std::type_index> TypesOf() {
+    return {typeid(X)...};
+}
+
 } // namespace
 
 TEST(ThrowByFailureCode, ThrowsTheClassOfEachCode) {
     // From code 6 on.
-    const std::type_index classes[] = {typeid(XStdException),
-                                       typeid(XStdException),
-                                       typeid(XTunneledError),
-                                       typeid(XStdLogicError),
-                                       typeid(XStdDomainError),
-                                       typeid(XStdInvalidArgument),
-                                       typeid(XStdLengthError),
-                                       typeid(XStdOutOfRange),
-                                       typeid(XIllegalCallSequence),
-                                       typeid(XInvariantCorrupt),
-                                       typeid(XStdBadAlloc),
-                                       typeid(XStdRuntimeError),
-                                       typeid(XStdOverflowError),
-                                       typeid(XStdUnderflowError),
-                                       typeid(XStdRangeError),
-                                       typeid(XUnsupportedFormat),
-                                       typeid(XFormatViolation),
-                                       typeid(XVersionTooOld),
-                                       typeid(XVersionTooNew),
-                                       typeid(XRead),
-                                       typeid(XWrite),
-                                       typeid(XOutOfSpace),
-                                       typeid(XOutOfItems),
-                                       typeid(XCreate),
-                                       typeid(XOpen),
-                                       typeid(XClose),
-                                       typeid(XDelete),
-                                       typeid(XResolve),
-                                       typeid(XNotFound),
-                                       typeid(XAlreadyExists),
-                                       typeid(XPermission),
-                                       typeid(XLocked),
-                                       typeid(XReadOnly),
-                                       typeid(XNotReady),
-                                       typeid(XTimeout),
-                                       typeid(XAbort),
-                                       typeid(XSilentAbort),
-                                       typeid(XUnitTestFailure)};
+    const auto classes =
+        TypesOf<XStdException, XStdException, XTunneledError, XStdLogicError, XStdDomainError,
+                XStdInvalidArgument, XStdLengthError, XStdOutOfRange, XIllegalCallSequence,
+                XInvariantCorrupt, XStdBadAlloc, XStdRuntimeError, XStdOverflowError,
+                XStdUnderflowError, XStdRangeError, XUnsupportedFormat, XFormatViolation,
+                XVersionTooOld, XVersionTooNew, XRead, XWrite, XOutOfSpace, XOutOfItems, XCreate,
+                XOpen, XClose, XDelete, XResolve, XNotFound, XAlreadyExists, XPermission, XLocked,
+                XReadOnly, XNotReady, XTimeout, XAbort, XSilentAbort, XUnitTestFailure>();
     CExceptionBodyMixin body{CFailureSite()};
     body.fItems.push_back(CFailureItem{{}, 22, "kept", {}});
     int32_t code = 6;

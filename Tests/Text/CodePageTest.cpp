@@ -27,6 +27,7 @@ TEST(CodePage, OtherPagesComeFromTheSystem) {
     EXPECT_EQ(CodePageToUtf16("\xEF\xE8\xE2\xEE", 1251), u"\u043F\u0438\u0432\u043E");
     EXPECT_EQ(CodePageToUtf16("\xF0\x9F\x98\x80", 65001), u"\U0001F600");
     EXPECT_EQ(CodePageToUtf16("\xE9", 28591), u"\u00E9");
+    EXPECT_EQ(CodePageToUtf16("loop", 20127), u"loop");
     EXPECT_EQ(CodePageToUtf16("\x81\x80", kCodePage_1252), u"\u0081\u20AC");
     EXPECT_EQ(CodePageToUtf16("", 1251), u"");
     EXPECT_THROW(CodePageToUtf16("\xC3", 65001), NSLichen::XFormatViolation);
