@@ -100,46 +100,44 @@ TEST(LogFolders, CopiesGoToTheDesktop) {
     }
 }
 
-TEST(DebugPackage, IsInertUntilItIsStarted) {
-    OpenDebugger("X", "Title", "LoopDebugTest");
+TEST(DebugPackage, ServesDebuggersByNameWhileItIsStarted) {
+    const std::string logs = "LoopDebugTest";
+    std::u16string documents;
+    const bool isThere = FindDocumentsFolder(documents);
+    OpenDebugger("X", "Title", logs);
     TraceToDebugger("X", "lost");
     FlushDebugger("X");
     FlushAllDebuggers();
     EXPECT_EQ(GetDebuggerLogFileName("X"), "");
-    CloseAllDebuggers();
-    std::u16string documents;
-    if (FindDocumentsFolder(documents)) {
-        EXPECT_FALSE(PathExists(documents + u"Halyard Logs\\LoopDebugTest Logs"));
-    }
-}
+    EXPECT_FALSE(PathExists(documents + u"Halyard Logs\\LoopDebugTest Logs"));
 
-TEST(DebugPackage, DebuggersByName) {
     InitDebugPackage();
     InitDebugPackage();
-    OpenDebugger("X", "Title", "LoopDebugTest");
+    OpenDebugger("X", "Title", logs);
     const std::string name = GetDebuggerLogFileName("X");
     const std::string folder = GetDebuggerLogFolder("X");
     OpenDebugger("X", "Another", "LoopDebugTest 2");
     EXPECT_EQ(GetDebuggerLogFolder("X"), folder);
     TraceToDebugger("X", "line");
     TraceToDebugger("Y", "lost");
+    FlushDebugger("X");
     FlushAllDebuggers();
-
-    std::u16string documents;
-    if (FindDocumentsFolder(documents)) {
-        const fs::path path = ToSystemPath(NSTextPackage::Utf8ToUtf16Default(folder)) / name;
+    EXPECT_EQ(isThere, !(folder + name).empty());
+    const fs::path path =
+        isThere ? ToSystemPath(NSTextPackage::Utf8ToUtf16Default(folder)) / name : fs::path();
+    if (isThere) {
         EXPECT_EQ(path.parent_path().filename(), "LoopDebugTest Logs");
         EXPECT_TRUE(ReadWholeFile(path).ends_with(" line\r\n"));
-        CloseAllDebuggers();
+    }
+    CloseAllDebuggers();
+    EXPECT_EQ(GetDebuggerLogFolder("X"), "");
+    CloseAllDebuggers();
+    if (isThere) {
         fs::remove(path);
         fs::remove(path.parent_path());
         std::error_code others; // may have logs there
         fs::remove(path.parent_path().parent_path(), others);
-    } else {
-        EXPECT_EQ(folder + name, "");
     }
-    CloseAllDebuggers();
-    EXPECT_EQ(GetDebuggerLogFolder("X"), "");
 }
 
 } // namespace

@@ -2,11 +2,22 @@
 
 #include "Text/UnicodeConversion.h"
 
+#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <sstream>
 
-std::string ReadWholeFile(const std::filesystem::path& path) {
+namespace fs = std::filesystem;
+
+fs::path ToSystemPath(std::u16string text) {
+    if (fs::path::preferred_separator == '/') {
+        text.erase(0, 2); // "C:"
+        std::replace(text.begin(), text.end(), u'\\', u'/');
+    }
+    return text;
+}
+
+std::string ReadWholeFile(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     std::ostringstream text;
     text << file.rdbuf();
@@ -15,13 +26,19 @@ std::string ReadWholeFile(const std::filesystem::path& path) {
 
 CTestFolder::CTestFolder() {
     const auto now = std::chrono::system_clock::now().time_since_epoch().count();
-    fPath = std::filesystem::temp_directory_path() / ("LoopDebugTest" + std::to_string(now));
-    std::filesystem::create_directory(fPath);
+    fPath = fs::temp_directory_path() / ("LoopDebugTest" + std::to_string(now));
+    fs::create_directory(fPath);
 }
 
 CTestFolder::~CTestFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(fPath, ignored);
+    fs::remove_all(fPath, ignored);
+}
+
+std::u16string CTestFolder::GetText() const {
+    std::u16string text = fPath.u16string() + u"\\";
+    std::replace(text.begin(), text.end(), u'/', u'\\');
+    return text.front() == u'\\' ? u"C:" + text : text;
 }
 
 std::string CTestFolder::GetUtf8Text() const {

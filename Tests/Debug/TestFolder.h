@@ -2,11 +2,9 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
-// Between the system's paths and those with drive and "\".
-std::filesystem::path ToSystemPath(const std::u16string& path);
-std::u16string FromSystemPath(const std::filesystem::path& path);
+// From a path with drive and "\", of plain names.
+std::filesystem::path ToSystemPath(std::u16string text);
 
 std::string ReadWholeFile(const std::filesystem::path& path);
 
@@ -19,8 +17,8 @@ public:
     CTestFolder& operator=(const CTestFolder&) = delete;
 
     const std::filesystem::path& GetPath() const { return fPath; }
-    // With "\" at its end.
-    std::u16string GetText() const { return FromSystemPath(fPath) + u"\\"; }
+    // With drive, and "\" at its end.
+    std::u16string GetText() const;
     std::string GetUtf8Text() const;
 
 private:
