@@ -4,12 +4,10 @@
 
 #include "Failure/XClasses.h"
 #include "PorterPackage/Core/CMemoryMedia.h"
-#include "Text/Comparison.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
-#include <thread>
 #include <vector>
 
 namespace NSSupport {
@@ -56,19 +54,6 @@ TEST(ModuleResources, RawResources) {
     const auto media = OpenModuleResource(kResourceKind_Strings, "Product.TXT");
     ASSERT_NE(media, nullptr);
     EXPECT_EQ(media->ReadU8(), static_cast<uint32_t>('#'));
-}
-
-TEST(ModuleResources, OneTableForAllThreads) {
-    std::vector<const CResourceTables*> seen(8);
-    std::vector<std::thread> threads;
-    threads.reserve(seen.size());
-    for (auto& place : seen) {
-        threads.emplace_back([&place] { place = &GetHelpTables(); });
-    }
-    for (auto& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(std::count(seen.begin(), seen.end(), &GetHelpTables()), 8);
 }
 
 class CFakeVersionInfo : public IVersionInfo {
