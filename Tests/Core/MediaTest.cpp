@@ -129,6 +129,8 @@ TEST(CPartialMedia, WritableViewFollowsItsParent) {
     EXPECT_EQ(root.GetPosition(), 4);
     inner.Flush(true);
     EXPECT_EQ(root.GetPosition(), 7);
+    outer.SetPosition(kMost);
+    EXPECT_THROW(outer.WriteU8(0), std::out_of_range);
 }
 
 } // namespace NSPorter

@@ -7,12 +7,14 @@ namespace NSPorter {
 
 CPartialMedia::CPartialMedia(CMedia* parent, int64_t offset)
     : fWriteParent(parent), fReadParent(nullptr), fOffset(offset), fLimit(-1) {
-    SetPosition(parent->GetPosition() - offset);
+    SetPosition(parent->GetPosition());
+    Skip(-offset);
 }
 
 CPartialMedia::CPartialMedia(CMedia* parent, int64_t offset, int64_t size)
     : fWriteParent(nullptr), fReadParent(parent), fOffset(offset), fLimit(size) {
-    SetPosition(parent->GetPosition() - offset);
+    SetPosition(parent->GetPosition());
+    Skip(-offset);
 }
 
 void CPartialMedia::ReadBytes(int64_t position, int64_t count, uint8_t* destination) const {
@@ -21,14 +23,14 @@ void CPartialMedia::ReadBytes(int64_t position, int64_t count, uint8_t* destinat
     if (fReadParent != nullptr && !inside) {
         NSLichen::Raise(NSLichen::XRead(""));
     }
-    Parent()->ReadBytes(fOffset + position, count, destination);
+    Parent()->ReadBytes(InParent(position), count, destination);
 }
 
 void CPartialMedia::WriteBytes(int64_t position, int64_t count, const uint8_t* source) {
     if (fWriteParent == nullptr) {
         NSLichen::Raise(NSLichen::XIllegalCallSequence(""));
     }
-    fWriteParent->WriteBytes(fOffset + position, count, source);
+    fWriteParent->WriteBytes(InParent(position), count, source);
 }
 
 int64_t CPartialMedia::GetLength() const {
@@ -37,7 +39,7 @@ int64_t CPartialMedia::GetLength() const {
 
 void CPartialMedia::Flush(bool recursive) {
     CMedia* parent = Parent();
-    parent->SetPosition(GetPosition() + fOffset);
+    parent->SetPosition(InParent(GetPosition()));
     if (recursive) {
         FlushIfChild(*parent, true);
     }
@@ -45,6 +47,11 @@ void CPartialMedia::Flush(bool recursive) {
 
 CMedia* CPartialMedia::Parent() const {
     return fReadParent != nullptr ? fReadParent : fWriteParent;
+}
+
+int64_t CPartialMedia::InParent(int64_t position) const {
+    // Wraps where the cursor is anything at all; what comes out is judged by the parent.
+    return static_cast<int64_t>(static_cast<uint64_t>(fOffset) + static_cast<uint64_t>(position));
 }
 
 } // namespace NSPorter

@@ -27,6 +27,7 @@ public:
 
 private:
     CMedia* Parent() const;
+    int64_t InParent(int64_t position) const;
 
     // Exactly one of the two is set.
     CMedia* fWriteParent;
