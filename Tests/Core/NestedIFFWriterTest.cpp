@@ -59,8 +59,9 @@ TEST(CIFFWriter2, PadsByAbsolutePosition) {
     EXPECT_EQ(BytesOf(media), "-" + Chunk("AAAA", "ab") + "\0"s + Chunk("AAAA", "ab"));
     CIFFChunkHeader form;
     writer.BeginForm(form, kType);
-    EXPECT_THROW(writer.EndChunk(form, 0xFFFFFFFC), std::length_error);
-    EXPECT_THROW(writer.EndChunk(form, -1), std::length_error);
+    for (const int64_t size : {int64_t{0xFFFFFFFC}, int64_t{0x7FFFFFFFFFFFFFFF}, int64_t{-1}}) {
+        EXPECT_THROW(writer.EndChunk(form, size), std::length_error) << size;
+    }
 }
 
 TEST(RIFF, WritesAndReadsBackToTheByte) {

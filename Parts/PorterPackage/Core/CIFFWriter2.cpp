@@ -60,13 +60,13 @@ void CIFFWriter2::BeginChunk(CIFFChunkHeader& header, uint32_t id) {
 }
 
 void CIFFWriter2::EndChunk(const CIFFChunkHeader& header, int64_t dataSize) {
-    const int64_t size = dataSize + header.GetHeaderSize() - 8;
-    if (dataSize < 0 || size > std::numeric_limits<uint32_t>::max()) {
+    const int64_t typeSize = header.GetHeaderSize() - 8;
+    if (dataSize < 0 || dataSize > std::numeric_limits<uint32_t>::max() - typeSize) {
         NSLichen::Raise(NSLichen::NSLichenDetails::XStdLengthError(""));
     }
     const int64_t end = header.fOffset + header.GetHeaderSize() + dataSize;
     fMedia->SetPosition(header.fOffset + 4);
-    WriteSize(static_cast<uint32_t>(size));
+    WriteSize(static_cast<uint32_t>(dataSize + typeSize));
     fMedia->SetPosition(end);
     if ((end & 1) != 0) {
         fMedia->WriteU8(0);
