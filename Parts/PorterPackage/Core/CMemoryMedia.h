@@ -11,7 +11,8 @@ constexpr int32_t kBlockOwnership_BorrowedConst = 71;
 
 // Reads are unchecked copies: asking for bytes outside the block is the caller's fault. Reads and
 // writes of 0 bytes or less do nothing. Only an owned block grows; a write beyond a borrowed block,
-// or any write to a const one, raises XIllegalCallSequence.
+// or any write to a const one, raises XIllegalCallSequence. A write that begins below zero raises
+// XStdOutOfRange, one that no memory can hold std::bad_alloc.
 class CMemoryMedia : public CMedia {
 public:
     // Copies all bytes and the cursor of the source into a block of its own.

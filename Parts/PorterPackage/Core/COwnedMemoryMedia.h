@@ -7,7 +7,8 @@
 
 namespace NSPorter {
 
-// Reads are unchecked copies, as in CMemoryMedia.
+// Reads are unchecked copies and writes raise what they raise in an owned CMemoryMedia; both do
+// nothing for 0 bytes or less.
 class COwnedMemoryMedia : public CMedia {
 public:
     COwnedMemoryMedia() = default;
