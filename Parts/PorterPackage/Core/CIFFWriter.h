@@ -8,8 +8,8 @@
 namespace NSPorter {
 
 // One group and one chunk may be open at a time: beginning a second one, or ending one that is not
-// open, raises XIllegalCallSequence. A size beyond 32 bits, or a cursor moved to before the header's
-// end, raises XStdLengthError when it is to be written.
+// open, raises XIllegalCallSequence. A size beyond 32 bits, or a cursor moved to before the
+// header's end, raises XStdLengthError when it is to be written.
 class CIFFWriter {
 public:
     // Borrows the media.

@@ -6,7 +6,8 @@
 namespace NSPorter {
 
 // Positions are absolute, and no operation moves a cursor. Whether a position is checked is each
-// media's own matter: read-only views check reads against their limit, memory media check writes alone.
+// media's own matter: read-only views check reads against their limit, memory media check writes
+// alone.
 class IMediaImplementation {
 public:
     virtual void ReadBytes(int64_t position, int64_t count, uint8_t* destination) const = 0;
