@@ -1,6 +1,7 @@
 #include "LoopWriter/AIFFAudio.h"
 
 #include "LoopLibrary/Render/CAIFFSampleWriter.h"
+#include "PorterPackage/Core/ByteOrder.h"
 #include "PorterPackage/Core/CIFFWriter.h"
 #include "PorterPackage/Core/COwnedMemoryMedia.h"
 
@@ -44,8 +45,8 @@ SIFFChunk BuildMarkers(const SAIFFAudio& audio) {
     SIFFChunk chunk =
         Capture(FourCharID("MARK"), [&](auto& writer) { audio.fMarkers->Write(writer); });
     if (audio.fMarkerCount) {
-        chunk.fBody[0] = static_cast<uint8_t>(*audio.fMarkerCount >> 8);
-        chunk.fBody[1] = static_cast<uint8_t>(*audio.fMarkerCount);
+        chunk.fBody[0] = NSPorter::HighByte(*audio.fMarkerCount);
+        chunk.fBody[1] = NSPorter::LowByte(*audio.fMarkerCount);
     }
     return chunk;
 }
@@ -66,9 +67,7 @@ SIFFChunk BuildSoundData(const SAIFFAudio& audio) {
         writer.EndChunk();
     });
     if (audio.fRawSoundData) {
-        for (size_t i = 0; i < 4; ++i) {
-            chunk.fBody[i] = static_cast<uint8_t>(head.fOffset >> (24 - 8 * i));
-        }
+        NSPorter::EncodeBigEndian(head.fOffset, chunk.fBody.data());
         chunk.fBody.insert(chunk.fBody.end(), audio.fRawSoundData->begin(),
                            audio.fRawSoundData->end());
     } else {
@@ -88,10 +87,8 @@ void SAIFFAudio::SetLoop(uint32_t start, uint32_t end) {
 
 SIFFChunk BuildAIFFChunks(const SAIFFAudio& audio, uint32_t signature,
                           const std::vector<uint8_t>& applicationData) {
-    std::vector<uint8_t> application;
-    for (int32_t shift = 24; shift >= 0; shift -= 8) {
-        application.push_back(static_cast<uint8_t>(signature >> shift));
-    }
+    std::vector<uint8_t> application(4);
+    NSPorter::EncodeBigEndian(signature, application.data());
     application.insert(application.end(), applicationData.begin(), applicationData.end());
 
     std::vector<SIFFChunk> chunks = {BuildCommon(audio)};

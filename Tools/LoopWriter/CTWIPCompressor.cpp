@@ -1,6 +1,7 @@
 #include "LoopWriter/CTWIPCompressor.h"
 
 #include "Failure/Raise.h"
+#include "PorterPackage/Core/ByteOrder.h"
 
 #include <bit>
 #include <stdexcept>
@@ -81,10 +82,8 @@ void CTWIPCompressor::WriteBits(uint32_t count, uint32_t bits) {
     fBitCount += count;
     if (fPendingCount >= 32) {
         fPendingCount -= 32;
-        const uint32_t word = static_cast<uint32_t>(fPending >> fPendingCount);
-        fBytes.insert(fBytes.end(),
-                      {static_cast<uint8_t>(word >> 24), static_cast<uint8_t>(word >> 16),
-                       static_cast<uint8_t>(word >> 8), static_cast<uint8_t>(word)});
+        const auto word = NSPorter::SplitBytes(static_cast<uint32_t>(fPending >> fPendingCount));
+        fBytes.insert(fBytes.end(), word.begin(), word.end());
         if (fMedia != nullptr && fBytes.size() >= kMediaLot) {
             SendToMedia();
         }

@@ -1,10 +1,11 @@
 #include "LoopWriter/IFFChunkTree.h"
 
 #include "Failure/Raise.h"
+#include "PorterPackage/Core/ByteOrder.h"
 #include "PorterPackage/Core/CIFFFileWriter.h"
 #include "PorterPackage/Core/CIFFWriter.h"
 #include "PorterPackage/Core/COwnedMemoryMedia.h"
-#include "PorterPackage/Core/FourCharID.h"
+#include "PorterPackage/Core/IFFGroupWords.h"
 #include "PorterPackage/Core/IFFSizes.h"
 
 #include <algorithm>
@@ -53,11 +54,11 @@ void EraseAt(const SPlace& place) {
 uint32_t GroupWord(SIFFChunk::EKind kind) {
     switch (kind) {
     case SIFFChunk::EKind::kForm:
-        return NSPorter::FourCharID("FORM");
+        return NSPorter::kIFFWord_Form;
     case SIFFChunk::EKind::kCat:
-        return NSPorter::FourCharID("CAT ");
+        return NSPorter::kIFFWord_Cat;
     default:
-        return NSPorter::FourCharID("LIST");
+        return NSPorter::kIFFWord_List;
     }
 }
 
@@ -85,9 +86,7 @@ size_t OverrideSizes(std::vector<uint8_t>& bytes, size_t offset, const SIFFChunk
         child = OverrideSizes(bytes, child, next);
     }
     if (chunk.fStoredSize) {
-        for (size_t i = 0; i < 4; ++i) {
-            bytes[offset + 4 + i] = static_cast<uint8_t>(*chunk.fStoredSize >> (24 - 8 * i));
-        }
+        NSPorter::EncodeBigEndian(*chunk.fStoredSize, &bytes[offset + 4]);
     }
     const size_t end = offset + 8 + TrueSize(chunk);
     return end + (end & 1);

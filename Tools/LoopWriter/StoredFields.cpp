@@ -8,6 +8,7 @@ namespace NSLoopWriter {
 
 namespace {
 
+// Of a version and of a text alike.
 constexpr uint32_t kLongFormMark = 0xFFFFFFFF;
 
 bool FitsShortForm(const SStoredVersion& version) {
@@ -28,7 +29,7 @@ void WriteStoredVersion(NSPorter::CMedia& media, const SStoredVersion& version) 
         media.WriteU8(version.fShortLastByte);
         return;
     }
-    media.WriteU32(0xFFFFFFFF);
+    media.WriteU32(kLongFormMark);
     for (const uint32_t value : {version.fMajor, version.fMinor, version.fBugFix, version.fStage,
                                  version.fBuild, version.fExtra}) {
         media.WriteU32(value);
