@@ -146,6 +146,10 @@ TEST(IFFChunkTree, StatedSizesReplaceTheTrueOnesAndNothingElse) {
     EXPECT_EQ(WriteNestedTree(MakeGroup(SIFFChunk::EKind::kCat, FourCharID("OUT "), {form, odd})),
               Layout("'CAT ' 0000002E 'OUT ' 'FORM' 05060708 'IN  ' 'ODD ' 01020304 01 00"
                      "'ODD ' 01020304 01 00 'ODD ' 01020304 01 00"));
+    for (const SIFFChunk& tree : {odd, MakeGroup(SIFFChunk::EKind::kCat, 0, {odd}),
+                                  MakeGroup(SIFFChunk::EKind::kForm, 0, {form})}) {
+        EXPECT_THROW(WriteFlatTree(tree), std::invalid_argument);
+    }
 }
 
 TEST(LOP2File, DrumLoopComesBackThroughTheReader) {

@@ -167,13 +167,17 @@ std::vector<uint8_t> WriteNestedTree(const SIFFChunk& root) {
 }
 
 std::vector<uint8_t> WriteFlatTree(const SIFFChunk& root) {
+    const auto isSimple = [](const SIFFChunk& chunk) {
+        return chunk.fKind == SIFFChunk::EKind::kSimple;
+    };
+    if (root.fKind != SIFFChunk::EKind::kForm ||
+        !std::all_of(root.fChildren.begin(), root.fChildren.end(), isSimple)) {
+        NSLichen::Raise(std::invalid_argument("not a flat file"));
+    }
     NSPorter::COwnedMemoryMedia media;
     NSPorter::CIFFWriter writer(&media);
-    writer.BeginGroup(GroupWord(root.fKind), root.fID);
+    writer.BeginGroup(NSPorter::kIFFWord_Form, root.fID);
     for (const SIFFChunk& chunk : root.fChildren) {
-        if (chunk.fKind != SIFFChunk::EKind::kSimple) {
-            NSLichen::Raise(std::invalid_argument("group within a flat file"));
-        }
         writer.WriteChunk(chunk.fID, chunk.fBody.data(), static_cast<int64_t>(chunk.fBody.size()));
     }
     writer.EndGroup();
