@@ -77,6 +77,9 @@ TEST(CIFFWriter, PatchesSizesAndPads) {
     EXPECT_EQ(BytesOf(media).substr(29), BigEndian(0xADDE1AB0));
     EXPECT_RAISES(NSLichen::XIllegalCallSequence, writer.BeginChunk(kA));
     EXPECT_RAISES(NSLichen::XIllegalCallSequence, writer.EndGroup());
+    media.SetPosition(0);
+    EXPECT_THROW(writer.EndChunk(), std::length_error);
+    media.SetPosition(media.GetLength());
     writer.Write(2, Raw("xy"));
     writer.EndChunk();
     writer.EndGroup();

@@ -21,7 +21,10 @@ TEST(Media, PrimitivesAreBigEndianAndMoveTheCursor) {
     EXPECT_EQ(media.ReadU16(), 0x1234);
     EXPECT_EQ(media.ReadU32(), 0x89ABCDEFU);
     uint8_t pair[2] = {};
-    EXPECT_EQ(CRawByteReader(&media).Read(1, 2, pair), NSLichen::kByteStreamStatus_OK);
+    CRawByteReader reader(&media);
+    EXPECT_EQ(reader.Read(1, 2, pair), NSLichen::kByteStreamStatus_OK);
+    EXPECT_EQ(reader.Read(5, 0, pair), NSLichen::kByteStreamStatus_OK);
+    EXPECT_EQ(media.GetPosition(), 3);
     // What an owned array grows by is zero.
     media.WriteAt(9, 2, pair);
     EXPECT_EQ(BytesOf(media), "\xFE\x12\x34\x89\xAB\xCD\xEF\0\0\x12\x34"s);

@@ -55,6 +55,8 @@ TEST(CIFFReader2, FindsAcrossEmptyAndOddChunks) {
     EXPECT_EQ(reader.OpenChunk(kType), nullptr);
     uint8_t bytes[3] = {};
     EXPECT_VIOLATION(reader.ReadChunk(kType, bytes));
+    reader.ReadChunk(kB, bytes);
+    EXPECT_EQ(bytes[2], 'e');
     header.fOffset = media.GetLength() - 10;
     EXPECT_VIOLATION(reader.ReadChunkData(header, bytes));
 }
@@ -70,6 +72,10 @@ TEST(CIFFReader2, TooShortOrOfNoKind) {
     CMemoryMedia group = MediaOf(small);
     EXPECT_TRUE(CIFFReader2(&group, kIFFMode_BigEndian).FindForm(kType, header));
     EXPECT_VIOLATION(header.GetDataSize());
+    for (const int32_t kind : {-1, 5}) {
+        header.fKind = kind;
+        EXPECT_RAISES(NSLichen::NSLichenDetails::XStdException, header.GetHeaderSize());
+    }
 }
 
 TEST(CIFFFileReader, WalksLevels) {
@@ -80,8 +86,10 @@ TEST(CIFFFileReader, WalksLevels) {
     CMemoryMedia media = MediaOf(file);
     EXPECT_TRUE(IsIFFMedia(media, kIFFMode_BigEndian));
     CIFFFileReader reader(&media, kIFFMode_BigEndian);
-    EXPECT_FALSE(reader.TryEnterForm(kType));
-    reader.EnterCat(kType);
+    // A group is found by its kind as well as its type.
+    EXPECT_FALSE(reader.TryEnterForm(kType) || reader.TryEnterList(kType));
+    EXPECT_VIOLATION(reader.EnterForm(kType));
+    EXPECT_TRUE(reader.TryEnterCat(kType));
     EXPECT_EQ(reader.CountChunks(), 3);
     // In any order, and more than once.
     for (int i = 0; i < 2; ++i) {

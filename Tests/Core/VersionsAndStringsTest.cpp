@@ -5,9 +5,9 @@
 
 namespace NSPorter {
 
-static std::string LongVersion(uint32_t stage, uint32_t build) {
-    return "\xBC\xFF\xFF\xFF\xFF"s + BigEndian(300) + BigEndian(1) + BigEndian(2) +
-           BigEndian(stage) + BigEndian(build) + BigEndian(9);
+static std::string LongVersion(uint32_t major, uint32_t stage, uint32_t build, uint32_t extra) {
+    return "\xBC\xFF\xFF\xFF\xFF"s + BigEndian(major) + BigEndian(1) + BigEndian(2) +
+           BigEndian(stage) + BigEndian(build) + BigEndian(extra);
 }
 
 static std::string LongString(const std::string& text) {
@@ -16,10 +16,9 @@ static std::string LongString(const std::string& text) {
 
 TEST(VersionRecord, BothForms) {
     const std::pair<std::string, SVersionRecord> table[] = {
-        {"\xBC\x01\x02\x03\x00"s, {1, 2, 3}},
-        {"\xBC\xFE\x00\x00\x00"s, {254}},
-        {LongVersion(4, 7), {300, 1, 2, 4, 7, 9}},
-        {LongVersion(1, 0), {300, 1, 2, 1, 0, 9}}};
+        {"\xBC\x01\x02\x03\x00"s, {1, 2, 3}},          {"\xBC\xFE\x00\x00\x00"s, {254}},
+        {LongVersion(255, 4, 0, 0), {255, 1, 2}},      {LongVersion(3, 4, 7, 0), {3, 1, 2, 4, 7}},
+        {LongVersion(3, 4, 0, 9), {3, 1, 2, 4, 0, 9}}, {LongVersion(3, 1, 0, 0), {3, 1, 2, 1}}};
     for (const auto& [bytes, version] : table) {
         CMemoryMedia media = MediaOf(bytes);
         const SVersionRecord read = ReadVersionRecord(media);
@@ -34,9 +33,9 @@ TEST(VersionRecord, BothForms) {
     const std::string odd = "\xBC\xFF\xFF\xFF\xFE"s;
     CMemoryMedia media = MediaOf(odd);
     EXPECT_TRUE(IsSameVersion(ReadVersionRecord(media), {255, 255, 255}));
-    for (const std::string& bytes :
-         {"\xBC\x01\x02\x03"s, "\xBB\x01\x02\x03\x00"s, "\xBB\xFF\xFF\xFF\xFF"s,
-          LongVersion(4, 0).substr(0, 28), LongVersion(5, 0), LongVersion(0, 0)}) {
+    for (const std::string& bytes : {"\xBC\x01\x02\x03"s, "\xBB\x01\x02\x03\x00"s,
+                                     "\xBB\xFF\xFF\xFF\xFF"s, LongVersion(3, 4, 0, 0).substr(0, 28),
+                                     LongVersion(3, 5, 0, 0), LongVersion(3, 0, 0, 0)}) {
         CMemoryMedia bad = MediaOf(bytes);
         EXPECT_VIOLATION(ReadVersionRecord(bad));
     }
@@ -54,6 +53,7 @@ TEST(VersionRecord, Order) {
         }
     }
     EXPECT_TRUE(IsSameVersion({1, 0, 0, 4, 0, 5}, {1}));
+    EXPECT_TRUE(MajorsEqual({1, 2}, {1, 3}) && !MajorsEqual({1, 2}, {2, 2}));
     EXPECT_TRUE(IsInRange({3, 9, 9}, {1, 5}, {3}));
     EXPECT_FALSE(IsInRange({4}, {1, 5}, {3}) || IsInRange({1, 4}, {1, 5}, {3}));
 }
