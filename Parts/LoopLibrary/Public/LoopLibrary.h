@@ -19,16 +19,21 @@
  *            checks of a call are made in the order in which its results are listed here, and the
  *            first that fails decides. There is no "last error" to ask for.
  *
- * Memory.    The library copies what it needs: the file's bytes may be freed when LOPCreate
- * returns, and are never written. Records and audio buffers belong to the host. Records carry a
- *            size chosen by the host; that many bytes are zeroed and then filled with what the
- *            library has.
+ * Memory.    The library copies what it needs: the file's bytes may be freed when LOPCreate has
+ *            returned, and are never written. Records and audio buffers belong to the host. The
+ *            records that the library fills carry a size chosen by the host; that many bytes are
+ *            zeroed and then filled with what the library has.
  *
  * Audio.     32-bit float, full scale 1.0, one array for each channel, clipped to -1.0 to 1.0.
  *
- * Units.     Tempos are thousandths of a beat per minute (120000 is 120 BPM). Musical positions are
- *            pulses, LOP_PPQ (15360) to a quarter note. Frames are at the present output rate
- * unless a text says otherwise.
+ * Units.     Tempos are thousandths of a beat per minute (120000 is 120 BPM). Musical positions
+ *            are pulses, LOP_PPQ (15360) to a quarter note. Frames are at the present output rate
+ *            unless a text says otherwise.
+ *
+ * Slices.    A slice is a stretch of the loop that plays as one: from a cut, or the loop's start,
+ *            to the next cut or the loop's end. They are numbered from 0 in the order of time;
+ *            muted ones that the file drops are not counted. A file may ask for the loop in one
+ *            piece: its only slice is the whole loop at the file's tempo.
  *
  * Threads.   The library starts no thread. Calls on different loops may run side by side on any
  *            threads. On one loop, one thread may pull LOPRenderPreviewBatch while others call
@@ -39,11 +44,12 @@
  *            answered with silence); initialise and uninitialise from two threads.
  *
  * Real time. "Audio thread: yes" marks a call that allocates nothing, opens nothing and waits for
- * no lock but one: the look-up of the handle waits while another thread is inside LOPCreate or
- * LOPDelete. Load and delete loops while no preview is pulled, or accept that wait. The host's
- * floating-point mode is kept and does not change the samples.
+ *            one lock alone, at the look-up of its handle: for a moment while another thread looks
+ *            one up, and until the end of a LOPCreate or LOPDelete on another thread. Load and
+ *            delete loops while no preview is pulled, or accept that wait.
  *
- * Slices are numbered from 0, counting those alone that sound and lie inside the loop.
+ * Rounding.  Loads and renders work in the default floating-point mode, create callbacks included,
+ *            and give the host's mode back: it does not change the samples.
  */
 #ifndef LOOPLIBRARY_H
 #define LOOPLIBRARY_H
@@ -77,8 +83,7 @@
 extern "C" {
 #endif
 
-/* ---- Results ----------------------------------------------------------------------------------
- */
+/* ---- Results -------------------------------------------------------------------------------- */
 
 typedef int32_t LOPResult;
 
@@ -104,8 +109,7 @@ enum {
     kLOPResult_Undefined = 666           /* a failure that maps to nothing above */
 };
 
-/* ---- Limits -----------------------------------------------------------------------------------
- */
+/* ---- Limits --------------------------------------------------------------------------------- */
 
 #define LOP_PPQ 15360               /* pulses to a quarter note */
 #define LOP_MIN_SAMPLE_RATE 11025   /* lowest output rate, frames per second */
@@ -114,8 +118,7 @@ enum {
 #define LOP_MAX_TEMPO 450000        /* highest preview tempo, 450 BPM */
 #define LOP_MAX_BATCH_FRAMES 65536  /* most frames of one LOPRenderPreviewBatch */
 
-/* ---- Records ----------------------------------------------------------------------------------
- */
+/* ---- Records -------------------------------------------------------------------------------- */
 
 /* Opaque token of an open loop; 0 names none. A stale handle is told from a live one, save when a
  * new loop has come to stand at the old one's address. */
@@ -157,18 +160,19 @@ typedef struct LOPRenderBuffers {
 } LOPRenderBuffers;
 
 /*
- * Progress of LOPCreate, called on the thread of that call with a percentage that rises to 100 and
- * the host's own pointer. A result of exactly 1 stops the load at any report but the last; every
- * other result lets it go on.
+ * Progress of LOPCreate, called on the thread of that call with a percentage and the host's own
+ * pointer. The percentage rises and is 100 in the last report; on the way there a damaged .lop may
+ * report any number. A result of exactly 1 stops the load at any report but the last; every other
+ * result lets it go on.
  *
  * The library is locked meanwhile. The callback may call other exports on this thread (LOPGetInfo
- * of another loop, say), but must not wait for another thread that does, must not call
- * LOPUninitializeDLL, and must not throw: an exception that leaves it would leave the lock taken.
+ * of another loop, say), but must not wait for another thread that does, and must not call
+ * LOPUninitializeDLL. It must return: an exception or a jump out of it may leave the library locked
+ * for good.
  */
 typedef int32_t (*LOPCreateCallback)(int32_t percent, void* userData);
 
-/* ---- Life of the library ----------------------------------------------------------------------
- */
+/* ---- Life of the library -------------------------------------------------------------------- */
 
 /*
  * Makes the library ready. Call once, before anything else, while no other call runs.
@@ -188,8 +192,7 @@ LOP_API LOPResult LOPInitializeDLL(void);
  */
 LOP_API void LOPUninitializeDLL(void);
 
-/* ---- Loops and their data ---------------------------------------------------------------------
- */
+/* ---- Loops and their data ------------------------------------------------------------------- */
 
 /*
  * Opens the loop file whose bytes stand at `buffer` and decodes its audio.
@@ -237,7 +240,7 @@ LOP_API LOPResult LOPGetInfo(LOPHandle handle, int32_t size, LOPInfo* info);
  *          or kLOPResult_FileTooNew, with `info` untouched; kLOPResult_ZeroLoopLength, or
  *          kLOPResult_FileCorrupt for a time signature over 0, with fChannels, fSampleRate and
  *          fSliceCount filled; kLOPResult_OutOfMemory; kLOPResult_Undefined; kLOPResult_OK.
- * Audio thread: no. May run beside every other call.
+ * Audio thread: no. May run beside every other call but LOPInitializeDLL and LOPUninitializeDLL.
  */
 LOP_API LOPResult LOPGetInfoFromBuffer(int32_t bufferSize, const void* buffer, int32_t size,
                                        LOPInfo* info);
@@ -249,8 +252,8 @@ LOP_API LOPResult LOPGetInfoFromBuffer(int32_t bufferSize, const void* buffer, i
  *
  * Results: kLOPResult_NotInitialized; kLOPResult_InvalidHandle; kLOPResult_InvalidArgument, when
  *          `info` is null; kLOPResult_InvalidSize; kLOPResult_NoCreatorInfo, with the record
- * zeroed; kLOPResult_FileCorrupt, when a text is no Unicode, with the texts before it filled;
- *          kLOPResult_OutOfMemory; kLOPResult_Undefined; kLOPResult_OK.
+ *          zeroed; kLOPResult_FileCorrupt, when a text is no Unicode, with the texts before it
+ *          filled; kLOPResult_OutOfMemory; kLOPResult_Undefined; kLOPResult_OK.
  * Audio thread: no.
  */
 LOP_API LOPResult LOPGetCreatorInfo(LOPHandle handle, int32_t size, LOPCreatorInfo* info);
@@ -296,17 +299,17 @@ LOP_API LOPResult LOPRenderSlice(LOPHandle handle, int32_t sliceIndex, int32_t b
  *          kLOPResult_PreviewRunning; kLOPResult_OutOfMemory, with both rates as they were;
  *          kLOPResult_Undefined; kLOPResult_OK.
  * Audio thread: no. May run while the audio thread still pulls the tail of a stopped preview, but
- * not beside LOPGetSliceInfo or LOPRenderSlice of the same loop.
+ * not beside itself, LOPGetSliceInfo or LOPRenderSlice on the same loop.
  */
 LOP_API LOPResult LOPSetOutputSampleRate(LOPHandle handle, int32_t rate);
 
-/* ---- Preview ----------------------------------------------------------------------------------
- */
+/* ---- Preview -------------------------------------------------------------------------------- */
 
 /*
- * Starts the preview from the loop's start; it sounds from the next LOPRenderPreviewBatch on. A
- * preview that is stopped and started again with no batch between the two stays silent until the
- * next stop and start.
+ * Starts the preview from the loop's start; it sounds from the next LOPRenderPreviewBatch on. The
+ * stop before it must have reached the audio: a preview that was pulled, and is then stopped and
+ * started with no frame pulled between the two, counts as running but falls silent until it is
+ * stopped and started once more. A loop of no slices runs and is silent.
  *
  * Results: kLOPResult_NotInitialized; kLOPResult_InvalidHandle; kLOPResult_PreviewRunning;
  *          kLOPResult_Undefined; kLOPResult_OK.
