@@ -46,7 +46,6 @@ int32_t CInsideLibrary::GetDepth() noexcept {
     if (gSlot == TLS_OUT_OF_INDEXES) {
         return 0;
     }
-    // TlsGetValue resets the thread's last error; an export must not disturb its caller's.
     return static_cast<int32_t>(reinterpret_cast<intptr_t>(TlsGetValue(gSlot)));
 }
 
