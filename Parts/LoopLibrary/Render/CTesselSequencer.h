@@ -74,6 +74,9 @@ public:
     int32_t GetOutputRate() const noexcept { return fOutputRate; }
     // Output frames that a distance in the source lasts, at the playing tempo if synced.
     int32_t FramesToOutput(int32_t frames) const noexcept;
+    // Output frames that a range sounds for, at the rate that the render side took over last. Not
+    // beside a change of that rate or of the sampler's settings.
+    int32_t GetRenderLength(const CSlicePlayRange& range) const noexcept;
 
     // -- Output rate: control side. --
 
@@ -130,8 +133,6 @@ public:
     void ResetRender() noexcept;
     // Starts the voice of a table entry. Raises like GetSlicePlayRange.
     void PlaySlice(uint32_t index);
-    // Output frames that a range sounds for, at the rate taken over last.
-    int32_t GetRenderLength(const CSlicePlayRange& range) const noexcept;
     CTesselSampler& GetSampler() noexcept { return fSampler; }
     const CTesselSampler& GetSampler() const noexcept { return fSampler; }
     CEqualizerEffect& GetEqualizer() noexcept { return fEqualizer; }

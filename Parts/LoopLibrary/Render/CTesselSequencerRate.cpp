@@ -1,6 +1,7 @@
 #include "LoopLibrary/Render/CTesselSequencer.h"
 
-#include <algorithm>
+#include "LoopLibrary/Render/OutputRate.h"
+
 #include <utility>
 
 // A new output rate goes from the control side, which gets the memory, to the render thread, which
@@ -9,8 +10,7 @@
 namespace NSLOPDLL {
 
 COutputRateTables CTesselSequencer::PrepareOutputRate(int32_t rate) {
-    const int32_t clipped = std::clamp(rate, kOutputRate_Minimum, kOutputRate_Maximum);
-    return COutputRateTables(CDSPTablesCache::Instance().Acquire(clipped));
+    return COutputRateTables(CDSPTablesCache::Instance().Acquire(ClipOutputRate(rate)));
 }
 
 void CTesselSequencer::CommitOutputRate(COutputRateTables tables) {
