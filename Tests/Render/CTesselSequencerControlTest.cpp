@@ -127,17 +127,34 @@ TEST(CTesselSequencerControl, SyncOffFreesTheLoopAtItsNextTrigger) {
 }
 
 TEST(CTesselSequencerControl, SyncOnWaitsForTheFreeVoiceToReachARange) {
-    SBarLoop loop(kSlowTempo, false);
-    loop.fSequencer.Start();
-    // From 3200 to 22050 are 294.5 blocks, the one of the change counting down already.
-    const SamplerActions actions = {
-        {0, [](CTesselSampler& s) { s.StartFreeRun(0); }},
-        {50 + 294, [&](CTesselSampler& s) { s.StartRange(loop.fTable[1]); }},
-        {50 + 294 + 827 - 413, [&](CTesselSampler& s) { s.StartRange(loop.fTable[2]); }},
+    const struct {
+        int32_t fFirst;               // beat that the free voice starts on
+        int32_t fLoopStart, fLoopEnd; // in beats
+        int32_t fNext;                // range that it reaches
+        int32_t fGap;                 // blocks from there to the range after it
+    } cases[] = {
+        {0, 0, 4, 1, 827 - 413},
+        {3, 0, 4, 0, 413},
+        {3, 1, 4, 1, 413},
+        {3, 0, 3, 0, 413}, // behind the loop end: to the end of the sample
     };
-    EXPECT_EQ(RenderSwitch(loop.fSequencer, 50, true, 950),
-              SamplerAudio(loop.fSequencer, 1000, actions));
-    EXPECT_TRUE(loop.fSequencer.GetEqualizer().GetRunFlag());
+    for (const auto& c : cases) {
+        SBarLoop loop(kSlowTempo, false);
+        StandOn(loop.fSequencer, c.fFirst * 22050, c.fLoopStart * 22050, c.fLoopEnd * 22050);
+        loop.fSequencer.SetBeats(c.fLoopEnd - c.fLoopStart);
+        loop.fSequencer.Start();
+        // 3200 frames on, the next range is 294.5 blocks away; the one of the change counts
+        // already.
+        const auto next = static_cast<size_t>(c.fNext);
+        const SamplerActions actions = {
+            {0, [&](CTesselSampler& s) { s.StartFreeRun(c.fFirst * 22050); }},
+            {50 + 294, [&](CTesselSampler& s) { s.StartRange(loop.fTable[next]); }},
+            {50 + 294 + c.fGap, [&](CTesselSampler& s) { s.StartRange(loop.fTable[next + 1]); }},
+        };
+        EXPECT_EQ(RenderSwitch(loop.fSequencer, 50, true, 700),
+                  SamplerAudio(loop.fSequencer, 750, actions));
+        EXPECT_TRUE(loop.fSequencer.GetEqualizer().GetRunFlag());
+    }
 }
 
 // Each is played to the block before its second trigger and then has its loop moved. The loops are

@@ -124,6 +124,9 @@ TEST(CTesselSequencerTrigger, TempoChangeActsOnThePlannedTrigger) {
     sequencer.SetLoopRange(100, 100);        // has no tempo, which leaves the plan alone
     RenderBlocks(sequencer, 1);
     expectBlocks(172 - 1, 172, 173);
+    sequencer.SetLoopRange(0, kBarFrames / 2); // has twice the tempo
+    RenderBlocks(sequencer, 1);
+    expectBlocks(2 * 171 - 1, 2 * 172, 2 * 173);
 }
 
 TEST(CTesselSequencerTrigger, TimesBeyond32BitsSaturate) {
@@ -143,6 +146,7 @@ TEST(CTesselSequencerTrigger, TimesBeyond32BitsSaturate) {
     sequencer.SetTempo(0); // nobody should, but no render thread may fall over it
     RenderBlocks(sequencer, 10);
     EXPECT_EQ(sequencer.GetPlayFields().fFramesToNext, INT32_MAX - 1280);
+    EXPECT_EQ(sequencer.FramesToOutput(0), 0); // not a number, before it is an integer
 }
 
 } // namespace

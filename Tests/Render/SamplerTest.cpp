@@ -91,7 +91,8 @@ TEST(Sampler, RenderLengthFollowsBodyFadeAndDecay) {
     const auto length = [](uint32_t rate, int32_t outputRate, CSlicePlayRange range,
                            CSamplerSettings settings = {}) {
         const auto sample = CreateWaveSample(rate, 10, false, 16);
-        CTesselSampler sampler(sample.get(), outputRate);
+        CTesselSampler sampler(sample.get(), 96000);
+        sampler.SetOutputRate(outputRate);
         sampler.SetShaperOn(settings.fShaperOn);
         sampler.SetTranspose(settings.fTranspose);
         sampler.SetShaperDecay(settings.fShaperDecay);
@@ -108,6 +109,7 @@ TEST(Sampler, RenderLengthFollowsBodyFadeAndDecay) {
     EXPECT_EQ(length(10, 1000000, kRange), INT32_MAX); // no step at all
     EXPECT_EQ(length(400, 1000000, {0, 3000000, 0, 3000000, 1.0F}), INT32_MAX);
     EXPECT_EQ(length(44100, 44100, {0, INT32_MAX, 0, INT32_MAX, 1.0F}, off), INT32_MAX);
+    EXPECT_EQ(CDSPTablesCache::Instance().GetEntryCount(), 0U);
 }
 
 } // namespace
