@@ -3,6 +3,8 @@
 #include "LoopLibrary/Public/LoopLibrary.h"
 #include "LoopWriter/DrumFiles.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <vector>
@@ -11,6 +13,11 @@
 
 using Bytes = std::vector<uint8_t>;
 using Planes = std::vector<std::vector<float>>;
+
+inline bool IsSilent(const std::vector<float>& samples) {
+    return std::all_of(samples.begin(), samples.end(),
+                       [](float sample) { return std::abs(sample) < 1e-4f; });
+}
 
 class CHostTest : public testing::Test {
 protected:
