@@ -1,51 +1,36 @@
 #include "Tests/Host/HostLoop.h"
 
+#include <array>
+#include <bit>
 #include <cmath>
-#include <cstring>
 #include <string>
 
 // What a loop tells of itself, against what was written into its file.
 
 namespace {
 
+// The record's fields in their order.
+using Fields = std::array<int32_t, 9>;
+
 TEST_F(CHostTest, InfoTellsWhatTheFileHolds) {
-    for (const int32_t depth : {16, 24}) {
-        for (const bool stereo : {false, true}) {
-            const Bytes bytes = DrumLOP2(depth, stereo);
-            const CHostLoop loop(bytes);
-            const LOPInfo info = loop.GetInfo();
-            EXPECT_EQ(info.fChannels, stereo ? 2 : 1);
-            EXPECT_EQ(info.fBitDepth, depth);
-            EXPECT_EQ(info.fSampleRate, 44100);
-            EXPECT_EQ(info.fStoredTempo, 120000);
-            EXPECT_EQ(info.fLoopTempo, 120000);
-            EXPECT_EQ(info.fPPQLength, 4 * LOP_PPQ);
-            EXPECT_EQ(info.fTimeSignatureNumerator, 4);
-            EXPECT_EQ(info.fTimeSignatureDenominator, 4);
-            EXPECT_EQ(info.fSliceCount, 8) << "a slice on each eighth note";
-
-            LOPInfo fromBuffer{};
-            ASSERT_EQ(LOPGetInfoFromBuffer(static_cast<int32_t>(bytes.size()), bytes.data(),
-                                           sizeof fromBuffer, &fromBuffer),
-                      kLOPResult_OK);
-            EXPECT_EQ(fromBuffer.fPPQLength, info.fPPQLength);
-            EXPECT_EQ(fromBuffer.fLoopTempo, info.fLoopTempo);
-            EXPECT_EQ(fromBuffer.fBitDepth, info.fBitDepth);
-        }
-    }
-}
-
-TEST_F(CHostTest, OfTheOlderKindsBothRoadsTellTheSame) {
-    for (const Bytes& bytes : {DrumTSL(), DrumLOP()}) {
-        const CHostLoop loop(bytes);
-        const LOPInfo info = loop.GetInfo();
-        LOPInfo fromBuffer{};
-        ASSERT_EQ(LOPGetInfoFromBuffer(static_cast<int32_t>(bytes.size()), bytes.data(),
-                                       sizeof fromBuffer, &fromBuffer),
+    struct SCase {
+        Bytes fBytes;
+        int32_t fChannels;
+        int32_t fBitDepth;
+        int32_t fStatedSlices; // the LOP2 files here state none
+    };
+    for (const SCase& c :
+         {SCase{DrumLOP2(16, false), 1, 16, 0}, SCase{DrumLOP2(16, true), 2, 16, 0},
+          SCase{DrumLOP2(24, false), 1, 24, 0}, SCase{DrumLOP2(24, true), 2, 24, 0},
+          SCase{DrumTSL(), 1, 16, 8}, SCase{DrumLOP(), 1, 16, 8}}) {
+        Fields expected = {c.fChannels, 44100, 8, 120000, 120000, 4 * LOP_PPQ, 4, 4, c.fBitDepth};
+        EXPECT_EQ(std::bit_cast<Fields>(CHostLoop(c.fBytes).GetInfo()), expected);
+        LOPInfo info{};
+        ASSERT_EQ(LOPGetInfoFromBuffer(static_cast<int32_t>(c.fBytes.size()), c.fBytes.data(),
+                                       sizeof info, &info),
                   kLOPResult_OK);
-        EXPECT_EQ(std::memcmp(&fromBuffer, &info, sizeof info), 0);
-        EXPECT_EQ(info.fChannels, 1);
-        EXPECT_EQ(info.fSliceCount, 8);
+        expected[2] = c.fStatedSlices;
+        EXPECT_EQ(std::bit_cast<Fields>(info), expected);
     }
 }
 
@@ -129,7 +114,6 @@ TEST_F(CHostTest, ABrokenCreatorTextLoadsAndFailsWhenAskedFor) {
 TEST_F(CHostTest, SlicesStandOnTheirEighthNotes) {
     for (const Bytes& bytes : {DrumLOP2(), DrumTSL(), DrumLOP()}) {
         const CHostLoop loop(bytes);
-        ASSERT_EQ(loop.GetInfo().fSliceCount, 8);
         for (int32_t slice = 0; slice < 8; ++slice) {
             EXPECT_NEAR(loop.GetSliceInfo(slice).fPPQPosition, slice * (LOP_PPQ / 2.0), 2.0);
         }
@@ -168,22 +152,37 @@ TEST_F(CHostTest, SlicesArePaddedClippedAndTheSameEachTime) {
     }
 }
 
+TEST_F(CHostTest, AFileMayAskForItsLoopInOnePiece) {
+    NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    file.fGeneralInfo.fSplitIntoSlices = 0;
+    const CHostLoop loop(WriteLOP2(file));
+    EXPECT_EQ(loop.GetInfo().fSliceCount, 1);
+    EXPECT_EQ(loop.GetSliceInfo(0).fPPQPosition, 0);
+    ASSERT_EQ(LOPSetPreviewTempo(loop.Get(), 60000), kLOPResult_OK); // not of the piece
+    const std::vector<float> whole = loop.RenderSlice(0)[0];
+    EXPECT_GE(whole.size(), 88200U);
+    EXPECT_LT(whole.size(), 88200U + 20000U) << "the loop and what its last slice rings on";
+    for (size_t beat = 0; beat < 4; ++beat) {
+        const auto start = whole.begin() + static_cast<ptrdiff_t>(beat * 22050);
+        EXPECT_FALSE(IsSilent({start, start + 2000})) << beat;
+    }
+}
+
 TEST_F(CHostTest, ALoopOfNoFramesIsHarmless) {
     NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
     file.fSampleInfo.fLoopStart = 500;
     file.fSampleInfo.fLoopEnd = 500;
     const CHostLoop loop(WriteLOP2(file));
     EXPECT_EQ(loop.GetInfo().fLoopTempo, 0);
-    for (int32_t slice = 0; slice < loop.GetInfo().fSliceCount; ++slice) {
-        for (const std::vector<float>& plane : loop.RenderSlice(slice)) {
-            EXPECT_TRUE(std::all_of(plane.begin(), plane.end(),
-                                    [](float sample) { return std::isfinite(sample); }));
-        }
-    }
     ASSERT_EQ(LOPStartPreview(loop.Get()), kLOPResult_OK);
-    const Planes planes = loop.RenderPreview(20000, 777);
-    EXPECT_TRUE(std::all_of(planes[0].begin(), planes[0].end(),
-                            [](float sample) { return std::isfinite(sample); }));
+    Planes planes = loop.RenderPreview(20000, 777);
+    for (int32_t slice = 0; slice < loop.GetInfo().fSliceCount; ++slice) {
+        planes.push_back(loop.RenderSlice(slice)[0]);
+    }
+    for (const std::vector<float>& plane : planes) {
+        EXPECT_TRUE(std::all_of(plane.begin(), plane.end(),
+                                [](float sample) { return std::isfinite(sample); }));
+    }
 }
 
 } // namespace
