@@ -6,30 +6,21 @@
 
 namespace {
 
-struct SHeard {
-    Planes fPreview;
-    Planes fSlice;
-    LOPInfo fInfo;
-
-    bool operator==(const SHeard& other) const {
-        return fPreview == other.fPreview && fSlice == other.fSlice &&
-               fInfo.fLoopTempo == other.fInfo.fLoopTempo;
-    }
-};
-
-SHeard ListenUnder(uint32_t mode) {
+Planes ListenUnder(uint32_t mode) {
     NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
     file.fEqualizer.fEnabled = 1;
     file.fEqualizer.fBand1Gain = 3000;
     const Bytes bytes = WriteLOP2(file);
     const uint32_t before = _mm_getcsr();
     _mm_setcsr(mode);
-    SHeard heard;
+    Planes heard;
     {
         const CHostLoop loop(bytes);
         LOPSetOutputSampleRate(loop.Get(), 48000);
         LOPStartPreview(loop.Get());
-        heard = {loop.RenderPreview(30000, 441), loop.RenderSlice(1), loop.GetInfo()};
+        heard = loop.RenderPreview(30000, 441);
+        heard.push_back(loop.RenderSlice(1)[0]);
+        heard.push_back({static_cast<float>(loop.GetInfo().fLoopTempo)});
     }
     EXPECT_EQ(_mm_getcsr(), mode);
     _mm_setcsr(before);
@@ -37,7 +28,7 @@ SHeard ListenUnder(uint32_t mode) {
 }
 
 TEST_F(CHostTest, TheHostsFloatingPointModeDoesNotMatter) {
-    const SHeard expected = ListenUnder(0x1F80);
+    const Planes expected = ListenUnder(0x1F80);
     struct SMode {
         const char* fName;
         uint32_t fControl;
