@@ -1,5 +1,7 @@
 #include "LoopLibrary/Codec/CInputBitStream.h"
 
+#include "PorterPackage/Core/ByteOrder.h"
+
 #include <algorithm>
 
 namespace NSLOPDLL {
@@ -22,9 +24,7 @@ void CInputBitStream::FillWord() {
         const int64_t count = std::min<int64_t>(fMedia->BytesLeft(), kBufferSize);
         fMedia->Read(count, fBuffer.get());
     }
-    const uint8_t* bytes = fBuffer.get() + fBufferPosition;
-    fWord = static_cast<uint32_t>(bytes[0]) << 24 | static_cast<uint32_t>(bytes[1]) << 16 |
-            static_cast<uint32_t>(bytes[2]) << 8 | bytes[3];
+    fWord = NSPorter::DecodeBigEndian(fBuffer.get() + fBufferPosition);
     fBitsLeft = 32;
     fBytesConsumed += 4;
     fBufferPosition += 4;

@@ -119,7 +119,7 @@ private:
     // each, the next seven four steps, and so on; what follows the 1 is a truncated binary code of
     // the range below the last of these steps.
     uint32_t ReadCodeWord(CBitReader& bits) {
-        uint32_t step = (fLeastEnergy + 12u) * 3u >> 7;
+        uint32_t step = TWIPChannelState::StepOf(fLeastEnergy);
         uint32_t folded = 0;
         uint64_t zeros = bits.ReadUnary();
         while (zeros >= 7 && step != 0) {

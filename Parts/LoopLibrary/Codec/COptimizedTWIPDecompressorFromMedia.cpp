@@ -1,6 +1,7 @@
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
 
 #include "Failure/Raise.h"
+#include "PorterPackage/Core/ByteOrder.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -26,9 +27,7 @@ void COptimizedTWIPDecompressorFromMedia::Underflow() {
     const int32_t wordCount = static_cast<int32_t>(std::min<int64_t>(wordsLeft, kBufferWords));
     fMedia->Read(int64_t{wordCount} * 4, reinterpret_cast<uint8_t*>(fWordBuffer.get()));
     for (uint32_t* word = fWordBuffer.get(); word != fWordBuffer.get() + wordCount; ++word) {
-        const uint8_t* bytes = reinterpret_cast<const uint8_t*>(word);
-        *word = static_cast<uint32_t>(bytes[0]) << 24 | static_cast<uint32_t>(bytes[1]) << 16 |
-                static_cast<uint32_t>(bytes[2]) << 8 | bytes[3];
+        *word = NSPorter::DecodeBigEndian(reinterpret_cast<const uint8_t*>(word));
     }
     SetWords(wordCount, fWordBuffer.get());
 }

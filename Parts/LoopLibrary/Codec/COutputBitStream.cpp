@@ -1,5 +1,7 @@
 #include "LoopLibrary/Codec/COutputBitStream.h"
 
+#include "PorterPackage/Core/ByteOrder.h"
+
 namespace NSLOPDLL {
 
 namespace {
@@ -45,11 +47,7 @@ void COutputBitStream::WriteWord() {
         fMedia->Write(kBufferSize, fBuffer.get());
         fBufferPosition = 0;
     }
-    uint8_t* bytes = fBuffer.get() + fBufferPosition;
-    bytes[0] = static_cast<uint8_t>(fWord >> 24);
-    bytes[1] = static_cast<uint8_t>(fWord >> 16);
-    bytes[2] = static_cast<uint8_t>(fWord >> 8);
-    bytes[3] = static_cast<uint8_t>(fWord);
+    NSPorter::EncodeBigEndian(fWord, fBuffer.get() + fBufferPosition);
     fBufferPosition += 4;
     fBitsFree = 32;
 }

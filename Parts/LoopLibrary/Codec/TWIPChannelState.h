@@ -26,7 +26,8 @@ struct TWIPChannelState {
     }
 
     /// Range of the remainder, and worth of the first zeros, of a code word for signal `order`.
-    uint32_t GetStep(int32_t order) const { return (fEnergy[order] + 12u) * 3u >> 7; }
+    uint32_t GetStep(int32_t order) const { return StepOf(fEnergy[order]); }
+    static uint32_t StepOf(uint32_t energy) { return (energy + 12u) * 3u >> 7; }
 
     /// Moves one sample on, given the new value of the signal `order`.
     void Advance(int32_t order, int32_t value) {
