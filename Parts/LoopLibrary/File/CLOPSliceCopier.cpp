@@ -1,23 +1,16 @@
 #include "LoopLibrary/File/CLOPSliceCopier.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XProgressErrors.h"
-#include "LoopLibrary/File/CLOP2DecompressCallback.h"
 #include "LoopLibrary/File/CLOPAppChunk.h"
 #include "LoopLibrary/File/LoopFileFailures.h"
-#include "LoopLibrary/Render/CABCWaveSample.h"
-#include "LoopLibrary/Render/ReadSamples.h"
+#include "LoopLibrary/File/MonoAudio.h"
 #include "PorterPackage/Core/CMedia.h"
-
-#include <algorithm>
-#include <array>
 
 namespace NSLOPDLL {
 
 namespace {
 
 constexpr int64_t kBytesPerFrame = 2;
-constexpr int64_t kBlockFrameLimit = 2048;
+constexpr int32_t kBlockFrames = 2048;
 
 } // namespace
 
@@ -30,17 +23,7 @@ void CLOPSliceCopier::Copy(const SLOPSliceRecord& record, int32_t position, int6
         RaiseFormatViolation("fileInfo.fWaveSampleInfo.fChannels != 1");
     }
     SkipTo(record.fSourceStart);
-    std::array<float, kBlockFrameLimit> values;
-    for (int64_t left = length; left > 0;) {
-        if (fCallback.ShouldStop(static_cast<uint32_t>(position))) {
-            NSLichen::Raise(NSLichen::XAbort("callback cancelled"));
-        }
-        const auto count = static_cast<int32_t>(std::min(left, kBlockFrameLimit));
-        ReadSamples(fMedia, fInfo.fChannels, fInfo.fBitDepth, count, values.data());
-        fWaveSample.Set24BitFloatSamples(position, count, values.data(), kChannel_Left);
-        position += count;
-        left -= count;
-    }
+    CopyMonoFrames(fMedia, fInfo, position, length, kBlockFrames, fWaveSample, fCallback);
     // Where the record says that it ends, also when its frames came from elsewhere.
     fSourceCursor = record.fSourceStart + length;
 }

@@ -18,7 +18,7 @@ struct SLOPSliceRecord;
 // only: a piece that begins behind the cursor takes the next frames of the stream instead.
 class CLOPSliceCopier {
 public:
-    // Borrows all three. The media stands at the first sample of the audio that `info` describes.
+    // Borrows all four. The media stands at the first sample of the audio that `info` describes.
     CLOPSliceCopier(NSPorter::CMedia& media, const CWaveSampleInfo& info,
                     CABCWaveSample& waveSample, CLOP2DecompressCallback& callback);
 

@@ -1,13 +1,12 @@
 #include "LoopLibrary/File/LOPLoader.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XProgressErrors.h"
 #include "LoopLibrary/File/CLOP2DecompressCallback.h"
 #include "LoopLibrary/File/CLOPAppChunk.h"
 #include "LoopLibrary/File/CLOPSliceCopier.h"
 #include "LoopLibrary/File/CTesselFileInfo.h"
 #include "LoopLibrary/File/LoopFileFailures.h"
 #include "LoopLibrary/File/LoopLimits.h"
+#include "LoopLibrary/File/MonoAudio.h"
 #include "LoopLibrary/Render/CABCWaveSample.h"
 #include "LoopLibrary/Render/CAIFFSampleReader.h"
 #include "LoopLibrary/Render/CSliceSequence.h"
@@ -25,9 +24,7 @@ namespace {
 CWaveSampleInfo ReadMonoInfo(NSPorter::CMedia& media) {
     CWaveSampleInfo info;
     ReadAIFFSampleInfo(info, media);
-    if (info.fBitDepth != 16 || info.fChannels != 1) {
-        RaiseFormatViolation("lop file that isn't 16-bit mono");
-    }
+    Check16BitMono(info, "lop file that isn't 16-bit mono");
     return info;
 }
 
@@ -57,9 +54,7 @@ void CopyPieces(const CLOPAppChunk& chunk, int32_t total, CLOPSliceCopier& copie
         const size_t end = chunk.FindRunEnd(first);
         const SLOPSliceRecord& record = chunk.fSlices[end - 1];
         const int32_t position = FrameOfTick(record.fPPQPosition, framesPerTick);
-        if (callback.ShouldStop(static_cast<uint32_t>(position))) {
-            NSLichen::Raise(NSLichen::XAbort("callback cancelled"));
-        }
+        ReportFrame(callback, position);
         // Negative for a position behind the end, which copies nothing.
         const int64_t length = std::min<int64_t>(record.fSourceLength, int64_t{total} - position);
         copier.Copy(record, position, length);

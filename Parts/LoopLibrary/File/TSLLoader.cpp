@@ -1,21 +1,17 @@
 #include "LoopLibrary/File/TSLLoader.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XProgressErrors.h"
 #include "LoopLibrary/File/CLOP2DecompressCallback.h"
 #include "LoopLibrary/File/CTSLAppChunk.h"
 #include "LoopLibrary/File/CTesselEditSettings.h"
 #include "LoopLibrary/File/CTesselFileInfo.h"
 #include "LoopLibrary/File/LoopFileFailures.h"
 #include "LoopLibrary/File/LoopLimits.h"
+#include "LoopLibrary/File/MonoAudio.h"
 #include "LoopLibrary/Render/CABCWaveSample.h"
 #include "LoopLibrary/Render/CAIFFSampleReader.h"
 #include "LoopLibrary/Render/CSliceSequence.h"
 #include "LoopLibrary/Render/LoopTempo.h"
-#include "LoopLibrary/Render/ReadSamples.h"
 
-#include <algorithm>
-#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,11 +20,7 @@ namespace NSLOPDLL {
 
 namespace {
 
-void Check16BitMono(const CWaveSampleInfo& info, const std::string& words) {
-    if (info.fBitDepth != 16 || info.fChannels != 1) {
-        RaiseFormatViolation(words);
-    }
-}
+constexpr int32_t kBlockFrames = 1024;
 
 // The recording must say which part of it is the loop.
 void CheckLoop(const CWaveSampleInfo& info) {
@@ -50,24 +42,6 @@ int32_t TempoOf(const CTSLAppChunk& chunk, int64_t loopFrames, int32_t sampleRat
     }
     const int32_t beats = chunk.fTimeSignatureNumerator * chunk.fBars + chunk.fBeats;
     return ClampTempo(LoopTempo(loopFrames, static_cast<uint32_t>(sampleRate), beats));
-}
-
-// The media stands at the first sample.
-void ReadRecording(NSPorter::CMedia& media, const CWaveSampleInfo& info, CABCWaveSample& waveSample,
-                   CLOP2DecompressCallback& callback) {
-    constexpr int32_t kBlockFrameLimit = 1024;
-    std::array<float, kBlockFrameLimit> values;
-    int32_t position = 0;
-    while (position < info.fFrames) {
-        if (callback.ShouldStop(static_cast<uint32_t>(position))) {
-            NSLichen::Raise(NSLichen::XAbort("callback cancelled"));
-        }
-        const int32_t count = std::min(info.fFrames - position, kBlockFrameLimit);
-        ReadSamples(media, info.fChannels, info.fBitDepth, count, values.data());
-        waveSample.Set24BitFloatSamples(position, count, values.data(), kChannel_Left);
-        position += count;
-    }
-    callback.ShouldStop(static_cast<uint32_t>(position));
 }
 
 CSlice SliceFromRecord(const STSLSliceRecord& record) {
@@ -133,7 +107,8 @@ std::unique_ptr<CABCWaveSample> ReadTSLWaveSample(NSPorter::CMedia& media,
     }
     std::unique_ptr<CABCWaveSample> waveSample = CreateWaveSample(
         static_cast<uint32_t>(audio.fSampleRate), static_cast<uint32_t>(audio.fFrames), false, 16);
-    ReadRecording(media, audio, *waveSample, callback);
+    CopyMonoFrames(media, audio, 0, audio.fFrames, kBlockFrames, *waveSample, callback);
+    callback.ShouldStop(static_cast<uint32_t>(audio.fFrames));
     waveSample->SetLoop(kSampleLoopMode_Forward, audio.fLoop.fStart, audio.fLoop.fEnd);
     return waveSample;
 }
