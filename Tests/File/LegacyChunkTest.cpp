@@ -1,5 +1,7 @@
+#include "LoopLibrary/File/AppChunk.h"
 #include "LoopLibrary/File/CLOPAppChunk.h"
 #include "LoopLibrary/File/CTSLAppChunk.h"
+#include "PorterPackage/Core/COwnedMemoryMedia.h"
 #include "Tests/File/LoadTools.h"
 
 namespace NSLOPDLL {
@@ -69,7 +71,13 @@ TEST(TSLAppChunk, StoresEachFieldAtItsPlace) {
     EXPECT_FALSE(chunk.fSplitIntoSlices || chunk.fSlices.at(1).fMuted);
     chunk.fSlices.resize(1001);
     chunk.Store(bytes);
-    EXPECT_EQ(CTSLAppChunk::Load(bytes).fSlices.size(), 1000U);
+    NSPorter::COwnedMemoryMedia media;
+    NSPorter::CIFFWriter writer(&media);
+    writer.BeginGroup(kAIFFGroupID, kAIFFType);
+    WriteAppChunk(writer, CTSLAppChunk::kSignature, bytes);
+    writer.EndGroup();
+    EXPECT_EQ(media.GetLength(), 12 + 8 + 4 + 8160);
+    EXPECT_EQ(ReadTSLChunk(media).fSlices.size(), 1000U);
 }
 
 TEST(TSLAppChunk, ExportedSliceCountAndStretch) {

@@ -2,7 +2,7 @@
 
 #include "LoopLibrary/File/LoopFileFailures.h"
 #include "PorterPackage/Core/CIFFReader.h"
-#include "PorterPackage/Core/FourCharID.h"
+#include "PorterPackage/Core/CIFFWriter.h"
 
 #include <algorithm>
 
@@ -11,7 +11,7 @@ namespace NSLOPDLL {
 bool ReadAppChunk(NSPorter::CIFFReader& reader, uint32_t& signature,
                   std::span<uint8_t> destination) {
     uint32_t size = 0;
-    if (!reader.FindChunk(NSPorter::FourCharID("APPL"), size)) {
+    if (!reader.FindChunk(kAppChunkID, size)) {
         return false;
     }
     NSPorter::CMedia& media = *reader.GetMedia();
@@ -22,6 +22,15 @@ bool ReadAppChunk(NSPorter::CIFFReader& reader, uint32_t& signature,
     const auto limit = static_cast<int64_t>(destination.size());
     media.Read(std::min(int64_t{size} - 4, limit), destination.data());
     return true;
+}
+
+void WriteAppChunk(NSPorter::CIFFWriter& writer, uint32_t signature,
+                   std::span<const uint8_t> bytes) {
+    writer.BeginChunk(kAppChunkID);
+    NSPorter::CMedia& media = *writer.GetMedia();
+    media.WriteU32(signature);
+    media.Write(static_cast<int64_t>(bytes.size()), bytes.data());
+    writer.EndChunk();
 }
 
 } // namespace NSLOPDLL

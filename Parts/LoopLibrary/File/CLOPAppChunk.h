@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PorterPackage/Core/FourCharID.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -24,7 +26,7 @@ struct SLOPSliceRecord {
 // has audio. Nothing promises that ticks rise.
 class CLOPAppChunk {
 public:
-    static constexpr uint32_t kSignature = 0x4C4F5020; // "LOP "
+    static constexpr uint32_t kSignature = NSPorter::FourCharID("LOP ");
     static constexpr uint32_t kMagic = 0xD1D1D1DA;
     // Bytes behind the signature, with room for kSliceLimit records.
     static constexpr size_t kByteCount = 13016;

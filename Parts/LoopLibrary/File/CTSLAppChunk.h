@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PorterPackage/Core/FourCharID.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -22,7 +24,7 @@ struct STSLSliceRecord {
 // The application chunk of a .tsl file.
 class CTSLAppChunk {
 public:
-    static constexpr uint32_t kSignature = 0x5465536C; // "TeSl"
+    static constexpr uint32_t kSignature = NSPorter::FourCharID("TeSl");
     static constexpr uint32_t kMagic = 0xD1DADED0;
     // Bytes behind the signature, with room for kSliceLimit records.
     static constexpr size_t kByteCount = 8160;

@@ -1,5 +1,6 @@
 #include "LoopLibrary/File/CTesselFile.h"
 
+#include "LoopLibrary/File/AppChunk.h"
 #include "LoopLibrary/File/CLOP2CreatorInfoChunk.h"
 #include "LoopLibrary/File/CLOP2HeadChunk.h"
 #include "LoopLibrary/File/CLOPAppChunk.h"
@@ -10,13 +11,12 @@
 #include "LoopLibrary/File/LoopFileFailures.h"
 #include "LoopLibrary/File/TSLLoader.h"
 #include "LoopLibrary/Render/CABCWaveSample.h"
+#include "LoopLibrary/Render/CAIFFChunks.h"
 #include "PorterPackage/Core/IFFSizes.h"
 
 namespace NSLOPDLL {
 
 namespace {
-
-using NSPorter::FourCharID;
 
 [[noreturn]] void RaiseUnknownFileType() {
     RaiseUnsupportedFormat("unknown file type");
@@ -34,7 +34,7 @@ bool IsLOP2(NSPorter::CMedia& media) {
     const uint32_t firstID = media.ReadU32();
     media.Skip(4);
     const uint32_t magic = media.ReadU32();
-    return groupWord == FourCharID("CAT ") && type == kLOP2FileCatIFFType &&
+    return groupWord == NSPorter::FourCharID("CAT ") && type == kLOP2FileCatIFFType &&
            firstID == kLOP2HeadChunkID && magic == kLOP2HeadMagic;
 }
 
@@ -45,12 +45,12 @@ bool IsAIFF(NSPorter::CMedia& media) {
     media.SetPosition(0);
     const uint32_t groupWord = media.ReadU32();
     media.Skip(4);
-    return groupWord == FourCharID("FORM") && media.ReadU32() == FourCharID("AIFF");
+    return groupWord == kAIFFGroupID && media.ReadU32() == kAIFFType;
 }
 
 int32_t FindLegacyKind(NSPorter::CMedia& media) {
     NSPorter::CIFFFileReader reader(&media, NSPorter::kIFFMode_BigEndian);
-    if (!reader.TryEnterForm(FourCharID("AIFF")) || !reader.TryEnterChunk(FourCharID("APPL")) ||
+    if (!reader.TryEnterForm(kAIFFType) || !reader.TryEnterChunk(kAppChunkID) ||
         reader.GetDataSize() < 8) {
         return kFileKind_None;
     }
