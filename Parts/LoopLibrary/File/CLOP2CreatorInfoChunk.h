@@ -27,7 +27,6 @@ public:
     const std::u16string& GetText3() const { return fTexts[2]; }
     const std::u16string& GetText4() const { return fTexts[3]; }
     const std::u16string& GetText5() const { return fTexts[4]; }
-    const std::array<std::u16string, kTextCount>& GetTexts() const { return fTexts; }
 
 private:
     std::array<std::u16string, kTextCount> fTexts;

@@ -41,7 +41,6 @@ public:
     CTesselFile& operator=(const CTesselFile&) = delete;
 
     void GetFileInfo(CTesselFileInfo& info) const { info = fFileInfo; }
-    const CTesselFileInfo& GetFileInfo() const { return fFileInfo; }
     int32_t GetKind() const { return fKind; }
     // A flag that one older kind of file carries; nothing acts on it.
     bool GetStoredFlag() const { return fStoredFlag; }
