@@ -22,4 +22,9 @@ struct CTesselFileInfo {
     int64_t fExportedSize = 0;      // bytes
 };
 
+// The fLoopPercent of a loop of `loopFrames` in `frames`, above 0: rounded up.
+inline int32_t LoopPercent(int64_t loopFrames, int64_t frames) {
+    return static_cast<int32_t>((loopFrames * 100 + frames - 1) / frames);
+}
+
 } // namespace NSLOPDLL

@@ -14,7 +14,6 @@
 #include "LoopLibrary/File/CTesselFileInfo.h"
 #include "LoopLibrary/File/LOP2Chunks.h"
 #include "LoopLibrary/File/LoopFileFailures.h"
-#include "LoopLibrary/File/LoopLimits.h"
 #include "LoopLibrary/Render/CABCWaveSample.h"
 #include "PorterPackage/Core/IFFSizes.h"
 

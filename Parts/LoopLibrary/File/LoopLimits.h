@@ -34,9 +34,4 @@ inline int16_t ClampTranspose(int32_t cents) {
     return ClampTo16(cents, -2400, 2400);
 }
 
-// Share of `frames`, above 0, that a loop of `loopFrames` takes: percent, rounded up.
-inline int32_t LoopPercent(int64_t loopFrames, int64_t frames) {
-    return static_cast<int32_t>((loopFrames * 100 + frames - 1) / frames);
-}
-
 } // namespace NSLOPDLL
