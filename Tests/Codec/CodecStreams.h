@@ -3,6 +3,7 @@
 
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
 #include "LoopLibrary/Codec/CPlainTWIPDecompressor.h"
+#include "PorterPackage/Core/ByteOrder.h"
 #include "PorterPackage/Core/CMemoryMedia.h"
 
 #include <cstdint>
@@ -33,8 +34,7 @@ inline Bytes BytesOfBits(const std::string& text) {
 inline std::vector<uint32_t> WordsOfBytes(const Bytes& bytes) {
     std::vector<uint32_t> words;
     for (size_t i = 0; i + 4 <= bytes.size(); i += 4) {
-        words.push_back(uint32_t{bytes[i]} << 24 | uint32_t{bytes[i + 1]} << 16 |
-                        uint32_t{bytes[i + 2]} << 8 | bytes[i + 3]);
+        words.push_back(NSPorter::DecodeBigEndian(&bytes[i]));
     }
     return words;
 }

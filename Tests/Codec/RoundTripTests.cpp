@@ -12,73 +12,65 @@ namespace {
 
 using NSLoopWriter::Plane;
 
-struct SSignal {
-    std::string fName;
-    Plane fLeft;
-    Plane fRight; // empty: mono
-};
+// Left and right; mono without a right plane.
+using Signal = std::pair<Plane, Plane>;
 
-Samples Interleaved(const SSignal& signal) {
-    if (signal.fRight.empty()) {
-        return signal.fLeft;
-    }
+Samples Interleaved(const Signal& signal) {
+    const auto& [left, right] = signal;
     Samples samples;
-    for (size_t i = 0; i < signal.fLeft.size(); ++i) {
-        samples.push_back(signal.fLeft[i]);
-        samples.push_back(signal.fRight[i]);
+    for (size_t i = 0; i < left.size(); ++i) {
+        samples.push_back(left[i]);
+        if (!right.empty()) {
+            samples.push_back(right[i]);
+        }
     }
     return samples;
 }
 
-std::vector<SSignal> MakeSignals() {
+std::vector<Signal> MakeSignals(int32_t bits) {
     const size_t frames = 30000; // more than one filling of the decoder's buffer at 24 bits
-    std::vector<SSignal> signals;
-    for (const int32_t bits : {16, 24}) {
-        const std::vector<std::pair<std::string, Plane>> planes = {
-            {"noise", NSLoopWriter::MakeNoise(frames, bits, 1)},
-            {"silence", Plane(frames)},
-            {"half the rate", NSLoopWriter::MakeFullScaleSquare(frames, bits, 1)},
-            {"square", NSLoopWriter::MakeFullScaleSquare(frames, bits, 50)},
-            {"sine", NSLoopWriter::MakeSine(frames, bits, 3000)},
-            {"transients", NSLoopWriter::MakeTransients(frames, bits, 777)},
-            {"quiet noise", NSLoopWriter::MakeNoise(frames, 3, 2)},
-        };
-        for (size_t i = 0; i < planes.size(); ++i) {
-            const auto& other = planes[(i + 1) % planes.size()];
-            const std::string name = std::to_string(bits) + " bits, " + planes[i].first;
-            signals.push_back({name, planes[i].second, {}});
-            signals.push_back({name + " and " + other.first, planes[i].second, other.second});
-        }
-        // Opposite full scale: the difference takes a bit more than a sample.
-        Plane opposite = planes[2].second;
-        std::rotate(opposite.begin(), opposite.begin() + 1, opposite.end());
-        signals.push_back({std::to_string(bits) + " bits, opposite", planes[2].second, opposite});
+    const std::vector<Plane> planes = {
+        NSLoopWriter::MakeNoise(frames, bits, 1),
+        Plane(frames),
+        NSLoopWriter::MakeFullScaleSquare(frames, bits, 1),
+        NSLoopWriter::MakeFullScaleSquare(frames, bits, 50),
+        NSLoopWriter::MakeSine(frames, bits, 3000),
+        NSLoopWriter::MakeTransients(frames, bits, 777),
+        NSLoopWriter::MakeNoise(frames, 3, 2),
+    };
+    std::vector<Signal> signals;
+    for (size_t i = 0; i < planes.size(); ++i) {
+        signals.emplace_back(planes[i], Plane());
+        signals.emplace_back(planes[i], planes[(i + 1) % planes.size()]);
     }
-    NSLoopWriter::SDrumLoopOptions options;
-    options.fStereo = true;
-    options.fBitDepth = 24;
-    NSLoopWriter::SDrumLoop drums = NSLoopWriter::MakeDrumLoop(options);
-    signals.push_back({"drums", std::move(drums.fLeft), std::move(drums.fRight)});
+    // Opposite full scale: the difference takes a bit more than a sample.
+    Plane opposite = planes[2];
+    std::rotate(opposite.begin(), opposite.begin() + 1, opposite.end());
+    signals.emplace_back(planes[2], opposite);
     return signals;
 }
 
 TEST(TWIPRoundTrip, BothDecodersGiveTheAudioBack) {
-    for (const SSignal& signal : MakeSignals()) {
-        SCOPED_TRACE(signal.fName);
-        const Bytes bytes = NSLoopWriter::CompressTWIP(signal.fLeft, signal.fRight);
-        const int32_t channels = signal.fRight.empty() ? 1 : 2;
-        const int32_t frames = static_cast<int32_t>(signal.fLeft.size());
-        const Samples expected = Interleaved(signal);
-        EXPECT_TRUE(DecodeFast(bytes, channels, frames) == expected);
-        EXPECT_TRUE(DecodePlain(bytes, channels, frames) == expected);
+    for (const int32_t bits : {16, 24}) {
+        const std::vector<Signal> signals = MakeSignals(bits);
+        for (size_t i = 0; i < signals.size(); ++i) {
+            SCOPED_TRACE(testing::Message() << bits << " bits, signal " << i);
+            const auto& [left, right] = signals[i];
+            const Bytes bytes = NSLoopWriter::CompressTWIP(left, right);
+            const int32_t channels = right.empty() ? 1 : 2;
+            const int32_t frames = static_cast<int32_t>(left.size());
+            const Samples expected = Interleaved(signals[i]);
+            EXPECT_TRUE(DecodeFast(bytes, channels, frames) == expected);
+            EXPECT_TRUE(DecodePlain(bytes, channels, frames) == expected);
+        }
     }
 }
 
-SSignal ShortSignal(bool stereo) {
+Signal ShortSignal(bool stereo) {
     Plane left = NSLoopWriter::MakeTransients(200, 24, 60);
     const Plane noise = NSLoopWriter::MakeNoise(100, 16, 5);
     std::copy(noise.begin(), noise.end(), left.begin() + 50);
-    return {"", left, stereo ? NSLoopWriter::MakeSine(200, 24, 9000) : Plane()};
+    return {left, stereo ? NSLoopWriter::MakeSine(200, 24, 9000) : Plane()};
 }
 
 #pragma GCC diagnostic push
@@ -111,9 +103,10 @@ private:
 // Lots of one frame split the stream at every boundary, most of them within a word.
 TEST(TWIPRoundTrip, AnySpansAndAnySplitIntoCallsGiveTheSame) {
     for (const int32_t channels : {1, 2}) {
-        const SSignal signal = ShortSignal(channels == 2);
+        const Signal signal = ShortSignal(channels == 2);
+        const auto& [left, right] = signal;
         const Samples expected = Interleaved(signal);
-        const Bytes bytes = NSLoopWriter::CompressTWIP(signal.fLeft, signal.fRight);
+        const Bytes bytes = NSLoopWriter::CompressTWIP(left, right);
         const std::vector<uint32_t> words = WordsOfBytes(bytes);
         for (const int32_t lot : {1, 7, 200}) {
             NSPorter::COwnedMemoryMedia written;
@@ -121,10 +114,9 @@ TEST(TWIPRoundTrip, AnySpansAndAnySplitIntoCallsGiveTheSame) {
             for (int32_t done = 0; done < 200; done += lot) {
                 const int32_t count = std::min(lot, 200 - done);
                 if (channels == 1) {
-                    compressor.CompressMono(count, signal.fLeft.data() + done);
+                    compressor.CompressMono(count, left.data() + done);
                 } else {
-                    compressor.CompressStereo(count, signal.fLeft.data() + done,
-                                              signal.fRight.data() + done);
+                    compressor.CompressStereo(count, left.data() + done, right.data() + done);
                 }
             }
             compressor.Finish();
