@@ -45,6 +45,7 @@ TEST(LOP2Load, ReportsEachBlock) {
     const Bytes bytes = WriteLOP2(file);
     CheckReports(bytes, {0, 1048576, 2097152, 2097157}, "audio: XAbort stopped by callback");
     EXPECT_EQ(Load(bytes).fAudio->Get16BitSample(2000000, kChannel_Left), file.fLeft[2000000]);
+    EXPECT_FALSE(CLOP2DecompressCallback().ShouldStop(0));
 }
 
 TEST(LOP2Load, StreamsThatAreTooShort) {

@@ -93,11 +93,11 @@ TEST(LOPLoad, RefusesOtherAudio) {
     const std::string shape = "open: " + Violation("lop file that isn't 16-bit mono");
     SLOPFile file;
     file.fSliceCount = 0; // tested behind the audio
-    file.fAudio.fCommon.fBits = 8;
-    EXPECT_EQ(Load(WriteLOP(file)).fOutcome, shape);
-    file = SLOPFile();
-    file.fAudio.fCommon.fChannels = 2;
-    EXPECT_EQ(Load(WriteLOP(file)).fOutcome, shape);
+    for (const auto& [bits, channels] : {std::pair{8, 1}, {16, 2}}) {
+        file.fAudio.fCommon.fBits = static_cast<uint16_t>(bits);
+        file.fAudio.fCommon.fChannels = static_cast<uint16_t>(channels);
+        EXPECT_EQ(Load(WriteLOP(file)).fOutcome, shape);
+    }
     file = SLOPFile();
     file.fEdit = Without("SSND");
     EXPECT_EQ(Load(WriteLOP(file)).fOutcome, "audio: XFormatViolation ");

@@ -97,8 +97,6 @@ TEST(TSLLoad, RefusesOtherAudio) {
         {noLoop, [](auto& f) { f.SetLoop(9, 9), f.fMajor = 2; }},
         {"loaded", [](auto& f) { f.fAudio.fInstrument->fSustainLoop.fPlayMode = 2; }},
         {"loaded", [](auto& f) { f.fAudio.fInstrument->fSustainLoop.fPlayMode = 0; }},
-        {"open: XUnsupportedFormat[lop_file] bad Tessel chunk version",
-         [](auto& f) { f.fMajor = 0; }},
         {"open: XFormatViolation ", [](auto& f) { f.fAudio.fFrames = 0x80000000; }},
         {"audio: XFormatViolation ", [](auto& f) { f.fEdit = Without("SSND"); }},
         {"audio: XFormatViolation ", [](auto& f) { f.fAudio.fFrames = INT32_MAX; }},
