@@ -9,6 +9,7 @@ struct SSameSoundBounds {
     float fLargestDifference = 0.0F;
     size_t fDifferingEntries = 0; // of a whole table
     int64_t fLargestSteps = 0;    // in the last place of a float
+    uint64_t fHash = 0;           // of every sample, not only those compared; 0 where it varies
 };
 
 extern const SSameSoundBounds kSameSoundBounds;
