@@ -97,6 +97,8 @@ public:
     void SetFrameCount(uint32_t frameCount) noexcept { fFrameCount = frameCount; }
     void SetStereo(bool stereo) noexcept { fStereo = stereo; }
 
+    // The range in frames, the end behind the last; at first the whole sample. Only a mode makes it
+    // a loop that HasLoop tells of. Nothing holds the range against the frame count.
     void SetLoopStart(int32_t start) noexcept { fLoopStart = start; }
     void SetLoopEnd(int32_t end) noexcept { fLoopEnd = end; }
     void SetLoop(uint32_t mode, int32_t start, int32_t end) noexcept;
