@@ -14,10 +14,6 @@ void Store(const user_regs_struct& source, elf_gregset_t& registers) {
     std::memcpy(&registers, &source, sizeof source);
 }
 
-#if defined(__x86_64__)
-
-constexpr uint16_t kMachine = EM_X86_64;
-
 user_regs_struct FromContext(const ucontext_t& context) {
     const auto get = [&context](int index) {
         return static_cast<unsigned long long>(context.uc_mcontext.gregs[index]);
@@ -47,10 +43,6 @@ user_regs_struct FromContext(const ucontext_t& context) {
     return result;
 }
 
-uint64_t StackPointer(const user_regs_struct& registers) {
-    return registers.rsp;
-}
-
 user_regs_struct FromCounters(uint64_t programCounter, uint64_t stackPointer) {
     user_regs_struct result{};
     result.rip = programCounter;
@@ -60,46 +52,16 @@ user_regs_struct FromCounters(uint64_t programCounter, uint64_t stackPointer) {
     return result;
 }
 
-#elif defined(__aarch64__)
-
-constexpr uint16_t kMachine = EM_AARCH64;
-
-user_regs_struct FromContext(const ucontext_t& context) {
-    user_regs_struct result{};
-    for (int i = 0; i < 31; ++i) {
-        result.regs[i] = context.uc_mcontext.regs[i];
-    }
-    result.sp = context.uc_mcontext.sp;
-    result.pc = context.uc_mcontext.pc;
-    result.pstate = context.uc_mcontext.pstate;
-    return result;
-}
-
-uint64_t StackPointer(const user_regs_struct& registers) {
-    return registers.sp;
-}
-
-user_regs_struct FromCounters(uint64_t programCounter, uint64_t stackPointer) {
-    user_regs_struct result{};
-    result.pc = programCounter;
-    result.sp = stackPointer;
-    return result;
-}
-
-#else
-#error "Dumps need the registers of this processor."
-#endif
-
 } // namespace
 
-const uint16_t kElfMachine = kMachine;
+const uint16_t kElfMachine = EM_X86_64;
 
 void CopyRegisters(const ucontext_t& context, elf_gregset_t& registers) {
     Store(FromContext(context), registers);
 }
 
 uint64_t GetStackPointer(const ucontext_t& context) {
-    return StackPointer(FromContext(context));
+    return FromContext(context).rsp;
 }
 
 void SetRegisters(uint64_t programCounter, uint64_t stackPointer, elf_gregset_t& registers) {

@@ -1,4 +1,4 @@
-// The one place that knows the registers of the processor.
+// The one place that knows the registers of the processor, which is an x86-64.
 #pragma once
 
 #include <sys/procfs.h>
