@@ -27,6 +27,9 @@ constexpr uint32_t kDebuggerFlag_OwnLogThread = 2;
 // thread touches the streamers; a trace on another thread leaves its line in a queue, neither waits
 // nor allocates, and loses the line when the queue is full. The log thread empties the queue
 // whenever it traces. Without a log thread every thread writes for itself, one at a time.
+//
+// Any thread may also flush, dump, and add and remove streamers and listeners; these may wait for
+// one another. AddLogFile alone has to come before other threads know the debugger.
 class CDebugger : public NSLichen::IDebugger {
 public:
     CDebugger(const std::string& name, const std::string& title, uint32_t flags);
@@ -48,8 +51,11 @@ public:
     void Flush();
 
     void AddStreamer(const std::shared_ptr<ITraceOutputStreamer>& streamer);
-    // A log file in the folder, which ends in "\", named by the debugger's name and the time.
+    // A log file in the folder, which ends in "\", named by the debugger's name and the time. Dumps
+    // go to that folder too.
     void AddLogFile(const std::string& folder);
+    // A log file of that path. With `erase` a file that is there is deleted first; when that fails,
+    // a plain std::exception is raised.
     void AddLogFileAt(const std::string& path, bool erase);
     // Takes the first match away.
     void RemoveStreamer(const ITraceOutputStreamer* streamer);

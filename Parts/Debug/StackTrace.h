@@ -15,7 +15,8 @@ struct SStackTrace {
     std::array<void*, kMostStackFrames> fFrames{}; // return addresses, the innermost first
 };
 
-// Of the calling thread, beginning with the function that calls this.
+// Of the calling thread, beginning with the function that calls this. Waits for the symbol lock, as
+// the other does.
 void CaptureStackTrace(SStackTrace& trace);
 
 // One line for each frame: "<file>(<line>) : <function> + 0x<offset>". A frame without a symbol
