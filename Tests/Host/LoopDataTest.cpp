@@ -87,6 +87,7 @@ TEST_F(CHostTest, CreatorTextsComeInOrderAndAreCutBetweenCharacters) {
     file.fCreatorInfo->fTexts[1].fText = std::u16string(255, u'x');
     // 127 two-byte characters make 254 bytes; one more would be split.
     file.fCreatorInfo->fTexts[2].fText = std::u16string(255, u'\u00E9');
+    file.fCreatorInfo->fTexts[3].fText = u"two\nlines";
     file.fCreatorInfo->fTexts[4].fText = u"\u65E5\u672C";
     const CHostLoop loop(WriteLOP2(file));
     LOPCreatorInfo info{};
@@ -94,7 +95,7 @@ TEST_F(CHostTest, CreatorTextsComeInOrderAndAreCutBetweenCharacters) {
     EXPECT_STREQ(info.fText1, "first");
     EXPECT_EQ(std::string(info.fText2), std::string(255, 'x'));
     EXPECT_EQ(std::string(info.fText3).size(), 254U);
-    EXPECT_STREQ(info.fText4, "");
+    EXPECT_STREQ(info.fText4, "two\xE2\x80\xA9lines");
     EXPECT_STREQ(info.fText5, "\xE6\x97\xA5\xE6\x9C\xAC");
 }
 

@@ -144,7 +144,7 @@ typedef struct LOPSliceInfo {
 } LOPSliceInfo;
 
 /* 1280 bytes: five UTF-8 texts in the order in which the file stores them, each at most 255 bytes
- * and a terminating zero, never cut inside a character. */
+ * and a terminating zero, never cut inside a character. Lines are parted by U+2029 (E2 80 A9). */
 typedef struct LOPCreatorInfo {
     char fText1[256];
     char fText2[256];
