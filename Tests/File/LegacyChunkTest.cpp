@@ -109,17 +109,20 @@ TEST(TSLAppChunk, ExportedSliceCountAndStretch) {
 }
 
 TEST(AppChunks, RefuseWhatIsNotOfTheirKind) {
-    const auto outcomeOf = [](auto file, auto write, auto read, const ChunkEdit& edit) {
-        file.fEdit = edit;
-        const Bytes bytes = write(file);
-        NSPorter::CMemoryMedia media = MediaOver(bytes);
-        return OutcomeOf([&] { read(media); });
+    using Rows = std::vector<std::pair<ChunkEdit, std::string>>;
+    const auto check = [](auto file, auto write, auto read, const Rows& rows) {
+        for (const auto& [edit, outcome] : rows) {
+            file.fEdit = edit;
+            const Bytes bytes = write(file);
+            NSPorter::CMemoryMedia media = MediaOver(bytes);
+            EXPECT_EQ(OutcomeOf([&] { read(media); }), outcome);
+        }
     };
     const auto claim = [](uint32_t size) -> ChunkEdit {
         return [=](SIFFChunk& root) { FindChunk(root, ID("APPL")).fStoredSize = size; };
     };
     const std::string version = "XUnsupportedFormat[lop_file] bad Tessel chunk version";
-    const std::pair<ChunkEdit, std::string> tsl[] = {
+    const Rows tsl = {
         {Without("APPL"), Violation("couldn't read Tessel chunk")},
         {Poke("APPL", 0, 4, 0), Violation("bad Tessel chunk signature")},
         {Poke("APPL", 4, 5, 0), Violation("bad Tessel chunk magic")},
@@ -134,10 +137,8 @@ TEST(AppChunks, RefuseWhatIsNotOfTheirKind) {
              root.fChildren[0].fStoredSize = 0xFFFFFFF8;
          },
          Violation("couldn't read Tessel chunk")}};
-    for (const auto& [edit, outcome] : tsl) {
-        EXPECT_EQ(outcomeOf(STSLFile(), WriteTSL, ReadTSLChunk, edit), outcome);
-    }
-    const std::pair<ChunkEdit, std::string> lop[] = {
+    check(STSLFile(), WriteTSL, ReadTSLChunk, tsl);
+    const Rows lop = {
         {Without("APPL"), Violation("can't read app specific chunk")},
         {Poke("APPL", 0, 4, 0), Violation("bad app signature for app-specific chunk")},
         {Poke("APPL", 4, 5, 0), Violation("bad magic number in app specific chunk")},
@@ -146,9 +147,7 @@ TEST(AppChunks, RefuseWhatIsNotOfTheirKind) {
         {Poke("APPL", 14, 2, 1000), "loaded"},
         {Poke("APPL", 14, 2, 1001), Violation("")},
         {claim(0xFFFFFFFF), Violation("")}};
-    for (const auto& [edit, outcome] : lop) {
-        EXPECT_EQ(outcomeOf(SLOPFile(), WriteLOP, ReadLOPChunk, edit), outcome);
-    }
+    check(SLOPFile(), WriteLOP, ReadLOPChunk, lop);
 
     // What a chunk lacks at its end counts as zero.
     SLOPFile file;

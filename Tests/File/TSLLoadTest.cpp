@@ -33,29 +33,27 @@ TEST(TSLLoad, AudioAndFileInfo) {
 }
 
 TEST(TSLLoad, TempoAndTranspose) {
-    // Beats, whether a tempo is stored and which; the sequencer's tempo and transposition. The
-    // audio is half a second, so that a beat of it is 120.
-    const int64_t rows[][5] = {{1, 0, 240000, 120000, 0},
-                               {1, 1, 120000, 120000, 0},
-                               {1, 1, 240000, 240000, 1200},
-                               {1, 1, 60000, 60000, -1200},
-                               {1, 1, 0xFFFFFFFF, 20000, -2400},
-                               {1, 1, INT32_MAX, 450000, 2288},
-                               {7, 0, 0, 450000, 0},
-                               {7, 1, 450000, 450000, -1080},
-                               {0, 1, 99000, 130000, 0}};
-    for (const auto& [beats, isStored, stored, tempo, transpose] : rows) {
+    // Bars of two beats, beats, whether a tempo is stored and which; the sequencer's tempo and
+    // transposition. The audio is half a second, so that a beat of it is 120.
+    const int64_t rows[][6] = {
+        {0, 1, 0, 240000, 120000, 0},       {1, 1, 0, 240000, 360000, 0},
+        {0, 1, 1, 120000, 120000, 0},       {1, 0, 1, 120000, 120000, -1200},
+        {0, 1, 1, 240000, 240000, 1200},    {0, 1, 1, 0xFFFFFFFF, 20000, -2400},
+        {0, 1, 1, INT32_MAX, 450000, 2288}, {0, 7, 0, 0, 450000, 0},
+        {0, 7, 1, 450000, 450000, -1080},   {0, 0, 1, 99000, 130000, 0}};
+    for (const auto& [bars, beats, isStored, stored, tempo, transpose] : rows) {
         STSLFile file;
         file.fAudio.fSamples.resize(22050);
         file.SetLoop(0, 22050);
-        file.fBars = 0;
+        file.fTimeSignatureNumerator = 2;
+        file.fBars = static_cast<uint16_t>(bars);
         file.fBeats = static_cast<uint8_t>(beats);
         file.fTempoStored = static_cast<uint8_t>(isStored);
         file.fTempo = static_cast<uint32_t>(stored);
         const SLoaded loaded = Load(WriteTSL(file));
-        EXPECT_EQ(loaded.fInfo.fTempo, beats == 0 ? 0 : tempo);
+        EXPECT_EQ(loaded.fInfo.fTempo, bars + beats == 0 ? 0 : tempo);
         EXPECT_EQ(loaded.fSequencer->GetTempo(), tempo);
-        EXPECT_EQ(loaded.fSequencer->IsTempoSynced(), beats != 0);
+        EXPECT_EQ(loaded.fSequencer->IsTempoSynced(), bars + beats != 0);
         EXPECT_EQ(loaded.fSequencer->GetSampler().GetSettings().fTranspose, transpose);
     }
 }
