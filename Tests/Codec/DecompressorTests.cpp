@@ -60,7 +60,7 @@ TEST(TWIP, WorkedStreams) {
 }
 
 TEST(TWIP, SilenceSettlesAtOneBitAndSoDoesAChannelEqualToTheOther) {
-    constexpr int32_t kFrames = 400;
+    constexpr int64_t kFrames = 400;
     const Samples silence(kFrames);
     const Samples noise = NSLoopWriter::MakeNoise(kFrames, 16, 1);
     NSLoopWriter::CTWIPCompressor mono;
@@ -73,7 +73,7 @@ TEST(TWIP, SilenceSettlesAtOneBitAndSoDoesAChannelEqualToTheOther) {
         return std::pair(mono.GetBitCount() - monoStart, stereo.GetBitCount() - stereoStart);
     };
     compress(silence);
-    EXPECT_EQ(compress(silence), std::pair(int64_t{kFrames}, int64_t{2 * kFrames}));
+    EXPECT_EQ(compress(silence), std::pair(kFrames, 2 * kFrames));
     const auto [monoBits, stereoBits] = compress(noise);
     EXPECT_GT(monoBits, kFrames);
     EXPECT_EQ(stereoBits, monoBits + kFrames);
