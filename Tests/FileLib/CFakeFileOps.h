@@ -40,6 +40,8 @@ struct SFakeLink {
 // While it lives, it is the table in use.
 class CFakeFileOps : public IPlatformFileOps {
 public:
+    using TPath = const std::u16string&;
+
     CFakeFileOps() : fBefore(SetPlatformFileOps(this)) {
         for (const char16_t* folder : {u"C:\\", u"C:\\Windows", u"C:\\Temp"}) {
             AddFolder(folder);
@@ -55,17 +57,17 @@ public:
     }
     int CountCalls(const std::string& operation) { return fCallCounts[operation]; }
 
-    void AddFile(const std::u16string& path, const std::string& text, uint64_t creation = 1000) {
+    void AddFile(TPath path, const std::string& text, uint64_t creation = 1000) {
         fFiles[path] = std::make_shared<SFakeFile>();
         fFiles[path]->fBytes = text;
         fFiles[path]->fTimes.fCreation = creation;
     }
-    void AddFolder(const std::u16string& path) {
+    void AddFolder(TPath path) {
         AddFile(path, "");
         fFiles[path]->fAttributes = kAttribute_Directory;
     }
-    bool HasFile(const std::u16string& path) const { return fFiles.count(path) != 0; }
-    std::string TextOf(const std::u16string& path) const {
+    bool HasFile(TPath path) const { return fFiles.count(path) != 0; }
+    std::string TextOf(TPath path) const {
         return HasFile(path) ? fFiles.at(path)->fBytes : "(none)";
     }
 
@@ -81,63 +83,57 @@ public:
     bool fHasItemPaths = true;
 
     size_t GetLongestPath() const noexcept override { return fLongestPath; }
-    uint32_t ReadAttributes(const std::u16string& path, uint32_t& errorCode) override {
+    uint32_t ReadAttributes(TPath path, uint32_t& errorCode) override {
         errorCode = DoOn("ReadAttributes", path, [] {});
         return errorCode == kError_None ? fFiles[path]->fAttributes : kAttributes_None;
     }
-    uint32_t WriteAttributes(const std::u16string& path, uint32_t attributes) override {
+    uint32_t WriteAttributes(TPath path, uint32_t attributes) override {
         return DoOn("WriteAttributes", path, [&] { fFiles[path]->fAttributes = attributes; });
     }
-    uint32_t FindFirst(const std::u16string& folder, PlatformHandle& scan,
-                       SPlatformEntry& entry) override {
+    uint32_t FindFirst(TPath folder, PlatformHandle& scan, SPlatformEntry& entry) override {
         scan = ++fLastHandle;
         for (const auto& [path, file] : fFiles) {
-            if (path.size() > folder.size() && path.starts_with(folder) &&
-                path.find(u'\\', folder.size()) == std::u16string::npos) {
+            if (path == folder + GetNameOfPath(path)) {
                 fScans[scan].push_back(EntryOf(path));
             }
         }
-        const uint32_t code = Enter("FindFirst");
-        return code == kError_None ? FindNext(scan, entry) : code;
+        return FindNext(scan, entry);
     }
     uint32_t FindNext(PlatformHandle scan, SPlatformEntry& entry) override {
         if (fScans[scan].empty()) {
             return kError_NoMoreFiles;
         }
-        entry = fScans[scan].front();
-        fScans[scan].pop_front();
-        return kError_None;
+        return Do("FindNext", [&] {
+            entry = fScans[scan].front();
+            fScans[scan].pop_front();
+        });
     }
     void EndFind(PlatformHandle scan) noexcept override { fScans.erase(scan); }
-    uint32_t FindEntry(const std::u16string& path, SPlatformEntry& entry) override {
+    uint32_t FindEntry(TPath path, SPlatformEntry& entry) override {
         return DoOn("FindEntry", path, [&] { entry = EntryOf(path); });
     }
 
-    uint32_t Open(const std::u16string& path, const SOpenRequest& request,
-                  PlatformHandle& file) override {
-        const bool exists = HasFile(path);
-        if (const uint32_t code = Enter("Open"); code != kError_None) {
-            return code;
+    uint32_t Open(TPath path, const SOpenRequest& request, PlatformHandle& file) override {
+        if (HasFile(path) && request.fCreation == EFileCreation::kCreateNew) {
+            return kError_FileExists;
         }
-        if (exists ? request.fCreation == EFileCreation::kCreateNew
-                   : request.fCreation == EFileCreation::kOpenExisting) {
-            return exists ? kError_FileExists : kError_FileNotFound;
-        }
-        if (!exists) {
-            AddFile(path, "", 9000);
-        } else if (request.fCreation == EFileCreation::kCreateAlways) {
-            fFiles[path]->fBytes.clear();
-        }
-        file = ++fLastHandle;
-        fOpenFiles[file] = fFiles[path];
-        return kError_None;
+        const auto open = [&] {
+            if (!HasFile(path)) {
+                AddFile(path, "", 9000);
+            } else if (request.fCreation == EFileCreation::kCreateAlways) {
+                fFiles[path]->fBytes.clear();
+            }
+            file = ++fLastHandle;
+            fOpenFiles[file] = fFiles[path];
+        };
+        return Do("Open", open, HasFile(path) || request.fCreation != EFileCreation::kOpenExisting);
     }
     void Close(PlatformHandle file) noexcept override { fOpenFiles.erase(file); }
     uint32_t Read(PlatformHandle file, uint64_t position, uint64_t count, uint8_t* buffer,
                   uint64_t& transferred) override {
         const std::string& bytes = fOpenFiles.at(file)->fBytes;
-        transferred = bytes.substr(std::min<uint64_t>(position, bytes.size()), count)
-                          .copy(reinterpret_cast<char*>(buffer), count);
+        const size_t start = std::min<uint64_t>(position, bytes.size());
+        transferred = bytes.copy(reinterpret_cast<char*>(buffer), count, start);
         return Enter("Read");
     }
     uint32_t Write(PlatformHandle file, uint64_t position, uint64_t count, const uint8_t* buffer,
@@ -150,26 +146,22 @@ public:
         });
     }
     uint32_t ReadSize(PlatformHandle file, uint64_t& size) override {
-        size = fOpenFiles.at(file)->fBytes.size();
-        return Enter("ReadSize");
+        return Give("ReadSize", size, fOpenFiles.at(file)->fBytes.size());
     }
     uint32_t ReadTimes(PlatformHandle file, SFileTimes& times) override {
-        times = fOpenFiles.at(file)->fTimes;
-        return Enter("ReadTimes");
+        return Give("ReadTimes", times, fOpenFiles.at(file)->fTimes);
     }
     uint32_t WriteTimes(PlatformHandle file, const SFileTimes& times) override {
         return Do("WriteTimes", [&] { // zero leaves a time as it is
             SFileTimes& kept = fOpenFiles.at(file)->fTimes;
-            kept.fCreation = times.fCreation != 0 ? times.fCreation : kept.fCreation;
-            kept.fLastAccess = times.fLastAccess != 0 ? times.fLastAccess : kept.fLastAccess;
-            kept.fLastWrite = times.fLastWrite != 0 ? times.fLastWrite : kept.fLastWrite;
+            for (const auto time : {&SFileTimes::fCreation, &SFileTimes::fLastWrite}) {
+                kept.*time = times.*time != 0 ? times.*time : kept.*time;
+            }
         });
     }
-    void CopyAccessRights(const std::u16string&, const std::u16string&) override {
-        Enter("CopyAccessRights");
-    }
+    void CopyAccessRights(TPath, TPath) override { Enter("CopyAccessRights"); }
 
-    uint32_t Move(const std::u16string& from, const std::u16string& to, uint32_t flags) override {
+    uint32_t Move(TPath from, TPath to, uint32_t flags) override {
         if (HasFile(to) && (flags & kMove_Replace) == 0) {
             return kError_AlreadyExists;
         }
@@ -178,31 +170,28 @@ public:
             fFiles.erase(from);
         });
     }
-    uint32_t Delete(const std::u16string& path) override {
+    uint32_t Delete(TPath path) override {
         return DoOn("Delete", path, [&] { fFiles.erase(path); });
     }
-    uint32_t MakeFolder(const std::u16string& path) override {
+    uint32_t MakeFolder(TPath path) override {
         return HasFile(path) ? kError_AlreadyExists : Do("MakeFolder", [&] { AddFolder(path); });
     }
-    uint32_t RemoveFolder(const std::u16string& path) override {
-        const uint32_t code = Enter("RemoveFolder");
-        return code == kError_None ? Delete(path) : code;
+    uint32_t RemoveFolder(TPath path) override {
+        return DoOn("RemoveFolder", path, [&] { fFiles.erase(path); });
     }
 
-    uint32_t MakeTempName(const std::u16string& folder, const std::u16string& prefix,
-                          uint32_t number, std::u16string& path) override {
-        const std::string digits = std::to_string(number != 0 ? number : fLastTempNumber + 1);
-        const uint32_t code = Enter("MakeTempName");
-        path = JoinPath(folder, prefix + NSTextPackage::AsciiToUtf16(digits, false) + u".tmp");
-        if (code == kError_None && number == 0) {
-            ++fLastTempNumber;
-            AddFile(path, "", 8000);
-        }
-        return code;
+    uint32_t MakeTempName(TPath folder, TPath prefix, uint32_t number,
+                          std::u16string& path) override {
+        return Do("MakeTempName", [&] {
+            const std::string digits = std::to_string(number != 0 ? number : ++fLastTempNumber);
+            path = JoinPath(folder, prefix + NSTextPackage::AsciiToUtf16(digits, false) + u".tmp");
+            if (number == 0) {
+                AddFile(path, "", 8000);
+            }
+        });
     }
     uint32_t FindTempFolder(std::u16string& folder) override {
-        folder = u"C:\\Temp";
-        return Enter("FindTempFolder");
+        return Give<std::u16string>("FindTempFolder", folder, u"C:\\Temp");
     }
 
     uint32_t ListDriveRoots(std::vector<std::u16string>& roots) override {
@@ -211,44 +200,39 @@ public:
         }
         return Enter("ListDriveRoots");
     }
-    uint32_t ReadDriveKind(const std::u16string& root) override {
+    uint32_t ReadDriveKind(TPath root) override {
         return fDrives.count(root) != 0 ? fDrives[root].fKind : kDrive_NoRoot;
     }
-    uint32_t ReadVolumeInfo(const std::u16string& root, SVolumeInfo& info) override {
+    uint32_t ReadVolumeInfo(TPath root, SVolumeInfo& info) override {
         fErrorModeOfLastVolumeCall = fErrorMode;
         info.fLabel = u"label";
         return fDrives.count(root) != 0 ? fDrives[root].fVolumeError : kError_PathNotFound;
     }
-    uint32_t ReadDiskSpace(const std::u16string&, SDiskSpace& space) override {
-        space = {uint64_t{5} << 32, uint64_t{9} << 32};
-        return Enter("ReadDiskSpace");
+    uint32_t ReadDiskSpace(TPath, SDiskSpace& space) override {
+        return Give("ReadDiskSpace", space, {uint64_t{5} << 32, uint64_t{9} << 32});
     }
-    uint32_t ReadDeviceName(const std::u16string& drive, std::u16string& name) override {
+    uint32_t ReadDeviceName(TPath drive, std::u16string& name) override {
         name = fDrives[drive + u'\\'].fDeviceName;
         return kError_None;
     }
-    uint32_t ReadLongPath(const std::u16string& path, std::u16string& longPath) override {
-        longPath = path;
-        return HasFile(path) ? Enter("ReadLongPath") : kError_FileNotFound;
+    uint32_t ReadLongPath(TPath path, std::u16string& longPath) override {
+        return DoOn("ReadLongPath", path, [&] { longPath = path; });
     }
     uint32_t FindWindowsFolder(std::u16string& folder) override {
-        folder = fWindowsFolder;
-        return Enter("FindWindowsFolder");
+        return Give("FindWindowsFolder", folder, fWindowsFolder);
     }
 
     uint32_t LocateSpecialFolder(int32_t number, ShellItem& item) override {
         item = ItemOf(fSpecialFolders.count(number) != 0 ? fSpecialFolders[number] : u"");
         return item.empty() ? kOLE_NotFound : 0;
     }
-    uint32_t CreateShellLink(const std::u16string& link, const std::u16string& source,
-                             const std::u16string&) override {
+    uint32_t CreateShellLink(TPath link, TPath source, TPath) override {
         return Do("CreateShellLink", [&] {
             AddFile(link, "link");
             fLinks[link].fTarget = source;
         });
     }
-    uint32_t LoadShellLink(const std::u16string& link, ShellItem& target,
-                           ELinkStep& step) override {
+    uint32_t LoadShellLink(TPath link, ShellItem& target, ELinkStep& step) override {
         target = ItemOf(fLinks[link].fTarget);
         step = fLinks[link].fStep;
         return fLinks[link].fResult;
@@ -259,8 +243,7 @@ public:
     }
 
     uint32_t FindExecutable(std::u16string& path) override {
-        path = u"\\\\?\\C:\\Program\\a.exe";
-        return Enter("FindExecutable");
+        return Give<std::u16string>("FindExecutable", path, u"\\\\?\\C:\\Program\\a.exe");
     }
     uint32_t SetErrorMode(uint32_t mode) noexcept override {
         return std::exchange(fErrorMode, mode);
@@ -280,27 +263,26 @@ private:
     }
     // Work as far as the script has no failure for it.
     template <class TWork>
-    uint32_t Do(const std::string& operation, const TWork& work) {
+    uint32_t Do(const std::string& operation, const TWork& work, bool isThere = true) {
         const uint32_t code = Enter(operation);
-        if (code == kError_None) {
+        if (code == kError_None && isThere) {
             work();
         }
-        return code;
+        return code == kError_None && !isThere ? kError_FileNotFound : code;
     }
     template <class TWork>
-    uint32_t DoOn(const std::string& operation, const std::u16string& path, const TWork& work) {
-        const uint32_t code = Enter(operation);
-        if (code != kError_None || !HasFile(path)) {
-            return code != kError_None ? code : kError_FileNotFound;
-        }
-        work();
-        return kError_None;
+    uint32_t DoOn(const std::string& operation, TPath path, const TWork& work) {
+        return Do(operation, work, HasFile(path));
     }
-    SPlatformEntry EntryOf(const std::u16string& path) const {
+    template <class TValue>
+    uint32_t Give(const std::string& operation, TValue& place, const TValue& value) {
+        return Do(operation, [&] { place = value; });
+    }
+    SPlatformEntry EntryOf(TPath path) const {
         const SFakeFile& file = *fFiles.at(path);
         return {GetNameOfPath(path), file.fAttributes, file.fTimes, file.fBytes.size()};
     }
-    static ShellItem ItemOf(const std::u16string& path) {
+    static ShellItem ItemOf(TPath path) {
         const std::string bytes = NSTextPackage::Utf16ToUtf8(path);
         return ShellItem(bytes.begin(), bytes.end());
     }

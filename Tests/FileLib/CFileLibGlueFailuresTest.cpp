@@ -55,45 +55,29 @@ public:
 } // namespace
 
 TEST(CFileLibGlueFailures, EveryRowOfTheMapGivesItsStatusAndComesBack) {
-    const struct {
-        int32_t fCode;
-        CFixedName fType;
-        int32_t fStatus;
-    } rows[] = {{16, {}, 5001},
-                {11, {}, 5002},
-                {15, {}, 5003},
-                {14, {}, 5004},
-                {9, {}, 5005},
-                {27, DiskWord(), 5006},
-                {29, {}, 5007},
-                {37, {}, 5010},
-                {39, {}, 5011},
-                {36, {}, 5012},
-                {25, {}, 5013},
-                {26, {}, 5014},
-                {22, {}, 5015},
-                {21, {}, 5016},
-                {33, ReferenceWord(), 5018},
-                {33, {}, 5017},
-                {34, {}, 5020},
-                {28, FileHandleWord(), 5021},
-                {17, {}, 5023},
-                {41, {}, 100000 + 0x290000BA},
-                {20, FileHandleWord(), 5022}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.fStatus);
+    const auto expect = [](int32_t code, int32_t status, const CFixedName& type) {
+        SCOPED_TRACE(status);
         try {
-            ThrowIfFileLibError(row.fStatus);
+            ThrowIfFileLibError(status);
             ADD_FAILURE();
         } catch (const std::exception& exception) {
-            EXPECT_EQ(ClassifyException(&exception).fCode, row.fCode);
-            const CFailureValue type =
-                GetPartValue(GetExceptionBody(exception), TargetObjectTypeKey());
-            EXPECT_EQ(type,
-                      row.fType.IsEmpty() ? CFailureValue() : CFailureValue::FromWord(row.fType));
-            EXPECT_EQ(CurrentExceptionStatus(), row.fStatus);
+            EXPECT_EQ(ClassifyException(&exception).fCode, code);
+            EXPECT_EQ(GetPartValue(GetExceptionBody(exception), TargetObjectTypeKey()),
+                      type.IsEmpty() ? CFailureValue() : CFailureValue::FromWord(type));
+            EXPECT_EQ(CurrentExceptionStatus(), status);
         }
+    };
+    const int32_t codes[] = {16, 11, 15, 14, 9, 29, 37, 39, 36, 25, 26, 22, 21, 33, 34, 17};
+    const int32_t statuses[] = {5001, 5002, 5003, 5004, 5005, 5007, 5010, 5011,
+                                5012, 5013, 5014, 5015, 5016, 5017, 5020, 5023};
+    for (size_t i = 0; i < std::size(codes); ++i) {
+        expect(codes[i], statuses[i], {});
     }
+    expect(41, 100000 + 0x290000BA, {});
+    expect(27, 5006, DiskWord());
+    expect(33, 5018, ReferenceWord());
+    expect(28, 5021, FileHandleWord());
+    expect(20, 5022, FileHandleWord());
     ThrowIfFileLibError(kFileLibStatus_OK);
     ThrowIfByteStreamError(kByteStreamStatus_OK);
 }
@@ -150,17 +134,17 @@ TEST(CFileLibGlueFailures, NumbersAreBigEndianAtAMovingPosition) {
 }
 
 TEST(CFileLibGlueFailures, OnlyOneNameOpensTheLibrary) {
-    const struct {
-        const char* fName;
-        int32_t fStatus;
-    } rows[] = {
-        {"IFileLib", 5000}, {"IFileLibX", 5016}, {"ifilelib", 5016}, {"", 5002}, {nullptr, 5003}};
-    for (const auto& row : rows) {
+    const auto open = [](const char* name) {
         int32_t status = 0;
-        const std::unique_ptr<IFileLib> fileLib(OpenFileLibByName(row.fName, &status));
-        EXPECT_EQ(status, row.fStatus);
+        const std::unique_ptr<IFileLib> fileLib(OpenFileLibByName(name, &status));
         EXPECT_EQ(fileLib != nullptr, status == 5000);
-    }
+        return status;
+    };
+    EXPECT_EQ(open("IFileLib"), 5000);
+    EXPECT_EQ(open("IFileLibX"), 5016);
+    EXPECT_EQ(open("ifilelib"), 5016);
+    EXPECT_EQ(open(""), 5002);
+    EXPECT_EQ(open(nullptr), 5003);
     EXPECT_EQ(OpenFileLibByName(kFileLibName, nullptr), nullptr);
     try {
         StartFileLib("IFileLibX");

@@ -14,8 +14,6 @@
 #include <fstream>
 #include <string>
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -66,25 +64,15 @@ TEST_F(PosixFileOps, PathsMayBeLong) {
     EXPECT_THROW(fImpl.CreateFolder(fFolder.GetPath(), std::u16string(256, u'n')), XCreate);
 }
 
-TEST_F(PosixFileOps, AFifoIsRefusedAtOnce) {
+TEST_F(PosixFileOps, WhatIsNoFileIsRefusedAtOnce) {
     ASSERT_EQ(mkfifo(fBytesOfA.c_str(), 0600), 0);
     EXPECT_THROW(COpenReadFileImpl reader(fA), XPermission);
     EXPECT_THROW(COpenReadWriteFileImpl(fA, kOpenMode_CreateAlways), XPermission);
 }
 
-TEST_F(PosixFileOps, LocksOfOtherProgramsCount) {
-    Touch(fBytesOfA);
-    const int descriptor = open(fBytesOfA.c_str(), O_RDONLY | O_CLOEXEC);
-    ASSERT_EQ(flock(descriptor, LOCK_SH), 0);
-    EXPECT_NO_THROW(COpenReadFileImpl reader(fA));
-    EXPECT_THROW(COpenReadWriteFileImpl(fA, kOpenMode_CreateAlways), XLocked);
-    ASSERT_EQ(flock(descriptor, LOCK_EX), 0);
-    EXPECT_THROW(COpenReadFileImpl reader(fA), XLocked);
-    close(descriptor);
-}
-
 TEST_F(PosixFileOps, SafeSavingKeepsTheAccessRights) {
     Touch(fBytesOfA);
+    EXPECT_EQ(WinGetFileInfo(fA).fHidden, 1) << "by its name";
     ASSERT_EQ(chmod(fBytesOfA.c_str(), 0640), 0);
     CSafeOpenReadWriteFileImpl(fA).Commit();
     struct stat status = {};
@@ -118,17 +106,6 @@ TEST_F(PosixFileOps, LinksAreFollowedUnlessTheyAreAliases) {
               fFolder.PathOf(u"sub\\"));
     EXPECT_THROW(fImpl.ResolvePossibleAlias(fFolder.PathOf(u"dangling.lnk")), XNotFound);
     EXPECT_EQ(unlink((place + "link").c_str()), 0); // the folder cannot be removed with it
-}
-
-TEST_F(PosixFileOps, HiddenAndReadOnlyComeFromNameAndMode) {
-    Touch(fBytesOfA);
-    EXPECT_EQ(WinGetFileInfo(fA).fHidden, 1);
-    for (const bool isReadOnly : {true, false}) { // also for one who may write everything
-        SFileInfo info = WinGetFileInfo(fA);
-        info.fReadOnly = isReadOnly ? 1 : 0;
-        WinSetFileInfo(fA, info);
-        EXPECT_EQ(WinGetFileInfo(fA).fReadOnly, info.fReadOnly);
-    }
 }
 
 TEST(PosixErrors, NoErrorOfTheSystemLooksLikeABugOfTheCaller) {

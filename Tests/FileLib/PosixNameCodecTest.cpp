@@ -31,18 +31,12 @@ std::vector<std::string> MakeHostilePieces() {
 std::string MakeHostileName(std::mt19937& random) {
     static const std::vector<std::string> kHostilePieces = MakeHostilePieces();
     std::string name;
-    const size_t pieces = 1 + random() % 12;
-    for (size_t i = 0; i < pieces; ++i) {
-        if (random() % 3 == 0) {
-            name += kHostilePieces[random() % kHostilePieces.size()];
-        } else {
-            const char byte = static_cast<char>(1 + random() % 255);
-            name += byte == '/' ? '.' : byte;
-        }
+    for (size_t pieces = 1 + random() % 12; pieces > 0; --pieces) {
+        const char byte = static_cast<char>(1 + random() % 255);
+        const bool isHostile = random() % 3 == 0 || byte == '/';
+        name += isHostile ? kHostilePieces[random() % kHostilePieces.size()] : std::string(1, byte);
     }
-    if (random() % 50 == 0) {
-        name.append(255, static_cast<char>(0x80 + random() % 0x80));
-    }
+    name.append(random() % 50 == 0 ? 255 : 0, static_cast<char>(0x80 + random() % 0x80));
     return name.substr(0, 255);
 }
 

@@ -26,6 +26,11 @@ protected:
     }
 
     size_t CountNewFiles() const { return fOps.fFiles.size() - fFilesAtStart; }
+    static void Save(const std::u16string& path, const std::string& text) {
+        CSafeOpenReadWriteFileImpl file(path);
+        WriteText(file, text);
+        file.Commit();
+    }
 
     CFakeFileOps fOps;
     size_t fFilesAtStart;
@@ -48,15 +53,11 @@ TEST_F(SafeSaving, CommitPutsTheNewDataUnderTheOldNameAndDate) {
     EXPECT_EQ(fOps.fFiles[kTarget]->fTimes.fCreation, 77U);
     EXPECT_EQ(fOps.CountCalls("CopyAccessRights"), 2) << "one for each that was opened";
     EXPECT_EQ(CountNewFiles(), 1U);
-}
 
-TEST_F(SafeSaving, ANewTargetIsWrittenInPlace) {
-    CSafeOpenReadWriteFileImpl file(kOther);
-    WriteText(file, "new");
-    file.Commit();
+    const int moves = fOps.CountCalls("Move");
+    Save(kOther, "new");
     EXPECT_EQ(fOps.TextOf(kOther), "new");
-    EXPECT_EQ(fOps.CountCalls("Move"), 0);
-    EXPECT_EQ(CountNewFiles(), 2U);
+    EXPECT_EQ(fOps.CountCalls("Move"), moves) << "a new target is written in place";
 }
 
 TEST_F(SafeSaving, RefusesWhatCannotBeSaved) {
@@ -72,42 +73,29 @@ TEST_F(SafeSaving, RefusesWhatCannotBeSaved) {
 }
 
 TEST_F(SafeSaving, DeletingTheOldDataIsTriedSixTimes) {
-    {
-        CSafeOpenReadWriteFileImpl file(kTarget);
-        fOps.Script("Delete", {5, 5, 5, 5, 5, 0});
-        EXPECT_NO_THROW(file.Commit());
-        EXPECT_EQ(fOps.fWaits, std::vector<uint32_t>(5, 30));
-        EXPECT_EQ(CountNewFiles(), 1U);
-    }
-    CSafeOpenReadWriteFileImpl file(kTarget);
-    WriteText(file, "new");
+    fOps.Script("Delete", {5, 5, 5, 5, 5, 0});
+    Save(kTarget, "first");
+    EXPECT_EQ(fOps.fWaits, std::vector<uint32_t>(5, 30));
+    EXPECT_EQ(CountNewFiles(), 1U);
     // The first error is the one that is told.
     fOps.Script("Delete", {kError_AccessDenied, 32, 32, 32, 32, 32});
-    EXPECT_EQ(TextRaised<XPermission>([&] { file.Commit(); }),
-              "WinThrowExceptionForKnownError(ERROR_ACCESS_DENIED)");
+    EXPECT_THROW(Save(kTarget, "new"), XPermission);
     EXPECT_EQ(fOps.CountCalls("Delete"), 12);
     EXPECT_EQ(fOps.TextOf(kTarget), "new");
-    CSafeOpenReadWriteFileImpl again(kTarget);
     fOps.Script("Delete", {kUnknownError, 5, 5, 5, 5, 5});
-    EXPECT_EQ(TextRaised<XDelete>([&] { again.Commit(); }),
+    EXPECT_EQ(TextRaised<XDelete>([] { Save(kTarget, ""); }),
               "DeleteFile failed with unrecognized error type");
 }
 
 TEST_F(SafeSaving, AFailedSwapLosesNoData) {
-    const auto commit = [this](const std::vector<uint32_t>& moves) {
-        CSafeOpenReadWriteFileImpl file(kTarget);
-        WriteText(file, "new");
-        fOps.Script("Move", moves);
-        file.Commit();
-    };
-    // The first two moves give the reserved file its extension and put the target there.
-    EXPECT_EQ(TextRaised<XNotFound>([&] {
-                  commit({0, 0, kUnknownError});
-              }),
-              "MoveFileEx() failed with unrecognized error type");
+    // Two moves give the new file and the reserved one their extension, the third puts the target
+    // in the place of the reserved one.
+    fOps.Script("Move", {0, 0, 0, kUnknownError});
+    EXPECT_THROW(Save(kTarget, "new"), XNotFound);
     EXPECT_EQ(fOps.TextOf(kTarget), "old");
     EXPECT_EQ(CountNewFiles(), 1U);
-    EXPECT_THROW(commit({0, 0, 5, 5}), XPermission);
+    fOps.Script("Move", {0, 0, 0, 5, 5});
+    EXPECT_THROW(Save(kTarget, "new"), XPermission);
     EXPECT_FALSE(fOps.HasFile(kTarget));
     EXPECT_EQ(CountNewFiles(), 2U) << "the old data and the new, each under a name of its own";
 }
@@ -116,25 +104,27 @@ TEST_F(SafeSaving, SwapIsUndoneWhereverItFails) {
     const struct {
         const char* fOperation;
         std::vector<uint32_t> fCodes;
-        const char* fText;
+        std::string fName;
     } kRows[] = {
-        {"Open", {kUnknownError}, "CreateFile failed with unrecognized error type"},
-        {"ReadTimes", {kUnknownError}, "GetFileTime failed with unrecognized error type"},
-        {"Open", {0, kUnknownError}, "CreateFile failed with unrecognized error type"},
-        {"WriteTimes", {kUnknownError}, "SetFileTime failed with unrecognized error type"},
+        {"Open", {kUnknownError}, "CreateFile"},
+        {"ReadTimes", {kUnknownError}, "GetFileTime"},
+        {"Open", {0, kUnknownError}, "CreateFile"},
+        {"WriteTimes", {kUnknownError}, "SetFileTime"},
         // The first move is the one that gives the reserved file its extension.
-        {"Move", {0, kUnknownError}, "MoveFileEx() failed with unrecognized error type"},
-        {"Move", {0, 0, kUnknownError}, "MoveFileEx() failed with unrecognized error type"},
-        {"Move", {0, 0, 0, kUnknownError}, "MoveFileEx() failed with unrecognized error type"},
-        {"Move", {0, 0, 0, 3}, "WinThrowExceptionForKnownError(ERROR_PATH_NOT_FOUND)"},
+        {"Move", {0, kUnknownError}, "MoveFileEx()"},
+        {"Move", {0, 0, kUnknownError}, "MoveFileEx()"},
+        {"Move", {0, 0, 0, kUnknownError}, "MoveFileEx()"},
     };
     fOps.AddFile(kOther, "b", 22);
     for (const auto& row : kRows) {
         fOps.Script(row.fOperation, row.fCodes);
-        EXPECT_EQ(TextRaised<XNotFound>([] { WinSwapFilesContents(kTarget, kOther); }), row.fText);
+        EXPECT_EQ(TextRaised<XNotFound>([] { WinSwapFilesContents(kTarget, kOther); }),
+                  row.fName + " failed with unrecognized error type");
         EXPECT_EQ(fOps.TextOf(kTarget) + fOps.TextOf(kOther), "oldb") << row.fOperation;
         EXPECT_EQ(CountNewFiles(), 2U) << row.fOperation;
     }
+    fOps.Script("Move", {0, 0, 0, kError_WriteProtect});
+    EXPECT_THROW(WinSwapFilesContents(kTarget, kOther), XLocked) << "a known error tells itself";
     WinSwapFilesContents(kTarget, kOther);
     EXPECT_EQ(fOps.TextOf(kTarget) + fOps.TextOf(kOther), "bold");
     EXPECT_EQ(fOps.fFiles[kTarget]->fTimes.fCreation, 77U) << "the first file's date stays";
