@@ -75,7 +75,7 @@ TEST_F(CHostTest, SlicesFollowTheTempo) {
     const auto render = [&loop](int32_t tempo) {
         EXPECT_EQ(LOPSetPreviewTempo(loop.Get(), tempo), kLOPResult_OK);
         EXPECT_EQ(LOPStartPreview(loop.Get()), kLOPResult_OK);
-        const std::vector<float> heard = loop.RenderPreview(40000, 441)[0];
+        std::vector<float> heard = loop.RenderPreview(40000, 441)[0];
         LOPStopPreview(loop.Get());
         loop.RenderPreview(19200, 1000); // whole blocks
         return heard;
