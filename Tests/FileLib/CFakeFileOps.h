@@ -78,6 +78,7 @@ public:
     std::u16string fWindowsFolder = u"C:\\Windows";
     size_t fLongestPath = 260;
     std::vector<uint32_t> fWaits; // milliseconds
+    std::vector<uint32_t> fMoveFlags;
     uint32_t fErrorMode = 0;
     uint32_t fErrorModeOfLastVolumeCall = 0;
     bool fHasItemPaths = true;
@@ -165,6 +166,7 @@ public:
         if (HasFile(to) && (flags & kMove_Replace) == 0) {
             return kError_AlreadyExists;
         }
+        fMoveFlags.push_back(flags);
         return DoOn("Move", from, [&] {
             fFiles[to] = fFiles[from];
             fFiles.erase(from);

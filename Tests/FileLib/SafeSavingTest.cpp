@@ -125,7 +125,9 @@ TEST_F(SafeSaving, SwapIsUndoneWhereverItFails) {
     }
     fOps.Script("Move", {0, 0, 0, kError_WriteProtect});
     EXPECT_THROW(WinSwapFilesContents(kTarget, kOther), XLocked) << "a known error tells itself";
+    fOps.fMoveFlags.clear();
     WinSwapFilesContents(kTarget, kOther);
+    EXPECT_EQ(fOps.fMoveFlags, (std::vector<uint32_t>{0, 3, 1, 1})) << "all but one go to the disk";
     EXPECT_EQ(fOps.TextOf(kTarget) + fOps.TextOf(kOther), "bold");
     EXPECT_EQ(fOps.fFiles[kTarget]->fTimes.fCreation, 77U) << "the first file's date stays";
     EXPECT_EQ(CountNewFiles(), 2U);
