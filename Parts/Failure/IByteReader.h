@@ -11,7 +11,7 @@ constexpr int32_t kByteStreamStatus_OK = 5000;
 class IByteReader {
 public:
     // Fills the caller's buffer with `count` bytes from `position` on, all or none. Answers a
-    // status and throws nothing.
+    // status; a reader over something that raises may let its exceptions through.
     virtual int32_t Read(int64_t position, int64_t count, uint8_t* buffer) = 0;
     virtual ~IByteReader() = default;
 

@@ -1,6 +1,7 @@
 #include "FileLib/Source/ByteStreamNumbers.h"
 
 #include "FileLib/Source/FileLibFailures.h"
+#include "PorterPackage/Core/ByteOrder.h"
 
 namespace NSFileLib {
 
@@ -21,8 +22,7 @@ void Write(IByteWriter& writer, int64_t& position, int64_t count, const uint8_t*
 uint32_t ReadU32(IByteReader& reader, int64_t& position) {
     uint8_t bytes[4] = {};
     Read(reader, position, sizeof bytes, bytes);
-    return static_cast<uint32_t>(bytes[0]) << 24 | static_cast<uint32_t>(bytes[1]) << 16 |
-           static_cast<uint32_t>(bytes[2]) << 8 | static_cast<uint32_t>(bytes[3]);
+    return NSPorter::DecodeBigEndian(bytes);
 }
 
 uint8_t ReadU8(IByteReader& reader, int64_t& position) {
@@ -32,9 +32,8 @@ uint8_t ReadU8(IByteReader& reader, int64_t& position) {
 }
 
 void WriteU32(IByteWriter& writer, int64_t& position, uint32_t value) {
-    const uint8_t bytes[4] = {static_cast<uint8_t>(value >> 24), static_cast<uint8_t>(value >> 16),
-                              static_cast<uint8_t>(value >> 8), static_cast<uint8_t>(value)};
-    Write(writer, position, sizeof bytes, bytes);
+    const auto bytes = NSPorter::SplitBytes(value);
+    Write(writer, position, bytes.size(), bytes.data());
 }
 
 void WriteU8(IByteWriter& writer, int64_t& position, uint8_t value) {

@@ -1,7 +1,6 @@
 #include "LoopLibrary/Render/CAIFFChunks.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XClasses.h"
+#include "PorterPackage/Core/CheckFormat.h"
 
 #include <algorithm>
 
@@ -9,6 +8,7 @@ namespace NSLOPDLL {
 
 namespace {
 
+using NSPorter::CheckFormat;
 using NSPorter::CIFFReader;
 using NSPorter::CIFFWriter;
 using NSPorter::CMedia;
@@ -27,7 +27,7 @@ constexpr size_t kLongestName = 255;
 
 // Chunks are read from the file's own media, where nothing guards the end.
 void CheckHolds(const CMedia& media, uint32_t chunkSize, int64_t wanted) {
-    CheckAIFFFormat(wanted <= int64_t{chunkSize} && wanted <= media.BytesLeft());
+    CheckFormat(wanted <= int64_t{chunkSize} && wanted <= media.BytesLeft());
 }
 
 CAIFFLoop ReadLoop(CMedia& media) {
@@ -51,15 +51,9 @@ int64_t GetMarkerSize(size_t nameLength) {
 
 } // namespace
 
-void CheckAIFFFormat(bool sound) {
-    if (!sound) {
-        NSLichen::Raise(NSLichen::XFormatViolation(""));
-    }
-}
-
 void CAIFFCommonChunk::Read(CIFFReader& reader) {
     uint32_t size = 0;
-    CheckAIFFFormat(reader.FindChunk(kCommonID, size));
+    CheckFormat(reader.FindChunk(kCommonID, size));
     CMedia& media = *reader.GetMedia();
     fHasCompression = size >= kCommonSizeWithCompression;
     CheckHolds(media, size, fHasCompression ? kCommonSizeWithCompression : kPlainCommonSize);
@@ -125,13 +119,13 @@ bool CAIFFMarkerChunk::Read(CIFFReader& reader) {
     int64_t left = int64_t{size} - kMarkerCountSize;
     fMarkers.clear();
     for (uint32_t i = 0; i < count; ++i) {
-        CheckAIFFFormat(left >= kMarkerHeadSize);
+        CheckFormat(left >= kMarkerHeadSize);
         CAIFFMarker marker;
         marker.fID = media.ReadU16();
         marker.fPosition = media.ReadU32();
         const uint32_t nameLength = media.ReadU8();
         const int64_t entrySize = GetMarkerSize(nameLength);
-        CheckAIFFFormat(entrySize <= left);
+        CheckFormat(entrySize <= left);
         marker.fName.resize(nameLength);
         media.Read(nameLength, reinterpret_cast<uint8_t*>(marker.fName.data()));
         media.Skip(entrySize - kMarkerHeadSize - nameLength);

@@ -23,9 +23,6 @@ constexpr uint16_t kAIFFPlayMode_None = 0;
 constexpr uint16_t kAIFFPlayMode_Forward = 1;
 constexpr uint16_t kAIFFPlayMode_ForwardBackward = 2;
 
-// Raises XFormatViolation with an empty text unless what has been read is `sound`.
-void CheckAIFFFormat(bool sound);
-
 // "COMM".
 struct CAIFFCommonChunk {
     // Raises when the chunk is absent, too.

@@ -3,6 +3,7 @@
 #include "Failure/Raise.h"
 #include "Failure/XClasses.h"
 #include "LoopLibrary/Render/ReadSamples.h"
+#include "PorterPackage/Core/CheckFormat.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -11,13 +12,15 @@ namespace NSLOPDLL {
 
 namespace {
 
+using NSPorter::CheckFormat;
+
 constexpr int64_t kSoundDataHeadSize = 8;
 constexpr uint8_t kHighestMidiValue = 127;
 constexpr int8_t kMostDetune = 50;
 
 // Rates that are not a number fail the comparison, too.
 int32_t ToSampleRate(double rate) {
-    CheckAIFFFormat(rate >= 1.0 && rate < 0x1p31);
+    CheckFormat(rate >= 1.0 && rate < 0x1p31);
     return static_cast<int32_t>(rate);
 }
 
@@ -28,7 +31,7 @@ void ReadCommon(CWaveSampleInfo& info, NSPorter::CIFFReader& reader) {
         NSLichen::Raise(NSLichen::XUnsupportedFormat(""));
     }
     const auto frames = static_cast<int32_t>(common.fFrames);
-    CheckAIFFFormat(common.fChannels != 0 && frames >= 0);
+    CheckFormat(common.fChannels != 0 && frames >= 0);
     const int32_t sampleRate = ToSampleRate(common.fSampleRate);
     info.fChannels = common.fChannels;
     info.fSampleRate = sampleRate;
@@ -40,11 +43,11 @@ void ReadCommon(CWaveSampleInfo& info, NSPorter::CIFFReader& reader) {
 }
 
 void CheckInstrument(const CAIFFInstrumentChunk& instrument) {
-    CheckAIFFFormat(instrument.fSustainLoop.fPlayMode <= kAIFFPlayMode_ForwardBackward &&
-                    instrument.fReleaseLoop.fPlayMode <= kAIFFPlayMode_ForwardBackward);
+    CheckFormat(instrument.fSustainLoop.fPlayMode <= kAIFFPlayMode_ForwardBackward &&
+                instrument.fReleaseLoop.fPlayMode <= kAIFFPlayMode_ForwardBackward);
     for (const uint8_t value : {instrument.fRootNote, instrument.fLowNote, instrument.fHighNote,
                                 instrument.fLowVelocity, instrument.fHighVelocity}) {
-        CheckAIFFFormat(value <= kHighestMidiValue);
+        CheckFormat(value <= kHighestMidiValue);
     }
 }
 
@@ -77,13 +80,13 @@ void TakeUnloopedPoints(NSPorter::CIFFReader& reader, const CAIFFLoop& loop,
 void TakeLoop(NSPorter::CIFFReader& reader, const CAIFFLoop& loop, CWaveLoopInfo& loopInfo) {
     CAIFFMarkerChunk markers;
     if (!markers.Read(reader)) {
-        CheckAIFFFormat(loop.fBegin < 1 || loop.fEnd < 1);
+        CheckFormat(loop.fBegin < 1 || loop.fEnd < 1);
         return;
     }
     const CAIFFMarker* begin = markers.Find(loop.fBegin);
     const CAIFFMarker* end = markers.Find(loop.fEnd);
-    CheckAIFFFormat(begin != nullptr || loop.fBegin == 0);
-    CheckAIFFFormat(end != nullptr || loop.fEnd == 0);
+    CheckFormat(begin != nullptr || loop.fBegin == 0);
+    CheckFormat(end != nullptr || loop.fEnd == 0);
     if (begin != nullptr && end != nullptr) {
         SetLoopPoints(loopInfo, kLoopMode_Looping, *begin, *end);
         loopInfo.fDirection = loop.fPlayMode == kAIFFPlayMode_ForwardBackward
@@ -154,19 +157,19 @@ void ReadAIFFLoopInfo(NSPorter::CIFFReader& reader, CWaveLoopInfo& loopInfo) {
 
 SAIFFSoundData EnterAIFFSoundData(NSPorter::CIFFReader& reader, const CWaveSampleInfo& info) {
     uint32_t chunkSize = 0;
-    CheckAIFFFormat(reader.FindChunk(kAIFFSoundDataID, chunkSize));
+    CheckFormat(reader.FindChunk(kAIFFSoundDataID, chunkSize));
     NSPorter::CMedia& media = *reader.GetMedia();
-    CheckAIFFFormat(chunkSize >= kSoundDataHeadSize && media.BytesLeft() >= kSoundDataHeadSize);
+    CheckFormat(chunkSize >= kSoundDataHeadSize && media.BytesLeft() >= kSoundDataHeadSize);
     SAIFFSoundData soundData;
     soundData.fOffset = media.ReadU32();
     soundData.fBlockSize = media.ReadU32();
 
     const int64_t dataSize = int64_t{chunkSize} - kSoundDataHeadSize;
-    CheckAIFFFormat(soundData.fOffset <= dataSize);
+    CheckFormat(soundData.fOffset <= dataSize);
     media.Skip(soundData.fOffset);
     const int64_t bytesPerSample = GetBytesPerSample(info.fBitDepth);
-    CheckAIFFFormat(bytesPerSample > 0);
-    CheckAIFFFormat(bytesPerSample * info.fChannels * info.fFrames <= dataSize - soundData.fOffset);
+    CheckFormat(bytesPerSample > 0);
+    CheckFormat(bytesPerSample * info.fChannels * info.fFrames <= dataSize - soundData.fOffset);
     return soundData;
 }
 
