@@ -2,14 +2,17 @@
 // of its hits as looptool takes them.
 
 #include "LoopWriter/SyntheticLoop.h"
+#include "looptool/Arguments.h"
 #include "looptool/AudioFile.h"
 
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <vector>
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
+    const std::vector<std::string> arguments = NSLoopTool::Arguments(argc, argv);
+    if (arguments.size() != 1) {
         std::fprintf(stderr, "usage: drumloop OUT.wav\n");
         return 1;
     }
@@ -19,9 +22,9 @@ int main(int argc, char** argv) {
         options.fStereo = true;
         options.fBeats = 8;
         const NSLoopWriter::SDrumLoop loop = NSLoopWriter::MakeDrumLoop(options);
-        NSLoopTool::WriteAudioFile(argv[1], {static_cast<int32_t>(options.fSampleRate),
-                                             options.fBitDepth,
-                                             {loop.fLeft, loop.fRight}});
+        NSLoopTool::WriteAudioFile(arguments[0], {static_cast<int32_t>(options.fSampleRate),
+                                                  options.fBitDepth,
+                                                  {loop.fLeft, loop.fRight}});
         std::string frames;
         for (const uint32_t hit : loop.fHits) {
             frames += (frames.empty() ? "" : ",") + std::to_string(hit);

@@ -1,5 +1,6 @@
 #include "looptool/COutputFile.h"
 
+#include "looptool/NativePath.h"
 #include "looptool/Terminal.h"
 #include "looptool/ToolFailure.h"
 
@@ -13,7 +14,7 @@ COutputFile::COutputFile(const std::string& path) : fPath(path), fIsStandardOutp
         MakeStandardOutputBinary();
         fFile = stdout;
     } else {
-        fFile = std::fopen(path.c_str(), "wb");
+        fFile = OpenForWriting(path);
     }
     if (fFile == nullptr) {
         Fail();
@@ -23,7 +24,8 @@ COutputFile::COutputFile(const std::string& path) : fPath(path), fIsStandardOutp
 COutputFile::~COutputFile() {
     if (fFile != nullptr && !fIsStandardOutput) {
         std::fclose(fFile);
-        std::remove(fPath.c_str());
+        std::error_code ignored;
+        std::filesystem::remove(PathOfArgument(fPath), ignored);
     }
 }
 

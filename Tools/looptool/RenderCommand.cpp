@@ -3,6 +3,7 @@
 #include "looptool/CProgressBar.h"
 #include "looptool/Commands.h"
 #include "looptool/Interrupt.h"
+#include "looptool/NativePath.h"
 #include "looptool/ToolFailure.h"
 
 #include <algorithm>
@@ -31,14 +32,14 @@ void RunRender(const SRenderOptions& options) {
         throw CToolFailure(options.fFile + ": has " + std::to_string(info.fSliceCount) +
                            " slices; there is no slice " + std::to_string(options.fSlice));
     }
-    const std::filesystem::path folder(options.fFolder);
+    const std::filesystem::path folder = PathOfArgument(options.fFolder);
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) {
         throw CToolFailure(options.fFolder + ": cannot make the folder: " + error.message());
     }
 
-    const std::string stem = std::filesystem::path(options.fFile).stem().string();
+    const std::string stem = ArgumentOfPath(PathOfArgument(options.fFile).stem());
     const int32_t rate =
         options.fRate != 0
             ? options.fRate
@@ -48,8 +49,8 @@ void RunRender(const SRenderOptions& options) {
     CProgressBar bar("rendering " + options.fFile);
     for (int32_t slice = first; slice < end; ++slice) {
         StopIfInterrupted();
-        const std::filesystem::path target = folder / SliceName(stem, slice);
-        WriteFloatFile(target.string(), rate, loop.RenderSlice(slice));
+        const std::filesystem::path target = folder / PathOfArgument(SliceName(stem, slice));
+        WriteFloatFile(ArgumentOfPath(target), rate, loop.RenderSlice(slice));
         bar.Show(int64_t{slice - first + 1} * 100 / (end - first));
     }
 }

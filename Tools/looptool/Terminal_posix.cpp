@@ -8,6 +8,8 @@ bool IsTerminal(std::FILE* stream) {
     return isatty(fileno(stream)) == 1;
 }
 
+void MakeTerminalUtf8() {}
+
 void MakeStandardOutputBinary() {}
 
 } // namespace NSLoopTool

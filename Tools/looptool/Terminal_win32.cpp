@@ -2,11 +2,16 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <windows.h>
 
 namespace NSLoopTool {
 
 bool IsTerminal(std::FILE* stream) {
     return _isatty(_fileno(stream)) != 0;
+}
+
+void MakeTerminalUtf8() {
+    SetConsoleOutputCP(CP_UTF8);
 }
 
 void MakeStandardOutputBinary() {

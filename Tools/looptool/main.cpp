@@ -1,13 +1,19 @@
+#include "looptool/Arguments.h"
 #include "looptool/Commands.h"
 #include "looptool/Interrupt.h"
+#include "looptool/Terminal.h"
 #include "looptool/ToolFailure.h"
 
 #include "LoopLibrary/Public/LoopLibrary.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -102,6 +108,7 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", VersionText());
     app.require_subcommand(1);
     app.footer("Exit codes: 0 success, 1 wrong usage, 2 failure, 130 interrupted.");
+    MakeTerminalUtf8();
     std::function<void()> chosen;
     SInfoOptions info;
     SRenderOptions render;
@@ -114,7 +121,9 @@ int main(int argc, char** argv) {
         AddPreview(app, preview, chosen);
         AddDecode(app, decode, chosen);
         AddMake(app, make, chosen);
-        app.parse(argc, argv);
+        std::vector<std::string> arguments = Arguments(argc, argv);
+        std::reverse(arguments.begin(), arguments.end()); // as the parser takes a vector
+        app.parse(std::move(arguments));
         CatchInterrupts();
         chosen();
         return 0;
