@@ -6,14 +6,9 @@
 
 namespace NSFileLibInternals {
 
-// POSIX with one volume, "C:\", which is "/"; other letters and shares are well formed and do not
-// exist. Handles are file descriptors, and pointers for scans; shell items are the bytes of a path.
-//
-// Sharing is by advisory locks, so it holds among users of this library. A name with the extension
-// of an alias is taken as the link itself and not as what it leads to, which makes symbolic links
-// under such names behave as shell links do. Hidden is a leading ".", and cannot be set; a file
-// without any write permission is read-only, also for those who may write everything.
-class CPosixFileOps : public IPlatformFileOps {
+// The operations of the system that the library is built for: its two bodies stand in the files
+// whose names begin with "Platform".
+class CSystemFileOps : public IPlatformFileOps {
 public:
     size_t GetLongestPath() const noexcept override;
     uint32_t ReadAttributes(const std::u16string& path, uint32_t& errorCode) override;

@@ -1,6 +1,15 @@
 // Contents, times and sharing of files.
+//
+// The POSIX body has one volume, "C:\", which is "/"; other letters and shares are well formed and
+// do not exist. Handles are file descriptors, and pointers for scans; shell items are the bytes of
+// a path.
+//
+// Sharing is by advisory locks, so it holds among users of this library. A name with the extension
+// of an alias is taken as the link itself and not as what it leads to, which makes symbolic links
+// under such names behave as shell links do. Hidden is a leading ".", and cannot be set; a file
+// without any write permission is read-only, also for those who may write everything.
 
-#include "FileLib/Source/Win/CPosixFileOps.h"
+#include "FileLib/Source/Win/CSystemFileOps.h"
 #include "FileLib/Source/Win/PlatformCodes.h"
 #include "FileLib/Source/Win/PosixErrors.h"
 #include "FileLib/Source/Win/PosixStat.h"
@@ -87,8 +96,8 @@ int TransferAll(uint64_t position, uint64_t count, uint64_t& transferred, Step s
 
 } // namespace
 
-uint32_t CPosixFileOps::Open(const std::u16string& path, const SOpenRequest& request,
-                             PlatformHandle& file) {
+uint32_t CSystemFileOps::Open(const std::u16string& path, const SOpenRequest& request,
+                              PlatformHandle& file) {
     const std::string systemPath = SystemPath(path);
     if (systemPath.empty()) {
         return kError_PathNotFound;
@@ -109,12 +118,12 @@ uint32_t CPosixFileOps::Open(const std::u16string& path, const SOpenRequest& req
     return kError_None;
 }
 
-void CPosixFileOps::Close(PlatformHandle file) noexcept {
+void CSystemFileOps::Close(PlatformHandle file) noexcept {
     close(DescriptorOf(file));
 }
 
-uint32_t CPosixFileOps::Read(PlatformHandle file, uint64_t position, uint64_t count,
-                             uint8_t* buffer, uint64_t& transferred) {
+uint32_t CSystemFileOps::Read(PlatformHandle file, uint64_t position, uint64_t count,
+                              uint8_t* buffer, uint64_t& transferred) {
     const int error =
         TransferAll(position, count, transferred, [&](uint64_t done, uint64_t size, off_t offset) {
             return pread(DescriptorOf(file), buffer + done, size, offset);
@@ -122,8 +131,8 @@ uint32_t CPosixFileOps::Read(PlatformHandle file, uint64_t position, uint64_t co
     return error == 0 ? kError_None : ErrorOfReadErrno(error);
 }
 
-uint32_t CPosixFileOps::Write(PlatformHandle file, uint64_t position, uint64_t count,
-                              const uint8_t* buffer, uint64_t& transferred) {
+uint32_t CSystemFileOps::Write(PlatformHandle file, uint64_t position, uint64_t count,
+                               const uint8_t* buffer, uint64_t& transferred) {
     const int error =
         TransferAll(position, count, transferred, [&](uint64_t done, uint64_t size, off_t offset) {
             return pwrite(DescriptorOf(file), buffer + done, size, offset);
@@ -131,7 +140,7 @@ uint32_t CPosixFileOps::Write(PlatformHandle file, uint64_t position, uint64_t c
     return error == 0 ? kError_None : ErrorOfWriteErrno(error);
 }
 
-uint32_t CPosixFileOps::ReadSize(PlatformHandle file, uint64_t& size) {
+uint32_t CSystemFileOps::ReadSize(PlatformHandle file, uint64_t& size) {
     struct stat status = {};
     if (fstat(DescriptorOf(file), &status) != 0) {
         return ErrorOfReadErrno(errno);
@@ -140,7 +149,7 @@ uint32_t CPosixFileOps::ReadSize(PlatformHandle file, uint64_t& size) {
     return kError_None;
 }
 
-uint32_t CPosixFileOps::ReadTimes(PlatformHandle file, SFileTimes& times) {
+uint32_t CSystemFileOps::ReadTimes(PlatformHandle file, SFileTimes& times) {
     struct stat status = {};
     if (fstat(DescriptorOf(file), &status) != 0) {
         return ErrorOfReadErrno(errno);
@@ -150,7 +159,7 @@ uint32_t CPosixFileOps::ReadTimes(PlatformHandle file, SFileTimes& times) {
     return kError_None;
 }
 
-uint32_t CPosixFileOps::WriteTimes(PlatformHandle file, const SFileTimes& times) {
+uint32_t CSystemFileOps::WriteTimes(PlatformHandle file, const SFileTimes& times) {
     // The time of creation is the system's own affair.
     struct timespec values[2] = {TimespecOf(times.fLastAccess), TimespecOf(times.fLastWrite)};
     values[0].tv_nsec = times.fLastAccess == 0 ? UTIME_OMIT : values[0].tv_nsec;

@@ -1,6 +1,7 @@
-// Contents, times and sharing of files.
+// Contents, times and sharing of files. Handles of the Windows body are the system's own, but for
+// scans.
 
-#include "FileLib/Source/Win/CWindowsFileOps.h"
+#include "FileLib/Source/Win/CSystemFileOps.h"
 #include "FileLib/Source/Win/PlatformCodes.h"
 #include "FileLib/Source/Win/WindowsText.h"
 #include "FileLib/Source/Win/WindowsValues.h"
@@ -73,8 +74,8 @@ uint32_t TransferAll(uint64_t position, uint64_t count, uint64_t& transferred, S
 
 } // namespace
 
-uint32_t CWindowsFileOps::Open(const std::u16string& path, const SOpenRequest& request,
-                               PlatformHandle& file) {
+uint32_t CSystemFileOps::Open(const std::u16string& path, const SOpenRequest& request,
+                              PlatformHandle& file) {
     const HANDLE handle =
         CreateFileW(WideOf<wchar_t>(path).c_str(), AccessOf(request.fAccess),
                     SharingOf(request.fSharing), nullptr, CreationOf(request.fCreation),
@@ -86,12 +87,12 @@ uint32_t CWindowsFileOps::Open(const std::u16string& path, const SOpenRequest& r
     return kError_None;
 }
 
-void CWindowsFileOps::Close(PlatformHandle file) noexcept {
+void CSystemFileOps::Close(PlatformHandle file) noexcept {
     CloseHandle(HandleOf(file));
 }
 
-uint32_t CWindowsFileOps::Read(PlatformHandle file, uint64_t position, uint64_t count,
-                               uint8_t* buffer, uint64_t& transferred) {
+uint32_t CSystemFileOps::Read(PlatformHandle file, uint64_t position, uint64_t count,
+                              uint8_t* buffer, uint64_t& transferred) {
     return TransferAll(position, count, transferred,
                        [&](uint64_t done, DWORD size, DWORD& moved, OVERLAPPED& place) -> uint32_t {
                            if (ReadFile(HandleOf(file), buffer + done, size, &moved, &place)) {
@@ -102,8 +103,8 @@ uint32_t CWindowsFileOps::Read(PlatformHandle file, uint64_t position, uint64_t 
                        });
 }
 
-uint32_t CWindowsFileOps::Write(PlatformHandle file, uint64_t position, uint64_t count,
-                                const uint8_t* buffer, uint64_t& transferred) {
+uint32_t CSystemFileOps::Write(PlatformHandle file, uint64_t position, uint64_t count,
+                               const uint8_t* buffer, uint64_t& transferred) {
     return TransferAll(position, count, transferred,
                        [&](uint64_t done, DWORD size, DWORD& moved, OVERLAPPED& place) -> uint32_t {
                            return WriteFile(HandleOf(file), buffer + done, size, &moved, &place)
@@ -112,7 +113,7 @@ uint32_t CWindowsFileOps::Write(PlatformHandle file, uint64_t position, uint64_t
                        });
 }
 
-uint32_t CWindowsFileOps::ReadSize(PlatformHandle file, uint64_t& size) {
+uint32_t CSystemFileOps::ReadSize(PlatformHandle file, uint64_t& size) {
     LARGE_INTEGER value = {};
     if (!GetFileSizeEx(HandleOf(file), &value)) {
         return GetLastError();
@@ -121,7 +122,7 @@ uint32_t CWindowsFileOps::ReadSize(PlatformHandle file, uint64_t& size) {
     return kError_None;
 }
 
-uint32_t CWindowsFileOps::ReadTimes(PlatformHandle file, SFileTimes& times) {
+uint32_t CSystemFileOps::ReadTimes(PlatformHandle file, SFileTimes& times) {
     FILETIME creation = {};
     FILETIME lastAccess = {};
     FILETIME lastWrite = {};
@@ -132,7 +133,7 @@ uint32_t CWindowsFileOps::ReadTimes(PlatformHandle file, SFileTimes& times) {
     return kError_None;
 }
 
-uint32_t CWindowsFileOps::WriteTimes(PlatformHandle file, const SFileTimes& times) {
+uint32_t CSystemFileOps::WriteTimes(PlatformHandle file, const SFileTimes& times) {
     const FILETIME creation = FileTimeFrom(times.fCreation);
     const FILETIME lastAccess = FileTimeFrom(times.fLastAccess);
     const FILETIME lastWrite = FileTimeFrom(times.fLastWrite);

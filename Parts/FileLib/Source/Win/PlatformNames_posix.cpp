@@ -1,6 +1,6 @@
 // Attributes, names and folders.
 
-#include "FileLib/Source/Win/CPosixFileOps.h"
+#include "FileLib/Source/Win/CSystemFileOps.h"
 #include "FileLib/Source/Win/NameMaking.h"
 #include "FileLib/Source/Win/PlatformCodes.h"
 #include "FileLib/Source/Win/PosixErrors.h"
@@ -118,7 +118,7 @@ std::u16string NumberedName(const std::u16string& prefix, uint32_t number) {
 
 } // namespace
 
-uint32_t CPosixFileOps::ReadAttributes(const std::u16string& path, uint32_t& errorCode) {
+uint32_t CSystemFileOps::ReadAttributes(const std::u16string& path, uint32_t& errorCode) {
     const std::string systemPath = SystemPath(path);
     struct stat status = {};
     errorCode = systemPath.empty() ? kError_PathNotFound
@@ -126,7 +126,7 @@ uint32_t CPosixFileOps::ReadAttributes(const std::u16string& path, uint32_t& err
     return errorCode == kError_None ? AttributesOf(systemPath, status) : kAttributes_None;
 }
 
-uint32_t CPosixFileOps::WriteAttributes(const std::u16string& path, uint32_t attributes) {
+uint32_t CSystemFileOps::WriteAttributes(const std::u16string& path, uint32_t attributes) {
     const std::string systemPath = SystemPath(path);
     struct stat status = {};
     if (systemPath.empty()) {
@@ -146,8 +146,8 @@ uint32_t CPosixFileOps::WriteAttributes(const std::u16string& path, uint32_t att
                                                                   : ErrorOfWriteErrno(errno);
 }
 
-uint32_t CPosixFileOps::FindFirst(const std::u16string& folder, PlatformHandle& scan,
-                                  SPlatformEntry& entry) {
+uint32_t CSystemFileOps::FindFirst(const std::u16string& folder, PlatformHandle& scan,
+                                   SPlatformEntry& entry) {
     const std::string systemPath = SystemPath(folder);
     if (systemPath.empty()) {
         return kError_PathNotFound;
@@ -163,15 +163,15 @@ uint32_t CPosixFileOps::FindFirst(const std::u16string& folder, PlatformHandle& 
     return errorCode;
 }
 
-uint32_t CPosixFileOps::FindNext(PlatformHandle scan, SPlatformEntry& entry) {
+uint32_t CSystemFileOps::FindNext(PlatformHandle scan, SPlatformEntry& entry) {
     return ReadEntry(FolderOf(scan), entry);
 }
 
-void CPosixFileOps::EndFind(PlatformHandle scan) noexcept {
+void CSystemFileOps::EndFind(PlatformHandle scan) noexcept {
     closedir(FolderOf(scan));
 }
 
-uint32_t CPosixFileOps::FindEntry(const std::u16string& path, SPlatformEntry& entry) {
+uint32_t CSystemFileOps::FindEntry(const std::u16string& path, SPlatformEntry& entry) {
     const std::string systemPath = SystemPath(path);
     struct stat status = {};
     if (systemPath.empty()) {
@@ -185,7 +185,7 @@ uint32_t CPosixFileOps::FindEntry(const std::u16string& path, SPlatformEntry& en
     return kError_None;
 }
 
-void CPosixFileOps::CopyAccessRights(const std::u16string& from, const std::u16string& to) {
+void CSystemFileOps::CopyAccessRights(const std::u16string& from, const std::u16string& to) {
     struct stat status = {};
     const std::string source = SystemPath(from);
     const std::string target = SystemPath(to);
@@ -202,7 +202,8 @@ void CPosixFileOps::CopyAccessRights(const std::u16string& from, const std::u16s
     close(descriptor);
 }
 
-uint32_t CPosixFileOps::Move(const std::u16string& from, const std::u16string& to, uint32_t flags) {
+uint32_t CSystemFileOps::Move(const std::u16string& from, const std::u16string& to,
+                              uint32_t flags) {
     const std::string fromPath = SystemPath(from);
     const std::string toPath = SystemPath(to);
     if (fromPath.empty() || toPath.empty()) {
@@ -220,7 +221,7 @@ uint32_t CPosixFileOps::Move(const std::u16string& from, const std::u16string& t
     return ErrorOfErrno(error);
 }
 
-uint32_t CPosixFileOps::Delete(const std::u16string& path) {
+uint32_t CSystemFileOps::Delete(const std::u16string& path) {
     const std::string systemPath = SystemPath(path);
     if (systemPath.empty()) {
         return kError_PathNotFound;
@@ -228,7 +229,7 @@ uint32_t CPosixFileOps::Delete(const std::u16string& path) {
     return unlink(systemPath.c_str()) == 0 ? kError_None : ErrorOfErrno(errno);
 }
 
-uint32_t CPosixFileOps::MakeFolder(const std::u16string& path) {
+uint32_t CSystemFileOps::MakeFolder(const std::u16string& path) {
     const std::string systemPath = SystemPath(path);
     if (systemPath.empty()) {
         return kError_PathNotFound;
@@ -236,7 +237,7 @@ uint32_t CPosixFileOps::MakeFolder(const std::u16string& path) {
     return mkdir(systemPath.c_str(), 0777) == 0 ? kError_None : ErrorOfErrno(errno);
 }
 
-uint32_t CPosixFileOps::RemoveFolder(const std::u16string& path) {
+uint32_t CSystemFileOps::RemoveFolder(const std::u16string& path) {
     const std::string systemPath = SystemPath(path);
     if (systemPath.empty()) {
         return kError_PathNotFound;
@@ -244,8 +245,8 @@ uint32_t CPosixFileOps::RemoveFolder(const std::u16string& path) {
     return rmdir(systemPath.c_str()) == 0 ? kError_None : ErrorOfErrno(errno);
 }
 
-uint32_t CPosixFileOps::MakeTempName(const std::u16string& folder, const std::u16string& prefix,
-                                     uint32_t number, std::u16string& path) {
+uint32_t CSystemFileOps::MakeTempName(const std::u16string& folder, const std::u16string& prefix,
+                                      uint32_t number, std::u16string& path) {
     if (number != 0) {
         path = JoinPath(folder, NumberedName(prefix, number));
         return kError_None;
@@ -273,7 +274,7 @@ uint32_t CPosixFileOps::MakeTempName(const std::u16string& folder, const std::u1
     return kError_FileExists;
 }
 
-uint32_t CPosixFileOps::ReadLongPath(const std::u16string& path, std::u16string& longPath) {
+uint32_t CSystemFileOps::ReadLongPath(const std::u16string& path, std::u16string& longPath) {
     SPlatformEntry entry;
     const uint32_t errorCode = FindEntry(path, entry);
     if (errorCode == kError_None) {

@@ -1,6 +1,6 @@
 // Attributes, names and folders.
 
-#include "FileLib/Source/Win/CWindowsFileOps.h"
+#include "FileLib/Source/Win/CSystemFileOps.h"
 #include "FileLib/Source/Win/PathRules.h"
 #include "FileLib/Source/Win/PlatformCodes.h"
 #include "FileLib/Source/Win/WindowsText.h"
@@ -51,23 +51,23 @@ uint32_t SkipSelfAndParent(HANDLE scan, WIN32_FIND_DATAW& data) {
 
 } // namespace
 
-size_t CWindowsFileOps::GetLongestPath() const noexcept {
+size_t CSystemFileOps::GetLongestPath() const noexcept {
     return kMaxPathLength;
 }
 
-uint32_t CWindowsFileOps::ReadAttributes(const std::u16string& path, uint32_t& errorCode) {
+uint32_t CSystemFileOps::ReadAttributes(const std::u16string& path, uint32_t& errorCode) {
     const DWORD attributes = GetFileAttributesW(WideOf<wchar_t>(path).c_str());
     errorCode = attributes == INVALID_FILE_ATTRIBUTES ? GetLastError() : kError_None;
     return attributes;
 }
 
-uint32_t CWindowsFileOps::WriteAttributes(const std::u16string& path, uint32_t attributes) {
+uint32_t CSystemFileOps::WriteAttributes(const std::u16string& path, uint32_t attributes) {
     return LastErrorUnless(SetFileAttributesW(WideOf<wchar_t>(path).c_str(),
                                               attributes != 0 ? attributes : kAttribute_Normal));
 }
 
-uint32_t CWindowsFileOps::FindFirst(const std::u16string& folder, PlatformHandle& scan,
-                                    SPlatformEntry& entry) {
+uint32_t CSystemFileOps::FindFirst(const std::u16string& folder, PlatformHandle& scan,
+                                   SPlatformEntry& entry) {
     WIN32_FIND_DATAW data = {};
     const HANDLE handle = FindFirstFileW(WideOf<wchar_t>(folder + u"*").c_str(), &data);
     if (handle == INVALID_HANDLE_VALUE) {
@@ -85,7 +85,7 @@ uint32_t CWindowsFileOps::FindFirst(const std::u16string& folder, PlatformHandle
     return errorCode;
 }
 
-uint32_t CWindowsFileOps::FindNext(PlatformHandle scan, SPlatformEntry& entry) {
+uint32_t CSystemFileOps::FindNext(PlatformHandle scan, SPlatformEntry& entry) {
     WIN32_FIND_DATAW data = {};
     if (!FindNextFileW(HandleOf(scan), &data)) {
         return GetLastError();
@@ -97,11 +97,11 @@ uint32_t CWindowsFileOps::FindNext(PlatformHandle scan, SPlatformEntry& entry) {
     return errorCode;
 }
 
-void CWindowsFileOps::EndFind(PlatformHandle scan) noexcept {
+void CSystemFileOps::EndFind(PlatformHandle scan) noexcept {
     ::FindClose(HandleOf(scan));
 }
 
-uint32_t CWindowsFileOps::FindEntry(const std::u16string& path, SPlatformEntry& entry) {
+uint32_t CSystemFileOps::FindEntry(const std::u16string& path, SPlatformEntry& entry) {
     WIN32_FIND_DATAW data = {};
     const HANDLE handle = FindFirstFileW(WideOf<wchar_t>(path).c_str(), &data);
     if (handle == INVALID_HANDLE_VALUE) {
@@ -113,11 +113,11 @@ uint32_t CWindowsFileOps::FindEntry(const std::u16string& path, SPlatformEntry& 
 }
 
 // Files get their rights from their folder, and the file of another name is in the same.
-void CWindowsFileOps::CopyAccessRights(const std::u16string& /*from*/,
-                                       const std::u16string& /*to*/) {}
+void CSystemFileOps::CopyAccessRights(const std::u16string& /*from*/,
+                                      const std::u16string& /*to*/) {}
 
-uint32_t CWindowsFileOps::Move(const std::u16string& from, const std::u16string& to,
-                               uint32_t flags) {
+uint32_t CSystemFileOps::Move(const std::u16string& from, const std::u16string& to,
+                              uint32_t flags) {
     const DWORD systemFlags =
         ((flags & kMove_WriteThrough) != 0 ? DWORD{MOVEFILE_WRITE_THROUGH} : 0) |
         ((flags & kMove_Replace) != 0 ? DWORD{MOVEFILE_REPLACE_EXISTING} : 0);
@@ -125,20 +125,20 @@ uint32_t CWindowsFileOps::Move(const std::u16string& from, const std::u16string&
         MoveFileExW(WideOf<wchar_t>(from).c_str(), WideOf<wchar_t>(to).c_str(), systemFlags));
 }
 
-uint32_t CWindowsFileOps::Delete(const std::u16string& path) {
+uint32_t CSystemFileOps::Delete(const std::u16string& path) {
     return LastErrorUnless(DeleteFileW(WideOf<wchar_t>(path).c_str()));
 }
 
-uint32_t CWindowsFileOps::MakeFolder(const std::u16string& path) {
+uint32_t CSystemFileOps::MakeFolder(const std::u16string& path) {
     return LastErrorUnless(CreateDirectoryW(WideOf<wchar_t>(path).c_str(), nullptr));
 }
 
-uint32_t CWindowsFileOps::RemoveFolder(const std::u16string& path) {
+uint32_t CSystemFileOps::RemoveFolder(const std::u16string& path) {
     return LastErrorUnless(RemoveDirectoryW(WideOf<wchar_t>(path).c_str()));
 }
 
-uint32_t CWindowsFileOps::MakeTempName(const std::u16string& folder, const std::u16string& prefix,
-                                       uint32_t number, std::u16string& path) {
+uint32_t CSystemFileOps::MakeTempName(const std::u16string& folder, const std::u16string& prefix,
+                                      uint32_t number, std::u16string& path) {
     wchar_t buffer[MAX_PATH + 1] = {};
     if (GetTempFileNameW(WideOf<wchar_t>(folder).c_str(), WideOf<wchar_t>(prefix).c_str(), number,
                          buffer) == 0) {
@@ -148,7 +148,7 @@ uint32_t CWindowsFileOps::MakeTempName(const std::u16string& folder, const std::
     return kError_None;
 }
 
-uint32_t CWindowsFileOps::ReadLongPath(const std::u16string& path, std::u16string& longPath) {
+uint32_t CSystemFileOps::ReadLongPath(const std::u16string& path, std::u16string& longPath) {
     std::wstring buffer(MAX_PATH + 1, L'\0');
     for (;;) {
         const DWORD length = GetLongPathNameW(WideOf<wchar_t>(path).c_str(), buffer.data(),

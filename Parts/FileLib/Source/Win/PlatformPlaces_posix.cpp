@@ -1,6 +1,6 @@
 // The one volume, well-known places, aliases, and what else the system is asked.
 
-#include "FileLib/Source/Win/CPosixFileOps.h"
+#include "FileLib/Source/Win/CSystemFileOps.h"
 #include "FileLib/Source/Win/PathRules.h"
 #include "FileLib/Source/Win/PlatformCodes.h"
 #include "FileLib/Source/Win/PosixErrors.h"
@@ -88,29 +88,29 @@ bool IsRunningProgram(const std::string& path) {
 } // namespace
 
 IPlatformFileOps& GetSystemFileOps() {
-    static CPosixFileOps ops;
+    static CSystemFileOps ops;
     return ops;
 }
 
-size_t CPosixFileOps::GetLongestPath() const noexcept {
+size_t CSystemFileOps::GetLongestPath() const noexcept {
     return kNoPathLimit;
 }
 
-uint32_t CPosixFileOps::FindTempFolder(std::u16string& folder) {
+uint32_t CSystemFileOps::FindTempFolder(std::u16string& folder) {
     folder = NativeFromPosix(P_tmpdir "/");
     return kError_None;
 }
 
-uint32_t CPosixFileOps::ListDriveRoots(std::vector<std::u16string>& roots) {
+uint32_t CSystemFileOps::ListDriveRoots(std::vector<std::u16string>& roots) {
     roots = {NativeFromPosix("/")};
     return kError_None;
 }
 
-uint32_t CPosixFileOps::ReadDriveKind(const std::u16string& root) {
+uint32_t CSystemFileOps::ReadDriveKind(const std::u16string& root) {
     return IsTheVolume(root) ? kDrive_Fixed : kDrive_NoRoot;
 }
 
-uint32_t CPosixFileOps::ReadVolumeInfo(const std::u16string& root, SVolumeInfo& info) {
+uint32_t CSystemFileOps::ReadVolumeInfo(const std::u16string& root, SVolumeInfo& info) {
     struct statvfs status = {};
     if (!IsTheVolume(root)) {
         return kError_PathNotFound;
@@ -124,7 +124,7 @@ uint32_t CPosixFileOps::ReadVolumeInfo(const std::u16string& root, SVolumeInfo& 
     return kError_None;
 }
 
-uint32_t CPosixFileOps::ReadDiskSpace(const std::u16string& folder, SDiskSpace& space) {
+uint32_t CSystemFileOps::ReadDiskSpace(const std::u16string& folder, SDiskSpace& space) {
     struct statvfs status = {};
     const std::string systemPath = SystemPath(folder);
     if (systemPath.empty()) {
@@ -139,17 +139,17 @@ uint32_t CPosixFileOps::ReadDiskSpace(const std::u16string& folder, SDiskSpace& 
     return kError_None;
 }
 
-uint32_t CPosixFileOps::ReadDeviceName(const std::u16string& /*drive*/, std::u16string& name) {
+uint32_t CSystemFileOps::ReadDeviceName(const std::u16string& /*drive*/, std::u16string& name) {
     name.clear();
     return kError_None;
 }
 
-uint32_t CPosixFileOps::FindWindowsFolder(std::u16string& folder) {
+uint32_t CSystemFileOps::FindWindowsFolder(std::u16string& folder) {
     folder = NativeFromPosix("/");
     return kError_None;
 }
 
-uint32_t CPosixFileOps::LocateSpecialFolder(int32_t number, ShellItem& item) {
+uint32_t CSystemFileOps::LocateSpecialFolder(int32_t number, ShellItem& item) {
     const std::string folder = FindSpecialFolder(number);
     if (folder.empty()) {
         return kOLE_NotFound;
@@ -166,8 +166,8 @@ uint32_t CPosixFileOps::LocateSpecialFolder(int32_t number, ShellItem& item) {
     return kOLE_OK;
 }
 
-uint32_t CPosixFileOps::CreateShellLink(const std::u16string& link, const std::u16string& source,
-                                        const std::u16string& /*description*/) {
+uint32_t CSystemFileOps::CreateShellLink(const std::u16string& link, const std::u16string& source,
+                                         const std::u16string& /*description*/) {
     const std::string linkPath = SystemPath(link);
     const std::string sourcePath = SystemPath(source);
     if (linkPath.empty() || sourcePath.empty()) {
@@ -182,8 +182,8 @@ uint32_t CPosixFileOps::CreateShellLink(const std::u16string& link, const std::u
                                                               : OLEResultOf(ErrorOfErrno(errno));
 }
 
-uint32_t CPosixFileOps::LoadShellLink(const std::u16string& link, ShellItem& target,
-                                      ELinkStep& step) {
+uint32_t CSystemFileOps::LoadShellLink(const std::u16string& link, ShellItem& target,
+                                       ELinkStep& step) {
     const std::string linkPath = SystemPath(link);
     std::string leadsTo;
     const int error = ReadLink(linkPath, leadsTo);
@@ -199,12 +199,12 @@ uint32_t CPosixFileOps::LoadShellLink(const std::u16string& link, ShellItem& tar
     return kOLE_OK;
 }
 
-bool CPosixFileOps::ReadShellItemPath(const ShellItem& item, std::u16string& path) {
+bool CSystemFileOps::ReadShellItemPath(const ShellItem& item, std::u16string& path) {
     path = NativeFromPosix(std::string(item.begin(), item.end()));
     return true;
 }
 
-uint32_t CPosixFileOps::FindExecutable(std::u16string& path) {
+uint32_t CSystemFileOps::FindExecutable(std::u16string& path) {
     std::string file;
     const int error = ReadLink("/proc/self/exe", file);
     if (error != 0) {
@@ -218,11 +218,11 @@ uint32_t CPosixFileOps::FindExecutable(std::u16string& path) {
     return kError_None;
 }
 
-uint32_t CPosixFileOps::SetErrorMode(uint32_t /*mode*/) noexcept {
+uint32_t CSystemFileOps::SetErrorMode(uint32_t /*mode*/) noexcept {
     return 0;
 }
 
-void CPosixFileOps::Wait(uint32_t milliseconds) noexcept {
+void CSystemFileOps::Wait(uint32_t milliseconds) noexcept {
     struct timespec rest = {static_cast<time_t>(milliseconds / 1000),
                             static_cast<long>(milliseconds % 1000) * 1000000L};
     while (nanosleep(&rest, &rest) != 0 && errno == EINTR) {

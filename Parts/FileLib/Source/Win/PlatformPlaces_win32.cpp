@@ -1,6 +1,6 @@
 // Volumes, well-known places, and what else the system is asked.
 
-#include "FileLib/Source/Win/CWindowsFileOps.h"
+#include "FileLib/Source/Win/CSystemFileOps.h"
 #include "FileLib/Source/Win/PlatformCodes.h"
 #include "FileLib/Source/Win/WindowsText.h"
 
@@ -43,16 +43,16 @@ uint32_t ReadGrowingPath(std::u16string& path, Ask ask) {
 } // namespace
 
 IPlatformFileOps& GetSystemFileOps() {
-    static CWindowsFileOps ops;
+    static CSystemFileOps ops;
     return ops;
 }
 
-uint32_t CWindowsFileOps::FindTempFolder(std::u16string& folder) {
+uint32_t CSystemFileOps::FindTempFolder(std::u16string& folder) {
     return ReadGrowingPath(folder,
                            [](wchar_t* text, DWORD room) { return GetTempPathW(room, text); });
 }
 
-uint32_t CWindowsFileOps::ListDriveRoots(std::vector<std::u16string>& roots) {
+uint32_t CSystemFileOps::ListDriveRoots(std::vector<std::u16string>& roots) {
     std::wstring list;
     const uint32_t errorCode = ReadGrowingText(
         list, [](wchar_t* text, DWORD room) { return GetLogicalDriveStringsW(room, text); });
@@ -67,11 +67,11 @@ uint32_t CWindowsFileOps::ListDriveRoots(std::vector<std::u16string>& roots) {
     return kError_None;
 }
 
-uint32_t CWindowsFileOps::ReadDriveKind(const std::u16string& root) {
+uint32_t CSystemFileOps::ReadDriveKind(const std::u16string& root) {
     return GetDriveTypeW(WideOf<wchar_t>(root).c_str());
 }
 
-uint32_t CWindowsFileOps::ReadVolumeInfo(const std::u16string& root, SVolumeInfo& info) {
+uint32_t CSystemFileOps::ReadVolumeInfo(const std::u16string& root, SVolumeInfo& info) {
     wchar_t label[MAX_PATH + 1] = {};
     wchar_t fileSystem[MAX_PATH + 1] = {};
     DWORD serialNumber = 0;
@@ -85,7 +85,7 @@ uint32_t CWindowsFileOps::ReadVolumeInfo(const std::u16string& root, SVolumeInfo
     return kError_None;
 }
 
-uint32_t CWindowsFileOps::ReadDiskSpace(const std::u16string& folder, SDiskSpace& space) {
+uint32_t CSystemFileOps::ReadDiskSpace(const std::u16string& folder, SDiskSpace& space) {
     ULARGE_INTEGER freeForUser = {};
     ULARGE_INTEGER total = {};
     if (!GetDiskFreeSpaceExW(WideOf<wchar_t>(folder).c_str(), &freeForUser, &total, nullptr)) {
@@ -95,7 +95,7 @@ uint32_t CWindowsFileOps::ReadDiskSpace(const std::u16string& folder, SDiskSpace
     return kError_None;
 }
 
-uint32_t CWindowsFileOps::ReadDeviceName(const std::u16string& drive, std::u16string& name) {
+uint32_t CSystemFileOps::ReadDeviceName(const std::u16string& drive, std::u16string& name) {
     wchar_t buffer[1024] = {};
     if (QueryDosDeviceW(WideOf<wchar_t>(drive).c_str(), buffer, 1024) == 0) {
         return GetLastError();
@@ -104,12 +104,12 @@ uint32_t CWindowsFileOps::ReadDeviceName(const std::u16string& drive, std::u16st
     return kError_None;
 }
 
-uint32_t CWindowsFileOps::FindWindowsFolder(std::u16string& folder) {
+uint32_t CSystemFileOps::FindWindowsFolder(std::u16string& folder) {
     return ReadGrowingPath(
         folder, [](wchar_t* text, DWORD room) { return GetWindowsDirectoryW(text, room); });
 }
 
-uint32_t CWindowsFileOps::FindExecutable(std::u16string& path) {
+uint32_t CSystemFileOps::FindExecutable(std::u16string& path) {
     // A cut answer fills the room and tells nothing else.
     return ReadGrowingPath(path, [](wchar_t* text, DWORD room) {
         const DWORD length = GetModuleFileNameW(nullptr, text, room);
@@ -117,14 +117,14 @@ uint32_t CWindowsFileOps::FindExecutable(std::u16string& path) {
     });
 }
 
-uint32_t CWindowsFileOps::SetErrorMode(uint32_t mode) noexcept {
+uint32_t CSystemFileOps::SetErrorMode(uint32_t mode) noexcept {
     // The mode of the thread: that of the process would race with other threads of the host.
     DWORD before = 0;
     SetThreadErrorMode(mode, &before);
     return before;
 }
 
-void CWindowsFileOps::Wait(uint32_t milliseconds) noexcept {
+void CSystemFileOps::Wait(uint32_t milliseconds) noexcept {
     Sleep(milliseconds);
 }
 

@@ -1,6 +1,6 @@
 // Shell links and special folders.
 
-#include "FileLib/Source/Win/CWindowsFileOps.h"
+#include "FileLib/Source/Win/CSystemFileOps.h"
 #include "FileLib/Source/Win/PlatformCodes.h"
 #include "FileLib/Source/Win/WindowsText.h"
 
@@ -103,7 +103,7 @@ ShellItem TakeItem(PIDLIST_ABSOLUTE list) {
 
 } // namespace
 
-uint32_t CWindowsFileOps::LocateSpecialFolder(int32_t number, ShellItem& item) {
+uint32_t CSystemFileOps::LocateSpecialFolder(int32_t number, ShellItem& item) {
     PIDLIST_ABSOLUTE list = nullptr;
     const HRESULT result = SHGetSpecialFolderLocation(nullptr, number, &list);
     if (SUCCEEDED(result)) {
@@ -112,15 +112,15 @@ uint32_t CWindowsFileOps::LocateSpecialFolder(int32_t number, ShellItem& item) {
     return ResultOf(result);
 }
 
-uint32_t CWindowsFileOps::CreateShellLink(const std::u16string& link, const std::u16string& source,
-                                          const std::u16string& description) {
+uint32_t CSystemFileOps::CreateShellLink(const std::u16string& link, const std::u16string& source,
+                                         const std::u16string& description) {
     CShellLink shellLink;
     const HRESULT result = shellLink.Create();
     return ResultOf(FAILED(result) ? result : shellLink.Save(link, source, description));
 }
 
-uint32_t CWindowsFileOps::LoadShellLink(const std::u16string& link, ShellItem& target,
-                                        ELinkStep& step) {
+uint32_t CSystemFileOps::LoadShellLink(const std::u16string& link, ShellItem& target,
+                                       ELinkStep& step) {
     step = ELinkStep::kCreate;
     CShellLink shellLink;
     HRESULT result = shellLink.Create();
@@ -143,7 +143,7 @@ uint32_t CWindowsFileOps::LoadShellLink(const std::u16string& link, ShellItem& t
     return ResultOf(result);
 }
 
-bool CWindowsFileOps::ReadShellItemPath(const ShellItem& item, std::u16string& path) {
+bool CSystemFileOps::ReadShellItemPath(const ShellItem& item, std::u16string& path) {
     wchar_t buffer[MAX_PATH + 1] = {};
     // Vectors hold their bytes at the alignment that any structure wants.
     const auto* const list = reinterpret_cast<PCIDLIST_ABSOLUTE>(item.data());
