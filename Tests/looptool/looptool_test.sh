@@ -4,7 +4,12 @@
 set -uo pipefail
 
 looptool=$1 drumloop=$2 launcher=("${@:3}")
-tool() { "${launcher[@]}" "$looptool" "$@"; }
+tool() {
+    "${launcher[@]}" "$looptool" "$@"
+    local code=$?
+    [ "$code" -le 2 ] || echo "exit code $code: $*" >&2
+    return "$code"
+}
 # Arguments beyond ASCII reach Windows programs in a UTF-8 locale only.
 export LC_ALL=C.UTF-8
 scratch=$(mktemp -d)
