@@ -46,11 +46,9 @@ bool FileTimeToCalendar(FileTime time, SCalendarTime& calendar) noexcept {
     const auto days = static_cast<uint32_t>(seconds / kSecondsPerDay);
     const auto secondOfDay = static_cast<uint32_t>(seconds % kSecondsPerDay);
 
-    // At most one year too early, since years without leap days are assumed to be the rule.
+    // Never too late and at most a year too early: since 1601 leap days have been no more than one
+    // ahead of their share.
     uint32_t year = kFirstYear + static_cast<uint32_t>(uint64_t{days} * 400 / kDaysPer400Years);
-    while (DaysBeforeYear(year) > days) {
-        --year;
-    }
     while (DaysBeforeYear(year + 1) <= days) {
         ++year;
     }

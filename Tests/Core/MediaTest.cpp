@@ -84,8 +84,8 @@ TEST(CMemoryMedia, BorrowedBlocksAreNeverReplaced) {
 }
 
 TEST(Media, CopyFromMovesBothCursors) {
-    const std::string text = "0123456789";
-    CMemoryMedia source = MediaOf(text);
+    const uint8_t text[] = {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9'};
+    COwnedMemoryMedia source(sizeof text, text);
     source.SetPosition(1);
     COwnedMemoryMedia target;
     target.CopyFrom(4, source, 3);

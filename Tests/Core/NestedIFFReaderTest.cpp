@@ -43,6 +43,7 @@ TEST(CIFFReader2, FindsAcrossEmptyAndOddChunks) {
     EXPECT_EQ(media.GetPosition(), 5);
 
     CIFFChunkHeader header;
+    EXPECT_FALSE(reader.FindCat(kB, header) || reader.FindList(kB, header));
     EXPECT_TRUE(reader.FindForm(kB, header));
     EXPECT_EQ(reader.MakeChildMedia(header)->GetLength(), 0);
     EXPECT_EQ(CIFFReader2(&reader, header).CountChunks(), 0);

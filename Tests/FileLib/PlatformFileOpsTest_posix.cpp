@@ -12,6 +12,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include <sys/stat.h>
@@ -50,6 +51,40 @@ TEST_F(PosixFileOps, OpensFilesUnderAnyName) {
         EXPECT_EQ(fImpl.InterpretURL(fImpl.GetURL(path)).fPath, path);
         fImpl.DeletePhysicalFile(path);
     }
+}
+
+TEST_F(PosixFileOps, OtherVolumesDoNotExist) {
+    IPlatformFileOps& ops = GetSystemFileOps();
+    const std::u16string away = u"D:\\away";
+    SPlatformEntry entry;
+    PlatformHandle handle = kNoPlatformHandle;
+    SVolumeInfo volume;
+    SDiskSpace space;
+    std::u16string text;
+    Touch(fBytesOfA);
+    const uint32_t answers[] = {
+        ops.WriteAttributes(away, kAttribute_ReadOnly),
+        ops.FindFirst(away, handle, entry),
+        ops.FindEntry(away, entry),
+        ops.Open(away, {EFileAccess::kReadWrite, kShare_None, EFileCreation::kCreateNew}, handle),
+        ops.Move(fA, away, 0),
+        ops.Move(away, fA, 0),
+        ops.Delete(away),
+        ops.MakeFolder(away),
+        ops.RemoveFolder(away),
+        ops.MakeTempName(away, u"x", 0, text),
+        ops.ReadVolumeInfo(u"D:\\", volume),
+        ops.ReadDiskSpace(u"D:\\", space),
+        ops.ReadLongPath(away, text),
+    };
+    for (size_t i = 0; i < std::size(answers); ++i) {
+        EXPECT_EQ(answers[i], kError_PathNotFound) << i;
+    }
+    uint32_t errorCode = kError_None;
+    EXPECT_EQ(ops.ReadAttributes(away, errorCode), kAttributes_None);
+    EXPECT_EQ(errorCode, kError_PathNotFound);
+    ops.CopyAccessRights(away, fA);
+    EXPECT_EQ(ops.ReadDriveKind(u"D:\\"), 1U) << "no such root";
 }
 
 TEST_F(PosixFileOps, PathsMayBeLong) {
