@@ -14,7 +14,7 @@ using NSSupport::Wide;
 namespace {
 
 HANDLE ToHandle(intptr_t file) {
-    return reinterpret_cast<HANDLE>(file);
+    return reinterpret_cast<HANDLE>(file); // NOLINT(performance-no-int-to-ptr)
 }
 
 bool FindShellFolder(int number, std::u16string& folder) {

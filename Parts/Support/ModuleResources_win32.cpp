@@ -13,6 +13,7 @@ namespace {
 BOOL CALLBACK AddName(HMODULE, const wchar_t*, wchar_t* name, LONG_PTR names) {
     if (!IS_INTRESOURCE(name)) {
         const std::u16string text(reinterpret_cast<const char16_t*>(name));
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): how the call hands on its argument.
         reinterpret_cast<std::vector<std::string>*>(names)->push_back(
             NSTextPackage::Utf16ToUtf8(NSTextPackage::ToLowerUtf16(text)));
     }

@@ -15,6 +15,7 @@ DWORD gSlot = TLS_OUT_OF_INDEXES;
 void Add(intptr_t change) noexcept {
     if (gSlot != TLS_OUT_OF_INDEXES) {
         const intptr_t depth = reinterpret_cast<intptr_t>(TlsGetValue(gSlot));
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the slot holds a number.
         TlsSetValue(gSlot, reinterpret_cast<void*>(depth + change));
     }
 }
