@@ -8,6 +8,7 @@
 #include "LoopWriter/LOPFile.h"
 #include "LoopWriter/SyntheticLoop.h"
 #include "LoopWriter/TSLFile.h"
+#include "PorterPackage/Core/ByteOrder.h"
 #include "PorterPackage/Core/FourCharID.h"
 
 #include <algorithm>
@@ -30,12 +31,6 @@ using NSPorter::FourCharID;
 constexpr size_t kFileSize = 1000000;
 constexpr double kMaxSeconds = 1.0;
 constexpr double kMegabyte = 1048576.0;
-
-void Put32(std::vector<uint8_t>& bytes, uint32_t value) {
-    for (int shift = 24; shift >= 0; shift -= 8) {
-        bytes.push_back(static_cast<uint8_t>(value >> shift));
-    }
-}
 
 // Stereo of 24 bits over a stream of one repeated byte that claims `frames`.
 SLOP2File StreamOf(uint8_t byte, int32_t frames) {
@@ -75,20 +70,34 @@ SLOP2File ManySlices(int32_t step) {
     return file;
 }
 
-// Empty chunks of no meaning before all others.
-ChunkEdit Junk(uint32_t group) {
-    return [group](SIFFChunk& root) {
-        auto& children = root.fID == group ? root.fChildren : FindChunk(root, group).fChildren;
-        children.insert(children.begin() + 1, 120000, MakeSimpleChunk(FourCharID("JUNK"), {}));
+// Chunks of no meaning and without content before those of the root from `index` on.
+ChunkEdit Junk(size_t count, ptrdiff_t index) {
+    return [count, index](SIFFChunk& root) {
+        root.fChildren.insert(root.fChildren.begin() + index, count,
+                              MakeSimpleChunk(FourCharID("JUNK"), {}));
     };
+}
+
+// 1000 pieces of `length` frames, each `distance` behind the one before it in the audio.
+SLOPFile ManyPieces(uint32_t distance, uint32_t length) {
+    SLOPFile file;
+    file.fAudio.fSamples = MakeNoise(490000, 16, 1);
+    file.fPPQLength = 16000;
+    file.fSlices.clear();
+    for (uint32_t index = 0; index < 1000; ++index) {
+        file.fSlices.push_back({index * distance, length, index * 16});
+    }
+    return file;
 }
 
 std::vector<uint8_t> Nest() {
     std::vector<uint8_t> bytes;
     for (size_t left = kFileSize; left >= 12; left -= 12) {
-        Put32(bytes, FourCharID("CAT "));
-        Put32(bytes, static_cast<uint32_t>(left - 8));
-        Put32(bytes, FourCharID("LOP2"));
+        for (const uint32_t word :
+             {FourCharID("CAT "), static_cast<uint32_t>(left - 8), FourCharID("LOP2")}) {
+            const auto stored = NSPorter::SplitBytes(word);
+            bytes.insert(bytes.end(), stored.begin(), stored.end());
+        }
     }
     return bytes;
 }
@@ -116,7 +125,7 @@ std::vector<SCase> Cases() {
     }
     cases.push_back({"LOP2 with 120000 empty chunks", [] {
                          SLOP2File file;
-                         file.fEdit = Junk(FourCharID("LOP2"));
+                         file.fEdit = Junk(120000, 1);
                          return WriteLOP2(file);
                      }});
     cases.push_back({"LOP2 with a creator text of 1 MB", [] {
@@ -139,32 +148,12 @@ std::vector<SCase> Cases() {
                      }});
     cases.push_back({".tsl with 110000 empty chunks", [] {
                          STSLFile file;
-                         file.fEdit = [](SIFFChunk& root) {
-                             root.fChildren.insert(root.fChildren.begin(), 110000,
-                                                   MakeSimpleChunk(FourCharID("JUNK"), {}));
-                         };
+                         file.fEdit = Junk(110000, 0);
                          return WriteTSL(file);
                      }});
-    cases.push_back({".lop of 1 MB in 1000 pieces", [] {
-                         SLOPFile file;
-                         file.fAudio.fSamples = MakeNoise(490000, 16, 1);
-                         file.fPPQLength = 16000;
-                         file.fSlices.assign(1000, SLOPSlice{});
-                         for (uint32_t index = 0; index < 1000; ++index) {
-                             file.fSlices[index] = {index * 490, 490, index * 16};
-                         }
-                         return WriteLOP(file);
-                     }});
-    cases.push_back({".lop of 1000 pieces that all reach over 1 MB", [] {
-                         SLOPFile file;
-                         file.fAudio.fSamples = MakeNoise(490000, 16, 1);
-                         file.fPPQLength = 16000;
-                         file.fSlices.assign(1000, SLOPSlice{});
-                         for (uint32_t index = 0; index < 1000; ++index) {
-                             file.fSlices[index] = {0, 490000, index * 16};
-                         }
-                         return WriteLOP(file);
-                     }});
+    cases.push_back({".lop of 1 MB in 1000 pieces", [] { return WriteLOP(ManyPieces(490, 490)); }});
+    cases.push_back({".lop of 1000 pieces that all reach over 1 MB",
+                     [] { return WriteLOP(ManyPieces(0, 490000)); }});
     cases.push_back({"groups nested to the end", Nest});
     cases.push_back({"small .lop of 1960 million frames",
                      [] {
