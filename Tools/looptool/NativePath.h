@@ -11,6 +11,9 @@ namespace NSLoopTool {
 std::filesystem::path PathOfArgument(const std::string& argument);
 std::string ArgumentOfPath(const std::filesystem::path& path);
 
+// As the file library speaks of it.
+std::u16string NativeOfAbsolutePath(const std::filesystem::path& path);
+
 // A path of the command line, relative or not, as the file library speaks of it. CToolFailure when
 // there is no current folder.
 std::u16string NativePathOfArgument(const std::string& argument);

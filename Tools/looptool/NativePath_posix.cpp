@@ -1,7 +1,6 @@
 #include "looptool/NativePath.h"
 
 #include "FileLib/Source/Win/PosixNameCodec.h"
-#include "looptool/ToolFailure.h"
 
 namespace NSLoopTool {
 
@@ -13,13 +12,8 @@ std::string ArgumentOfPath(const std::filesystem::path& path) {
     return path.native();
 }
 
-std::u16string NativePathOfArgument(const std::string& argument) {
-    std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(argument, error);
-    if (error) {
-        throw CToolFailure(argument + ": " + error.message());
-    }
-    return NSFileLibInternals::NativeFromPosix(absolute.native());
+std::u16string NativeOfAbsolutePath(const std::filesystem::path& path) {
+    return NSFileLibInternals::NativeFromPosix(path.native());
 }
 
 std::FILE* OpenForWriting(const std::string& argument) {

@@ -1,7 +1,5 @@
 #include "looptool/NativePath.h"
 
-#include "looptool/ToolFailure.h"
-
 namespace NSLoopTool {
 
 std::filesystem::path PathOfArgument(const std::string& argument) {
@@ -13,14 +11,8 @@ std::string ArgumentOfPath(const std::filesystem::path& path) {
     return {text.begin(), text.end()};
 }
 
-std::u16string NativePathOfArgument(const std::string& argument) {
-    std::error_code error;
-    const std::filesystem::path absolute =
-        std::filesystem::absolute(PathOfArgument(argument), error);
-    if (error) {
-        throw CToolFailure(argument + ": " + error.message());
-    }
-    return absolute.u16string();
+std::u16string NativeOfAbsolutePath(const std::filesystem::path& path) {
+    return path.u16string();
 }
 
 std::FILE* OpenForWriting(const std::string& argument) {
