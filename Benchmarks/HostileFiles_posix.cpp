@@ -8,8 +8,8 @@
 #include "LoopWriter/LOPFile.h"
 #include "LoopWriter/SyntheticLoop.h"
 #include "LoopWriter/TSLFile.h"
-#include "PorterPackage/Core/ByteOrder.h"
-#include "PorterPackage/Core/FourCharID.h"
+#include "PorterPackage/Core/Bytes/ByteOrder.h"
+#include "PorterPackage/Core/Bytes/FourCharID.h"
 
 #include <algorithm>
 #include <cstdio>

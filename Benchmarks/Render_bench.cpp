@@ -1,9 +1,9 @@
 // The hot parts of the render floor: the interpolator's and the equalizer's forms, bulk fetches,
 // and whole blocks. Times are per block of 64 frames.
 
-#include "LoopLibrary/Render/CEqualizerEffect.h"
-#include "LoopLibrary/Render/CTesselSampler.h"
-#include "LoopLibrary/Render/VoiceFetch.h"
+#include "LoopLibrary/Render/Equalizer/CEqualizerEffect.h"
+#include "LoopLibrary/Render/Sampler/CTesselSampler.h"
+#include "LoopLibrary/Render/Sampler/VoiceFetch.h"
 
 #include <benchmark/benchmark.h>
 

@@ -14,17 +14,34 @@ function(loop_sources out)
     set(${out} ${found} PARENT_SCOPE)
 endfunction()
 
-# loop_add_part(Name dir...): one floor of the library as an object library LoopName, so that tests
-# reach its insides while the shared library exports only its public functions.
+# loop_add_part(Name room...): one floor of the library as an object library LoopName, so that tests
+# reach its insides while the shared library exports only its public functions. Each room is a folder
+# whose CMakeLists.txt lists its sources by loop_room.
 function(loop_add_part name)
-    loop_sources(sources ${ARGN})
-    if(NOT sources)
-        add_library(Loop${name} INTERFACE)
-        target_link_libraries(Loop${name} INTERFACE LoopFlags)
-        return()
-    endif()
-    add_library(Loop${name} OBJECT ${sources})
+    add_library(Loop${name} OBJECT)
     target_link_libraries(Loop${name} PUBLIC LoopFlags)
+    foreach(room IN LISTS ARGN)
+        add_subdirectory(${room})
+    endforeach()
+endfunction()
+
+# loop_room(Floor SOURCES file... [POSIX file...] [WIN32 file...]): the sources of this folder, all
+# systems' and each system's own. A source that stands in the folder and in no list is an error, so
+# that none is forgotten.
+function(loop_room floor)
+    cmake_parse_arguments(arg "" "" "SOURCES;POSIX;WIN32" ${ARGN})
+    file(GLOB here CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp *.c)
+    list(REMOVE_ITEM here ${arg_SOURCES} ${arg_POSIX} ${arg_WIN32} "")
+    if(here)
+        message(FATAL_ERROR "${CMAKE_CURRENT_SOURCE_DIR}/CMakeLists.txt does not list: ${here}")
+    endif()
+    if(WIN32)
+        list(APPEND arg_SOURCES ${arg_WIN32})
+    else()
+        list(APPEND arg_SOURCES ${arg_POSIX})
+    endif()
+    list(TRANSFORM arg_SOURCES PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+    target_sources(Loop${floor} PRIVATE ${arg_SOURCES})
 endfunction()
 
 # loop_add_test(Name DIRS dir... PARTS part... [LIBS target...]): a test program of a folder, run

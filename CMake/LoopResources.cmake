@@ -74,7 +74,7 @@ function(loop_write_table path version files)
         math(EXPR index "${index} + 1")
     endforeach()
     loop_write_if_different(${path} "// Generated from the resources; see CMake/LoopResources.cmake.
-#include \"Support/EmbeddedResources.h\"
+#include \"Support/Modules/EmbeddedResources.h\"
 
 namespace NSSupport {
 

@@ -4,7 +4,7 @@
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
 #include "LoopLibrary/Codec/CPlainTWIPDecompressor.h"
 #include "LoopWriter/CTWIPCompressor.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
 
 #include <stdexcept>
 

@@ -1,15 +1,15 @@
 #include "Fuzz/CByteSource.h"
 #include "Fuzz/Promise.h"
 
-#include "Failure/XClasses.h"
+#include "Failure/Classes/XClasses.h"
 #include "LoopWriter/IFFChunkTree.h"
-#include "PorterPackage/Core/CIFFFileReader.h"
-#include "PorterPackage/Core/CIFFReader.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
-#include "PorterPackage/Core/CRIFFReader2.h"
-#include "PorterPackage/Core/DumpIFFStructure.h"
-#include "PorterPackage/Core/FourCharID.h"
+#include "PorterPackage/Core/Bytes/FourCharID.h"
+#include "PorterPackage/Core/IFF/CIFFFileReader.h"
+#include "PorterPackage/Core/IFF/CIFFReader.h"
+#include "PorterPackage/Core/IFF/CRIFFReader2.h"
+#include "PorterPackage/Core/IFF/DumpIFFStructure.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 
 #include <memory>
 

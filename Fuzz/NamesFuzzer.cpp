@@ -1,10 +1,10 @@
 #include "Fuzz/CByteSource.h"
 #include "Fuzz/Promise.h"
 
-#include "Failure/XClasses.h"
-#include "FileLib/Source/Win/NameMaking.h"
-#include "FileLib/Source/Win/PathRules.h"
-#include "FileLib/Source/Win/PosixNameCodec.h"
+#include "Failure/Classes/XClasses.h"
+#include "FileLib/Rules/NameMaking.h"
+#include "FileLib/Rules/PathRules.h"
+#include "FileLib/Rules/PosixNameCodec.h"
 
 #include <string>
 

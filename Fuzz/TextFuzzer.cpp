@@ -1,9 +1,9 @@
 #include "Fuzz/CByteSource.h"
 #include "Fuzz/Promise.h"
 
-#include "Failure/XClasses.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
-#include "PorterPackage/Core/CountedStrings.h"
+#include "Failure/Classes/XClasses.h"
+#include "PorterPackage/Core/Bytes/CountedStrings.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
 #include "Text/CodePage.h"
 #include "Text/Comparison.h"
 #include "Text/TextTools.h"

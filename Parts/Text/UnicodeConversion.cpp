@@ -1,8 +1,8 @@
 #include "Text/UnicodeConversion.h"
 
-#include "Failure/ObjectTypeWords.h"
-#include "Failure/Raise.h"
-#include "Failure/XClasses.h"
+#include "Failure/Chain/ObjectTypeWords.h"
+#include "Failure/Classes/XClasses.h"
+#include "Failure/Raising/Raise.h"
 
 #include <cstddef>
 

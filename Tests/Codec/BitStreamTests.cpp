@@ -1,7 +1,7 @@
 #include "LoopLibrary/Codec/CInputBitStream.h"
 #include "LoopLibrary/Codec/COutputBitStream.h"
 #include "LoopWriter/SyntheticLoop.h"
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 #include "Tests/Codec/CodecStreams.h"
 
 #include <gtest/gtest.h>

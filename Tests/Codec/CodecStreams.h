@@ -3,8 +3,8 @@
 
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
 #include "LoopLibrary/Codec/CPlainTWIPDecompressor.h"
-#include "PorterPackage/Core/ByteOrder.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
+#include "PorterPackage/Core/Bytes/ByteOrder.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
 
 #include <cstdint>
 #include <string>

@@ -1,4 +1,4 @@
-#include "Failure/XClasses.h"
+#include "Failure/Classes/XClasses.h"
 #include "LoopWriter/CTWIPCompressor.h"
 #include "LoopWriter/SyntheticLoop.h"
 #include "Tests/Codec/CodecStreams.h"

@@ -1,6 +1,6 @@
 #include "LoopWriter/CTWIPCompressor.h"
 #include "LoopWriter/SyntheticLoop.h"
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 #include "Tests/Codec/CodecStreams.h"
 
 #include <gtest/gtest.h>

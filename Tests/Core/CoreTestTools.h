@@ -1,10 +1,10 @@
 // What the tests of media and containers share: hand-made files and a check of failures.
 #pragma once
 
-#include "Failure/XClasses.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
-#include "PorterPackage/Core/FourCharID.h"
+#include "Failure/Classes/XClasses.h"
+#include "PorterPackage/Core/Bytes/FourCharID.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 
 #include <gtest/gtest.h>
 

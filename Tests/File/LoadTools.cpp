@@ -1,9 +1,9 @@
 #include "Tests/File/LoadTools.h"
 
-#include "Failure/PartKeys.h"
-#include "Failure/XClasses.h"
-#include "LoopLibrary/Render/CABCWaveSample.h"
-#include "PorterPackage/Core/ByteOrder.h"
+#include "Failure/Chain/PartKeys.h"
+#include "Failure/Classes/XClasses.h"
+#include "LoopLibrary/Render/Sample/CABCWaveSample.h"
+#include "PorterPackage/Core/Bytes/ByteOrder.h"
 
 namespace NSLOPDLL {
 

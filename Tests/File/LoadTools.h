@@ -1,16 +1,16 @@
 #pragma once
 
-#include "LoopLibrary/File/CLOP2CreatorInfoChunk.h"
-#include "LoopLibrary/File/CLOP2DecompressCallback.h"
-#include "LoopLibrary/File/CTesselEditSettings.h"
-#include "LoopLibrary/File/CTesselFile.h"
-#include "LoopLibrary/Render/CSliceSequence.h"
-#include "LoopLibrary/Render/CTesselSequencer.h"
+#include "LoopLibrary/File/Common/CTesselEditSettings.h"
+#include "LoopLibrary/File/Common/CTesselFile.h"
+#include "LoopLibrary/File/LOP2/CLOP2DecompressCallback.h"
+#include "LoopLibrary/File/LOP2/Chunks/CLOP2CreatorInfoChunk.h"
+#include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
+#include "LoopLibrary/Render/Slices/CSliceSequence.h"
 #include "LoopWriter/LOP2File.h"
 #include "LoopWriter/LOPFile.h"
 #include "LoopWriter/SyntheticLoop.h"
 #include "LoopWriter/TSLFile.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 // folders and shell links as a test likes them.
 #pragma once
 
-#include "FileLib/Source/Win/IPlatformFileOps.h"
-#include "FileLib/Source/Win/NameMaking.h"
-#include "FileLib/Source/Win/PlatformCodes.h"
+#include "FileLib/Platform/IPlatformFileOps.h"
+#include "FileLib/Platform/PlatformCodes.h"
+#include "FileLib/Rules/NameMaking.h"
 #include "Text/UnicodeConversion.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // A folder of its own for a test, removed with all that is in it.
 #pragma once
 
-#include "FileLib/Source/Win/CDirScannerImpl.h"
-#include "FileLib/Source/Win/FileFunctionsWin.h"
+#include "FileLib/Implementation/CDirScannerImpl.h"
+#include "FileLib/Implementation/FileFunctionsWin.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
-#include "Failure/XClasses.h"
-#include "PorterPackage/Core/FileLibSupport/CDLLTarget.h"
-#include "PorterPackage/Core/FileLibSupport/FolderHelpers.h"
-#include "PorterPackage/Core/FileLibSupport/LoadedModulePath.h"
+#include "Failure/Classes/XClasses.h"
+#include "PorterPackage/FileSupport/CodeModule/CDLLTarget.h"
+#include "PorterPackage/FileSupport/CodeModule/LoadedModulePath.h"
+#include "PorterPackage/FileSupport/FolderHelpers.h"
 
 #include <gtest/gtest.h>
 

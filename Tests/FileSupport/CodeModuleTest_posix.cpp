@@ -1,7 +1,7 @@
-#include "PorterPackage/Core/FileLibSupport/CCodeModuleLocation.h"
+#include "PorterPackage/FileSupport/CodeModule/CCodeModuleLocation.h"
 
-#include "FileLib/Source/Win/PosixNameCodec.h"
-#include "PorterPackage/Core/FileLibSupport/FolderHelpers.h"
+#include "FileLib/Rules/PosixNameCodec.h"
+#include "PorterPackage/FileSupport/FolderHelpers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "Failure/XClasses.h"
-#include "PorterPackage/Core/FileLibSupport/CCodeModuleLocation.h"
-#include "PorterPackage/Core/FileLibSupport/FolderHelpers.h"
+#include "Failure/Classes/XClasses.h"
+#include "PorterPackage/FileSupport/CodeModule/CCodeModuleLocation.h"
+#include "PorterPackage/FileSupport/FolderHelpers.h"
 #include "Tests/FileLib/CFakeFileOps.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "LoopLibrary/Render/CDSPTables.h"
+#include "LoopLibrary/Render/Tables/CDSPTables.h"
 #include "Tests/Host/HostLoop.h"
 #include "Tests/Host/SameSoundBounds.h"
 

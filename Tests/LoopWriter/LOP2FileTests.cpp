@@ -1,8 +1,8 @@
 #include "LoopWriter/LOP2File.h"
-#include "PorterPackage/Core/CIFFFileReader.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
-#include "PorterPackage/Core/FourCharID.h"
+#include "PorterPackage/Core/Bytes/FourCharID.h"
+#include "PorterPackage/Core/IFF/CIFFFileReader.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 #include "Tests/LoopWriter/Layout.h"
 
 #include <gtest/gtest.h>

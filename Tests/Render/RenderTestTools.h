@@ -1,8 +1,8 @@
 #pragma once
 
-#include "LoopLibrary/Render/CABCWaveSample.h"
-#include "LoopLibrary/Render/CBlockBuffers.h"
-#include "LoopLibrary/Render/CSlice.h"
+#include "LoopLibrary/Render/Common/CBlockBuffers.h"
+#include "LoopLibrary/Render/Sample/CABCWaveSample.h"
+#include "LoopLibrary/Render/Slices/CSlice.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Support/CPlatformMutex.h"
+#include "Support/Threads/CPlatformMutex.h"
 
 #include <gtest/gtest.h>
 

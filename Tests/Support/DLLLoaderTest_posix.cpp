@@ -1,6 +1,6 @@
-#include "Support/IDLLLoader.h"
+#include "Support/Loader/IDLLLoader.h"
 
-#include "Failure/XClasses.h"
+#include "Failure/Classes/XClasses.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "Support/IDLLLoader.h"
+#include "Support/Loader/IDLLLoader.h"
 
-#include "Failure/XClasses.h"
-#include "Support/VersionInfo.h"
+#include "Failure/Classes/XClasses.h"
+#include "Support/Version/VersionInfo.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "Support/DateTimeText.h"
+#include "Support/Time/DateTimeText.h"
 
-#include "Failure/XClasses.h"
+#include "Failure/Classes/XClasses.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "Support/ModuleResources.h"
-#include "Support/ResourceTables.h"
-#include "Support/VersionInfo.h"
+#include "Support/Modules/ModuleResources.h"
+#include "Support/Modules/ResourceTables.h"
+#include "Support/Version/VersionInfo.h"
 
-#include "Failure/XClasses.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
+#include "Failure/Classes/XClasses.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "Support/VersionText.h"
+#include "Support/Version/VersionText.h"
 
-#include "Failure/XClasses.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
-#include "PorterPackage/Core/CRawByteReader.h"
+#include "Failure/Classes/XClasses.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
+#include "PorterPackage/Core/Media/CRawByteReader.h"
 
 #include <gtest/gtest.h>
 

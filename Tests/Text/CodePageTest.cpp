@@ -1,6 +1,6 @@
 #include "Text/CodePage.h"
 
-#include "Failure/XClasses.h"
+#include "Failure/Classes/XClasses.h"
 
 #include <gtest/gtest.h>
 

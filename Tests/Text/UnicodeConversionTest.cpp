@@ -1,8 +1,8 @@
 #include "Text/UnicodeConversion.h"
 
-#include "Failure/FailureQuestions.h"
-#include "Failure/ObjectTypeWords.h"
-#include "Failure/XClasses.h"
+#include "Failure/Chain/FailureQuestions.h"
+#include "Failure/Chain/ObjectTypeWords.h"
+#include "Failure/Classes/XClasses.h"
 
 #include <gtest/gtest.h>
 

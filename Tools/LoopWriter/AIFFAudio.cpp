@@ -1,9 +1,9 @@
 #include "LoopWriter/AIFFAudio.h"
 
-#include "LoopLibrary/Render/CAIFFSampleWriter.h"
-#include "PorterPackage/Core/ByteOrder.h"
-#include "PorterPackage/Core/CIFFWriter.h"
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
+#include "LoopLibrary/Render/Sample/CAIFFSampleWriter.h"
+#include "PorterPackage/Core/Bytes/ByteOrder.h"
+#include "PorterPackage/Core/IFF/CIFFWriter.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LoopLibrary/Render/CAIFFChunks.h"
+#include "LoopLibrary/Render/Sample/CAIFFChunks.h"
 #include "LoopWriter/IFFChunkTree.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 #include "LoopWriter/CTWIPCompressor.h"
 
-#include "Failure/Raise.h"
-#include "PorterPackage/Core/ByteOrder.h"
+#include "Failure/Raising/Raise.h"
+#include "PorterPackage/Core/Bytes/ByteOrder.h"
 
 #include <bit>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LoopLibrary/Codec/TWIPChannelState.h"
-#include "PorterPackage/Core/CMedia.h"
+#include "PorterPackage/Core/Media/CMedia.h"
 
 #include <cstdint>
 #include <vector>

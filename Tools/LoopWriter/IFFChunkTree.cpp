@@ -1,12 +1,12 @@
 #include "LoopWriter/IFFChunkTree.h"
 
-#include "Failure/Raise.h"
-#include "PorterPackage/Core/ByteOrder.h"
-#include "PorterPackage/Core/CIFFFileWriter.h"
-#include "PorterPackage/Core/CIFFWriter.h"
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
-#include "PorterPackage/Core/IFFGroupWords.h"
-#include "PorterPackage/Core/IFFSizes.h"
+#include "Failure/Raising/Raise.h"
+#include "PorterPackage/Core/Bytes/ByteOrder.h"
+#include "PorterPackage/Core/IFF/CIFFFileWriter.h"
+#include "PorterPackage/Core/IFF/CIFFWriter.h"
+#include "PorterPackage/Core/IFF/IFFGroupWords.h"
+#include "PorterPackage/Core/IFF/IFFSizes.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,8 +1,8 @@
 #include "LoopWriter/LOP2File.h"
 
 #include "LoopWriter/CTWIPCompressor.h"
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
-#include "PorterPackage/Core/FourCharID.h"
+#include "PorterPackage/Core/Bytes/FourCharID.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "LoopWriter/LOPFile.h"
 
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "LoopWriter/StoredFields.h"
 
-#include "PorterPackage/Core/SVersionRecord.h"
+#include "PorterPackage/Core/Bytes/SVersionRecord.h"
 #include "Text/CodePage.h"
 #include "Text/UnicodeConversion.h"
 

@@ -1,6 +1,6 @@
 #include "LoopWriter/TSLFile.h"
 
-#include "PorterPackage/Core/COwnedMemoryMedia.h"
+#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 
 #include <algorithm>
 

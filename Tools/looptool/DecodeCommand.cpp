@@ -5,12 +5,12 @@
 #include "looptool/Interrupt.h"
 #include "looptool/ToolFailure.h"
 
-#include "LoopLibrary/File/CLOP2DecompressCallback.h"
-#include "LoopLibrary/File/CTesselFile.h"
-#include "LoopLibrary/File/CTesselFileInfo.h"
+#include "LoopLibrary/File/Common/CTesselFile.h"
+#include "LoopLibrary/File/Common/CTesselFileInfo.h"
+#include "LoopLibrary/File/LOP2/CLOP2DecompressCallback.h"
 #include "LoopLibrary/Public/FailureToResult.h"
-#include "LoopLibrary/Render/CABCWaveSample.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
+#include "LoopLibrary/Render/Sample/CABCWaveSample.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
 #include "looptool/ResultText.h"
 
 #include <exception>

@@ -1,8 +1,8 @@
 #include "looptool/InputFile.h"
 
-#include "Failure/XClasses.h"
-#include "PorterPackage/Core/FileLibSupport/COpenReadFileBridge.h"
-#include "PorterPackage/Core/FileLibSupport/FolderHelpers.h"
+#include "Failure/Classes/XClasses.h"
+#include "PorterPackage/FileSupport/COpenReadFileBridge.h"
+#include "PorterPackage/FileSupport/FolderHelpers.h"
 #include "looptool/NativePath.h"
 #include "looptool/ToolFailure.h"
 

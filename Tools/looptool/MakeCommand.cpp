@@ -5,7 +5,7 @@
 #include "looptool/ToolFailure.h"
 
 #include "LoopLibrary/Public/LoopLibrary.h"
-#include "LoopLibrary/Render/LoopTempo.h"
+#include "LoopLibrary/Render/Sequencer/LoopTempo.h"
 #include "LoopWriter/LOP2File.h"
 #include "LoopWriter/LOPFile.h"
 #include "LoopWriter/TSLFile.h"

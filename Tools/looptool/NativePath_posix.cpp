@@ -1,6 +1,6 @@
 #include "looptool/NativePath.h"
 
-#include "FileLib/Source/Win/PosixNameCodec.h"
+#include "FileLib/Rules/PosixNameCodec.h"
 
 namespace NSLoopTool {
 

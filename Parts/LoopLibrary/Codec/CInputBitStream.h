@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PorterPackage/Core/CMedia.h"
+#include "PorterPackage/Core/Media/CMedia.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressor.h"
 
-#include "Failure/Raise.h"
-#include "Failure/XTransferErrors.h"
+#include "Failure/Classes/XTransferErrors.h"
+#include "Failure/Raising/Raise.h"
 
 #include <bit>
 

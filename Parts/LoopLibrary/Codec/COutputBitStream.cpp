@@ -1,6 +1,6 @@
 #include "LoopLibrary/Codec/COutputBitStream.h"
 
-#include "PorterPackage/Core/ByteOrder.h"
+#include "PorterPackage/Core/Bytes/ByteOrder.h"
 
 namespace NSLOPDLL {
 

@@ -1,6 +1,6 @@
 #include "LoopLibrary/Codec/CPlainTWIPDecompressor.h"
 
-#include "Failure/Raise.h"
+#include "Failure/Raising/Raise.h"
 
 #include <bit>
 #include <stdexcept>

@@ -2,7 +2,7 @@
 
 #include "LoopLibrary/Codec/CInputBitStream.h"
 #include "LoopLibrary/Codec/TWIPChannelState.h"
-#include "PorterPackage/Core/CMedia.h"
+#include "PorterPackage/Core/Media/CMedia.h"
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
 #include "LoopLibrary/Public/CCreateCallback.h"
 
-#include "Support/CFloatingPointMode.h"
+#include "Support/Threads/CFloatingPointMode.h"
 
 namespace NSLOPDLL {
 

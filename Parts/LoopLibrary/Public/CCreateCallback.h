@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LoopLibrary/File/CLOP2DecompressCallback.h"
+#include "LoopLibrary/File/LOP2/CLOP2DecompressCallback.h"
 #include "LoopLibrary/Public/LoopLibrary.h"
 
 #include <cstdint>

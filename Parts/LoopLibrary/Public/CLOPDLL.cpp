@@ -1,15 +1,15 @@
 #include "LoopLibrary/Public/CLOPDLL.h"
 
-#include "LoopLibrary/File/CTesselFile.h"
-#include "LoopLibrary/File/CTesselFileInfo.h"
+#include "LoopLibrary/File/Common/CTesselFile.h"
+#include "LoopLibrary/File/Common/CTesselFileInfo.h"
 #include "LoopLibrary/Public/CCreateCallback.h"
 #include "LoopLibrary/Public/CLOPObject.h"
 #include "LoopLibrary/Public/ClipSamples.h"
 #include "LoopLibrary/Public/FillLoopInfo.h"
 #include "LoopLibrary/Public/LoopHandles.h"
-#include "LoopLibrary/Render/CABCWaveSample.h"
-#include "LoopLibrary/Render/CExporter.h"
-#include "PorterPackage/Core/CMemoryMedia.h"
+#include "LoopLibrary/Render/Exporter/CExporter.h"
+#include "LoopLibrary/Render/Sample/CABCWaveSample.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "LoopLibrary/Public/LoopLibrary.h"
-#include "PorterPackage/Core/FileLibSupport/CDLLTarget.h"
-#include "Support/CPlatformMutex.h"
+#include "PorterPackage/FileSupport/CodeModule/CDLLTarget.h"
+#include "Support/Threads/CPlatformMutex.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,15 +1,15 @@
 #include "LoopLibrary/Public/CLOPObject.h"
 
-#include "Failure/ObjectTypeWords.h"
-#include "Failure/Raise.h"
-#include "Failure/XClasses.h"
-#include "LoopLibrary/File/CLOP2CreatorInfoChunk.h"
-#include "LoopLibrary/File/CTesselFile.h"
+#include "Failure/Chain/ObjectTypeWords.h"
+#include "Failure/Classes/XClasses.h"
+#include "Failure/Raising/Raise.h"
+#include "LoopLibrary/File/Common/CTesselFile.h"
+#include "LoopLibrary/File/LOP2/Chunks/CLOP2CreatorInfoChunk.h"
 #include "LoopLibrary/Public/CreatorText.h"
-#include "LoopLibrary/Render/CABCWaveSample.h"
-#include "LoopLibrary/Render/CExporter.h"
-#include "LoopLibrary/Render/CSliceSequence.h"
-#include "PorterPackage/Core/CMedia.h"
+#include "LoopLibrary/Render/Exporter/CExporter.h"
+#include "LoopLibrary/Render/Sample/CABCWaveSample.h"
+#include "LoopLibrary/Render/Slices/CSliceSequence.h"
+#include "PorterPackage/Core/Media/CMedia.h"
 
 #include <algorithm>
 #include <utility>

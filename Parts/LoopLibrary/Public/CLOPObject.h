@@ -1,9 +1,9 @@
 #pragma once
 
-#include "LoopLibrary/File/CTesselEditSettings.h"
-#include "LoopLibrary/File/CTesselFileInfo.h"
+#include "LoopLibrary/File/Common/CTesselEditSettings.h"
+#include "LoopLibrary/File/Common/CTesselFileInfo.h"
 #include "LoopLibrary/Public/LoopLibrary.h"
-#include "LoopLibrary/Render/CTesselSequencer.h"
+#include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
 
 #include <atomic>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "LoopLibrary/Public/FailureToResult.h"
 
-#include "Failure/XClasses.h"
+#include "Failure/Classes/XClasses.h"
 
 #include <cstring>
 #include <new>

@@ -1,10 +1,10 @@
 #include "LoopLibrary/Public/FillLoopInfo.h"
 
-#include "Failure/ObjectTypeWords.h"
-#include "Failure/Raise.h"
-#include "Failure/XClasses.h"
-#include "LoopLibrary/File/CTesselFileInfo.h"
-#include "LoopLibrary/Render/LoopTempo.h"
+#include "Failure/Chain/ObjectTypeWords.h"
+#include "Failure/Classes/XClasses.h"
+#include "Failure/Raising/Raise.h"
+#include "LoopLibrary/File/Common/CTesselFileInfo.h"
+#include "LoopLibrary/Render/Sequencer/LoopTempo.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,11 +1,11 @@
 #include "LoopLibrary/Public/LoopLibrary.h"
 
-#include "FileLib/Source/FileLibAccess.h"
+#include "FileLib/Glue/FileLibAccess.h"
 #include "LoopLibrary/Public/CInsideLibrary.h"
 #include "LoopLibrary/Public/CLOPDLL.h"
 #include "LoopLibrary/Public/FailureToResult.h"
 #include "LoopLibrary/Public/SystemHandle.h"
-#include "Support/CFloatingPointMode.h"
+#include "Support/Threads/CFloatingPointMode.h"
 
 #include <atomic>
 #include <cstddef>

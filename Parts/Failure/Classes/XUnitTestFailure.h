@@ -1,0 +1,23 @@
+#pragma once
+
+#include <exception>
+#include <string>
+
+#include "Failure/Chain/CExceptionBodyMixin.h"
+
+namespace NSLichen {
+
+// A failed assertion that no debugger was there to take.
+class XUnitTestFailure : public std::exception, public CExceptionBodyMixin {
+public:
+    explicit XUnitTestFailure(const std::string& text) : fText(text) {}
+    XUnitTestFailure(const CExceptionBodyMixin& body, const std::string& text)
+        : std::exception(), CExceptionBodyMixin(body), fText(text) {}
+
+    const char* what() const noexcept override { return fText.c_str(); }
+
+private:
+    std::string fText;
+};
+
+} // namespace NSLichen

@@ -1,8 +1,0 @@
-#include "LoopLibrary/Render/C24BitWaveSample.h"
-
-namespace NSLOPDLL {
-
-C24BitWaveSample::C24BitWaveSample(uint32_t sampleRate, uint32_t frameCount, bool stereo)
-    : TPlanarWaveSample(sampleRate, frameCount, stereo) {}
-
-} // namespace NSLOPDLL

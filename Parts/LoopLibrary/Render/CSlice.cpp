@@ -1,7 +1,0 @@
-#include "LoopLibrary/Render/CSlice.h"
-
-namespace NSLOPDLL {
-
-CSlice::~CSlice() = default;
-
-} // namespace NSLOPDLL

@@ -1,0 +1,126 @@
+#include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
+
+#include "LoopLibrary/Render/Common/BlockTime.h"
+#include "LoopLibrary/Render/Sample/CABCWaveSample.h"
+#include "LoopLibrary/Render/Sequencer/LoopTempo.h"
+
+#include <algorithm>
+
+namespace NSLOPDLL {
+
+namespace {
+
+constexpr int32_t kTempo_Minimum = 20000;
+constexpr int32_t kTempo_Maximum = 450000;
+
+int32_t ClippedRate(const CABCWaveSample& sample) noexcept {
+    return static_cast<int32_t>(
+        std::clamp<uint32_t>(sample.GetSampleRate(), kOutputRate_Minimum, kOutputRate_Maximum));
+}
+
+} // namespace
+
+CTesselSequencer::CTesselSequencer(CABCWaveSample* waveSample)
+    : fWaveSample(waveSample), fSampler(waveSample, ClippedRate(*waveSample)),
+      fEqualizer(ClippedRate(*waveSample)), fOutputRate(ClippedRate(*waveSample)) {
+    const int32_t loopTempo = GetLoopTempo();
+    if (loopTempo != 0) {
+        fTempo = std::clamp(loopTempo, kTempo_Minimum, kTempo_Maximum);
+    }
+}
+
+CTesselSequencer::CTesselSequencer(const CTesselSequencer& other)
+    : fWaveSample(other.fWaveSample), fSliceSequence(other.fSliceSequence),
+      fSampler(other.fSampler), fEqualizer(other.fEqualizer),
+      fOutputRate(fSampler.GetOutputRate()) {
+    int32_t outputRate = 0;
+    {
+        const NSSupport::CMutexLock stateLock(other.fStateMutex);
+        const NSSupport::CMutexLock tableLock(other.fTableMutex);
+        fDropMuted = other.fDropMuted.load();
+        fTempo = other.fTempo.load();
+        fTimeSignatureNumerator = other.fTimeSignatureNumerator.load();
+        fTimeSignatureDenominator = other.fTimeSignatureDenominator.load();
+        fBars = other.fBars.load();
+        fBeats = other.fBeats.load();
+        fTempoSync = other.fTempoSync.load();
+        outputRate = other.fOutputRate;
+        if (other.fSliceTable != nullptr) {
+            fSliceTable = std::make_unique<SliceTable>(*other.fSliceTable);
+        }
+    }
+    // The other's sampler has not taken over a rate that still waits for a render.
+    if (outputRate != fOutputRate) {
+        SetOutputRate(outputRate);
+        ApplyOutputRate();
+    }
+    ResetPosition();
+}
+
+CTesselSequencer::~CTesselSequencer() {
+    ReleaseRetiredRate(fRetiredRate);
+}
+
+void CTesselSequencer::SetTempo(int32_t tempo) {
+    const NSSupport::CMutexLock lock(fStateMutex);
+    fTempo = tempo;
+}
+
+void CTesselSequencer::SetTimeSignature(int32_t numerator, int32_t denominator) {
+    const NSSupport::CMutexLock lock(fStateMutex);
+    fTimeSignatureNumerator = numerator;
+    fTimeSignatureDenominator = denominator;
+}
+
+void CTesselSequencer::SetBars(int32_t bars) {
+    const NSSupport::CMutexLock lock(fStateMutex);
+    fBars = bars;
+}
+
+void CTesselSequencer::SetBeats(int32_t beats) {
+    const NSSupport::CMutexLock lock(fStateMutex);
+    fBeats = beats;
+}
+
+void CTesselSequencer::SetDropMuted(bool dropMuted) {
+    const NSSupport::CMutexLock lock(fStateMutex);
+    fDropMuted = dropMuted;
+}
+
+void CTesselSequencer::SetTempoSync(bool tempoSync) {
+    const NSSupport::CMutexLock lock(fStateMutex);
+    fTempoSync = tempoSync;
+}
+
+void CTesselSequencer::SetLoopRange(int32_t start, int32_t end) {
+    const NSSupport::CMutexLock lock(fStateMutex);
+    fWaveSample->SetLoop(kSampleLoopMode_Forward, start, end);
+}
+
+int32_t CTesselSequencer::GetLoopTempo() const noexcept {
+    const int64_t beats = int64_t{fBars} * fTimeSignatureNumerator + fBeats;
+    return LoopTempo(int64_t{LoopEnd()} - LoopStart(), static_cast<uint32_t>(GetSourceRate()),
+                     beats);
+}
+
+bool CTesselSequencer::IsTempoSynced() const noexcept {
+    return fTempoSync && (fBars != 0 || fBeats != 0);
+}
+
+int32_t CTesselSequencer::GetSourceRate() const noexcept {
+    return ClippedRate(*fWaveSample);
+}
+
+int32_t CTesselSequencer::LoopStart() const noexcept {
+    return fWaveSample->GetLoopStart();
+}
+
+int32_t CTesselSequencer::LoopEnd() const noexcept {
+    return fWaveSample->GetLoopEnd();
+}
+
+int32_t CTesselSequencer::GetRenderLength(const CSlicePlayRange& range) const noexcept {
+    return fSampler.GetRenderLength(range);
+}
+
+} // namespace NSLOPDLL

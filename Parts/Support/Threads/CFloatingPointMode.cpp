@@ -1,0 +1,22 @@
+#include "Support/Threads/CFloatingPointMode.h"
+
+#include <xmmintrin.h>
+
+namespace NSSupport {
+
+namespace {
+
+// All exceptions masked, no flag set, nearest, neither flush-to-zero nor denormals-are-zero.
+constexpr uint32_t kDefaultControl = 0x1F80;
+
+} // namespace
+
+CFloatingPointMode::CFloatingPointMode() noexcept : fSaved(_mm_getcsr()) {
+    _mm_setcsr(kDefaultControl);
+}
+
+CFloatingPointMode::~CFloatingPointMode() {
+    _mm_setcsr(fSaved);
+}
+
+} // namespace NSSupport

@@ -1,0 +1,40 @@
+#include "Debug/Platform/UserFolders_posix.h"
+
+#include "Tests/Debug/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace NSDebugPackage {
+namespace {
+
+TEST(UserFolders, AsTheUserHasThem) {
+    const CTestFolder folder;
+    const std::string home = folder.GetPath().string();
+    const auto find = [&] { return FindUserFolder(home, "DOCUMENTS", "Documents"); };
+    EXPECT_EQ(find(), "");
+    std::filesystem::create_directories(folder.GetPath() / ".config");
+    std::filesystem::create_directories(folder.GetPath() / "Documents");
+    EXPECT_EQ(find(), home + "/Documents");
+
+    const struct {
+        const char* fText;
+        std::string fFolder;
+    } cases[] = {
+        {"# XDG_DOCUMENTS_DIR=\"/comment\"\nXDG_DESKTOP_DIR=\"/desk\"\n", home + "/Documents"},
+        {"XDG_DOCUMENTS_DIR=\"$HOME/Dokumente\"\n", home + "/Dokumente"},
+        {"  XDG_DOCUMENTS_DIR=\"/srv/a \\\"b\\\" \\$c/\"", "/srv/a \"b\" $c"},
+        {"XDG_DOCUMENTS_DIR=\"relative\"\n", home + "/Documents"},
+        {"XDG_DOCUMENTS_DIR=\"/a\"\nXDG_DOCUMENTS_DIR=\"/b\"\n", "/b"},
+        {"XDG_DOCUMENTS_DIR=\"$HOME/\"", home},
+    };
+    for (const auto& [text, expected] : cases) {
+        std::ofstream(folder.GetPath() / ".config" / "user-dirs.dirs") << text;
+        EXPECT_EQ(find(), expected) << text;
+    }
+    EXPECT_EQ(FindUserFolder("", "DOCUMENTS", "Documents"), "");
+}
+
+} // namespace
+} // namespace NSDebugPackage
