@@ -8,17 +8,17 @@ namespace NSTextPackage {
 
 constexpr uint32_t kCodePage_1252 = 1252;
 
-// Text that the code page cannot hold, and a code page that the system does not know, raise
-// XFormatViolation with the target word "unicode". Code page 1252 decodes every byte, alike on all
-// systems.
+/// Text that the code page cannot hold, and a code page that the system does not know, raise
+/// XFormatViolation with the target word "unicode". Code page 1252 decodes every byte, alike on all
+/// systems.
 std::u16string CodePageToUtf16(const std::string& text, uint32_t codePage);
 
-// The five bytes without a character (81, 8D, 8F, 90, 9D) decode to the control codes U+0081 and so
-// on, as Windows does.
+/// The five bytes without a character (81, 8D, 8F, 90, 9D) decode to the control codes U+0081 and
+/// so on, as Windows does.
 std::u16string Cp1252ToUtf16(const std::string& text);
 
-// The inverse of Cp1252ToUtf16. Each unit that the code page lacks becomes `replacement`, so a
-// surrogate pair becomes two of them.
+/// The inverse of Cp1252ToUtf16. Each unit that the code page lacks becomes `replacement`, so a
+/// surrogate pair becomes two of them.
 std::string Utf16ToCp1252(const std::u16string& text, char replacement);
 
 } // namespace NSTextPackage

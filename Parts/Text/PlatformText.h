@@ -7,14 +7,14 @@
 
 namespace NSTextPackage {
 
-// 1, 2 and 3 for less, equal and greater; 0 for a failure of the system's call.
+/// 1, 2 and 3 for less, equal and greater; 0 for a failure of the system's call.
 int PlatformCompareText(std::u16string_view a, std::u16string_view b, bool ignoreCase,
                         bool ignoreMarks);
 
 void PlatformLowerUtf16(std::u16string& text);
 
-// Any code page but 1252, and no empty text. False for text that the code page does not hold or a
-// code page that the system does not know.
+/// Any code page but 1252, and no empty text. False for text that the code page does not hold or a
+/// code page that the system does not know.
 bool PlatformDecodeCodePage(const std::string& text, uint32_t codePage, std::u16string& result);
 
 } // namespace NSTextPackage

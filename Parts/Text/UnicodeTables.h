@@ -7,7 +7,7 @@
 
 namespace NSTextPackage {
 
-// Every fStep-th unit from fFirst to fLast has its lower case at fDelta from itself.
+/// Every fStep-th unit from fFirst to fLast has its lower case at fDelta from itself.
 struct SCaseRun {
     uint16_t fFirst;
     uint16_t fLast;
@@ -15,14 +15,14 @@ struct SCaseRun {
     int32_t fDelta;
 };
 
-// One step: fBase may decompose further. fMark is 0 where a character is another form of fBase.
+/// One step: fBase may decompose further. fMark is 0 where a character is another form of fBase.
 struct SDecomposition {
     uint16_t fUnit;
     uint16_t fBase;
     uint16_t fMark;
 };
 
-// Both ascend by their first member.
+/// Both ascend by their first member.
 std::span<const SCaseRun> CaseRuns();
 std::span<const SDecomposition> Decompositions();
 

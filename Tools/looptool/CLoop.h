@@ -8,7 +8,7 @@
 
 namespace NSLoopTool {
 
-// The initialised library, for as long as it lives. One at a time.
+/// The initialised library, for as long as it lives. One at a time.
 class CLibrary {
 public:
     CLibrary();
@@ -17,8 +17,8 @@ public:
     CLibrary& operator=(const CLibrary&) = delete;
 };
 
-// One loop file, opened through the public interface with a progress bar; Ctrl-C stops the load.
-// Every failure is a CToolFailure that names the file.
+/// One loop file, opened through the public interface with a progress bar; Ctrl-C stops the load.
+/// Every failure is a CToolFailure that names the file.
 class CLoop {
 public:
     explicit CLoop(const std::string& path);
@@ -29,11 +29,11 @@ public:
     const std::string& GetPath() const { return fPath; }
     LOPInfo GetInfo() const;
     bool IsStereo() const { return GetInfo().fChannels == 2; }
-    // Empty when the loop has no creator texts.
+    /// Empty when the loop has no creator texts.
     std::vector<std::string> GetCreatorTexts() const;
     LOPSliceInfo GetSliceInfo(int32_t index) const;
     void SetOutputSampleRate(int32_t rate);
-    // One plane for each channel.
+    /// One plane for each channel.
     std::vector<std::vector<float>> RenderSlice(int32_t index) const;
 
     void SetPreviewTempo(int32_t tempo);

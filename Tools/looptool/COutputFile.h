@@ -5,8 +5,8 @@
 
 namespace NSLoopTool {
 
-// A file being written, or standard output for the path "-". Until Commit it is a provisional
-// thing: a file that is dropped earlier is removed. Failures are CToolFailure and name the file.
+/// A file being written, or standard output for the path "-". Until Commit it is a provisional
+/// thing: a file that is dropped earlier is removed. Failures are CToolFailure and name the file.
 class COutputFile {
 public:
     explicit COutputFile(const std::string& path);

@@ -5,8 +5,8 @@
 
 namespace NSLoopTool {
 
-// A line on standard error that shows how far a piece of work is. Shows nothing where standard
-// error is no terminal. Removes itself when it goes.
+/// A line on standard error that shows how far a piece of work is. Shows nothing where standard
+/// error is no terminal. Removes itself when it goes.
 class CProgressBar {
 public:
     explicit CProgressBar(const std::string& label);
@@ -14,7 +14,7 @@ public:
     CProgressBar(const CProgressBar&) = delete;
     CProgressBar& operator=(const CProgressBar&) = delete;
 
-    // 0 to 100; anything beyond is cut to that.
+    /// 0 to 100; anything beyond is cut to that.
     void Show(int64_t percent);
 
 private:

@@ -46,12 +46,12 @@ struct SMakeOptions {
     std::vector<std::string> fTexts;
 };
 
-// Each raises CToolFailure when it cannot do what was asked.
+/// Each raises CToolFailure when it cannot do what was asked.
 void RunInfo(const SInfoOptions& options);
 void RunSlices(const SInfoOptions& options);
 void RunRender(const SRenderOptions& options);
 void RunPreview(const SPreviewOptions& options);
-// Writes the stored audio as it is, bit for bit, with no rendering.
+/// Writes the stored audio as it is, bit for bit, with no rendering.
 void RunDecode(const SDecodeOptions& options);
 void RunMake(const SMakeOptions& options);
 

@@ -2,13 +2,13 @@
 
 namespace NSLoopTool {
 
-// From here on Ctrl-C does not end the process but is noted, so that work in progress can stop
-// cleanly and leave no half-written file.
+/// From here on Ctrl-C does not end the process but is noted, so that work in progress can stop
+/// cleanly and leave no half-written file.
 void CatchInterrupts();
 
 bool WasInterrupted();
 
-// Raises CToolFailure with kExitCode_Interrupted once Ctrl-C was pressed.
+/// Raises CToolFailure with kExitCode_Interrupted once Ctrl-C was pressed.
 void StopIfInterrupted();
 
 } // namespace NSLoopTool

@@ -6,7 +6,7 @@
 
 namespace NSLoopTool {
 
-// A result of the library in words, for messages.
+/// A result of the library in words, for messages.
 std::string ResultText(LOPResult result);
 
 } // namespace NSLoopTool

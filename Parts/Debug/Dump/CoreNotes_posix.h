@@ -8,8 +8,8 @@
 
 namespace NSDebugPackage {
 
-// The notes of an ELF core: threads, process, auxiliary vector and mapped files. `signal` is what
-// the first thread got, 0 for none.
+/// The notes of an ELF core: threads, process, auxiliary vector and mapped files. `signal` is what
+/// the first thread got, 0 for none.
 std::string MakeCoreNotes(const std::vector<SThreadState>& threads,
                           const std::vector<SMapping>& mappings, int signal);
 

@@ -8,7 +8,7 @@
 
 namespace NSDebugPackage {
 
-// The machine number of an ELF file for this processor.
+/// The machine number of an ELF file for this processor.
 extern const uint16_t kElfMachine;
 
 void CopyRegisters(const ucontext_t& context, elf_gregset_t& registers);

@@ -4,7 +4,7 @@
 
 namespace NSDebugPackage {
 
-// Sends lines to the debug output of the platform.
+/// Sends lines to the debug output of the platform.
 class CConsoleTraceStreamer : public ITraceOutputStreamer {
 public:
     void Write(const char* line, size_t bufferSize) override;

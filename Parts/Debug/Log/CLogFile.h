@@ -8,16 +8,16 @@
 
 namespace NSDebugPackage {
 
-// A log file, made when its first line comes. Lines end in CR LF on every platform. What cannot be
-// written is lost without a word.
+/// A log file, made when its first line comes. Lines end in CR LF on every platform. What cannot be
+/// written is lost without a word.
 class CLogFile : public ITraceOutputStreamer {
 public:
-    // `folder` ends in "\"; both texts are UTF-8. With `erase` a file of that name is deleted
-    // first; when that fails, a plain std::exception is raised.
+    /// `folder` ends in "\"; both texts are UTF-8. With `erase` a file of that name is deleted
+    /// first; when that fails, a plain std::exception is raised.
     CLogFile(const std::string& fileName, const std::string& folder, bool erase);
 
     void Write(const char* line, size_t bufferSize) override;
-    // To the disk.
+    /// To the disk.
     void Flush() override;
 
 private:

@@ -11,23 +11,23 @@ namespace NSDebugPackage {
 bool PathExists(const std::u16string& path);
 bool MakeFolder(const std::u16string& path);
 bool RemoveFile(const std::u16string& path);
-// Over a file of the target's name, but not of a file onto itself.
+/// Over a file of the target's name, but not of a file onto itself.
 bool CopyOneFile(const std::u16string& source, const std::u16string& target);
 
-// Of the user. False when the platform knows none.
+/// Of the user. False when the platform knows none.
 bool FindDocumentsFolder(std::u16string& folder);
 bool FindDesktopFolder(std::u16string& folder);
 
-// A file that grows at its end; others may read it meanwhile.
+/// A file that grows at its end; others may read it meanwhile.
 class CAppendFile {
 public:
-    // Opens the file, creating it when missing.
+    /// Opens the file, creating it when missing.
     explicit CAppendFile(const std::u16string& path);
     ~CAppendFile();
     CAppendFile(const CAppendFile&) = delete;
     CAppendFile& operator=(const CAppendFile&) = delete;
 
-    // False when the file did not open or not all was written.
+    /// False when the file did not open or not all was written.
     bool Append(const char* bytes, size_t count);
     void Flush();
 

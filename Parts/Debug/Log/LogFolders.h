@@ -6,15 +6,15 @@
 
 namespace NSDebugPackage {
 
-// "<documents>\Halyard Logs\<name> Logs\", made when missing. Where it cannot be made the documents
-// folder itself; empty when there is none.
+/// "<documents>\Halyard Logs\<name> Logs\", made when missing. Where it cannot be made the
+/// documents folder itself; empty when there is none.
 std::string GetDebugLogFolder(const std::string& name);
 
-// The same below any folder, which ends in "\".
+/// The same below any folder, which ends in "\".
 std::u16string MakeLogFolder(const std::u16string& base, const std::u16string& name);
 
-// Copies a file of a folder, which ends in "\", into the folder `folderName` on the user's desktop,
-// which is made when missing.
+/// Copies a file of a folder, which ends in "\", into the folder `folderName` on the user's
+/// desktop, which is made when missing.
 bool CopyLogToFolder(const std::string& sourceFolder, const std::string& fileName,
                      const std::string& folderName);
 

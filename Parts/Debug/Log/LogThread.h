@@ -5,12 +5,12 @@
 
 namespace NSDebugPackage {
 
-// The calling thread becomes the log thread, or nobody is it any more. Real-time safe, like the
-// question.
+/// The calling thread becomes the log thread, or nobody is it any more. Real-time safe, like the
+/// question.
 void SetLogThread() noexcept;
 void ClearLogThread() noexcept;
 
-// True on the log thread, and on every thread while there is none.
+/// True on the log thread, and on every thread while there is none.
 bool IsLogThread() noexcept;
 
 } // namespace NSDebugPackage

@@ -11,7 +11,7 @@ namespace NSDebugPackage {
 
 constexpr size_t kQueuedTextLength = 2047;
 
-// One queued trace line.
+/// One queued trace line.
 struct VMISOBufferEntry {
     NSSupport::SCalendarTime fTime; // UTC
     uint32_t fThread = 0;
@@ -20,9 +20,9 @@ struct VMISOBufferEntry {
     char fText[kQueuedTextLength + 1] = {}; // UTF-8, possibly cut inside a character
 };
 
-// A queue of fixed size with many writers and one reader at a time, none of which waits. Each slot
-// has a state; a writer claims the first free slot by compare-and-swap, so the entries of one
-// thread can leave out of order once slots are used again.
+/// A queue of fixed size with many writers and one reader at a time, none of which waits. Each slot
+/// has a state; a writer claims the first free slot by compare-and-swap, so the entries of one
+/// thread can leave out of order once slots are used again.
 class VMISOBuffer {
 public:
     enum EState : uint32_t { kEntryFree = 23, kEntryWriting = 24, kEntryFilled = 25 };
@@ -31,11 +31,11 @@ public:
     VMISOBuffer(const VMISOBuffer&) = delete;
     VMISOBuffer& operator=(const VMISOBuffer&) = delete;
 
-    // False when no slot is free. Real-time safe.
+    /// False when no slot is free. Real-time safe.
     bool Offer(const VMISOBufferEntry& entry) noexcept;
 
-    // Hands every filled entry to `take` and frees its slot afterwards. Only by one thread at a
-    // time, and not from within `take`.
+    /// Hands every filled entry to `take` and frees its slot afterwards. Only by one thread at a
+    /// time, and not from within `take`.
     template <class Take>
     void Drain(Take&& take) {
         for (uint32_t i = 0; i < fCapacity && GetCount() != 0; ++i) {
@@ -48,7 +48,7 @@ public:
     }
 
     uint32_t GetCapacity() const { return fCapacity; }
-    // Entries that are filled or about to be.
+    /// Entries that are filled or about to be.
     uint32_t GetCount() const { return fCount.load(std::memory_order_acquire); }
 
 private:

@@ -6,21 +6,21 @@
 
 namespace NSDebugPackage {
 
-// A file that is made here, for the user alone, since it tells what the process knows. It is gone
-// again with the object unless it was finished.
+/// A file that is made here, for the user alone, since it tells what the process knows. It is gone
+/// again with the object unless it was finished.
 class CNewFile {
 public:
-    // Makes the file, unless one of that name exists, be it a link that leads nowhere.
+    /// Makes the file, unless one of that name exists, be it a link that leads nowhere.
     explicit CNewFile(const std::string& path);
     ~CNewFile();
     CNewFile(const CNewFile&) = delete;
     CNewFile& operator=(const CNewFile&) = delete;
 
     bool IsOpen() const noexcept { return fFile.IsOpen(); }
-    // Why the file is not open, as errno tells it.
+    /// Why the file is not open, as errno tells it.
     int GetError() const noexcept { return fError; }
     int Get() const noexcept { return fFile.Get(); }
-    // Closes the file and keeps it if that goes well.
+    /// Closes the file and keeps it if that goes well.
     bool Finish() noexcept;
 
 private:

@@ -4,13 +4,13 @@
 
 namespace NSDebugPackage {
 
-// A folder of the user's, without a "/" at its end, as ~/.config/user-dirs.dirs names it, for the
-// key "DOCUMENTS" or "DESKTOP". Where that file says nothing, the folder `fallback` of the home
-// folder if there is one. Empty when there is neither.
+/// A folder of the user's, without a "/" at its end, as ~/.config/user-dirs.dirs names it, for the
+/// key "DOCUMENTS" or "DESKTOP". Where that file says nothing, the folder `fallback` of the home
+/// folder if there is one. Empty when there is neither.
 std::string FindUserFolder(const std::string& home, const std::string& key,
                            const std::string& fallback);
 
-// From the user database. Empty when it does not tell.
+/// From the user database. Empty when it does not tell.
 std::string FindHomeFolder();
 
 } // namespace NSDebugPackage

@@ -6,14 +6,14 @@
 
 namespace NSDebugPackage {
 
-// The functions of one ELF file on disk, from its full symbol table or, in a stripped file, from
-// the exported names. Names are as the linker knows them.
+/// The functions of one ELF file on disk, from its full symbol table or, in a stripped file, from
+/// the exported names. Names are as the linker knows them.
 class CElfSymbols {
 public:
-    // A file that cannot be read or is not well formed has no functions.
+    /// A file that cannot be read or is not well formed has no functions.
     explicit CElfSymbols(const std::string& path);
 
-    // The function at an address as the file counts them. False when none is there.
+    /// The function at an address as the file counts them. False when none is there.
     bool Find(uint64_t address, std::string& name, uint64_t& offset) const;
 
 private:

@@ -9,13 +9,13 @@
 
 namespace NSDebugPackage {
 
-// Counted: the first call starts the platform's engine, and the exit that belongs to it ends it. An
-// engine that does not start is told to the debug output only.
+/// Counted: the first call starts the platform's engine, and the exit that belongs to it ends it.
+/// An engine that does not start is told to the debug output only.
 void InitSymbols();
 void ExitSymbols();
 
-// Holds the symbol lock for a scope; scopes of one thread may nest. Raises a plain std::exception
-// when the platform refuses the lock.
+/// Holds the symbol lock for a scope; scopes of one thread may nest. Raises a plain std::exception
+/// when the platform refuses the lock.
 class CSymbolLock {
 public:
     CSymbolLock();
@@ -33,12 +33,12 @@ struct SCodeSymbol {
 
 constexpr size_t kLongestSymbolName = 2000;
 
-// The platform's part, each call under the symbol lock.
+/// The platform's part, each call under the symbol lock.
 bool StartSymbolEngine();
 void EndSymbolEngine();
 SCodeSymbol FindCodeSymbol(const void* address);
-// Fills at most `limit` return addresses of the calling thread from `first` on. When `first` is not
-// among them, all that lie above the caller.
+/// Fills at most `limit` return addresses of the calling thread from `first` on. When `first` is
+/// not among them, all that lie above the caller.
 uint32_t CaptureFrames(const void* first, void** frames, uint32_t limit);
 
 } // namespace NSDebugPackage

@@ -7,8 +7,8 @@
 
 namespace NSLichen {
 
-// The record of a failure, mixed into every exception of the family: the chain of what went wrong,
-// oldest first, so that a failure keeps its cause and context while it is thrown again.
+/// The record of a failure, mixed into every exception of the family: the chain of what went wrong,
+/// oldest first, so that a failure keeps its cause and context while it is thrown again.
 class CExceptionBodyMixin {
 public:
     CExceptionBodyMixin() = default;
@@ -16,10 +16,10 @@ public:
 
     friend bool operator==(const CExceptionBodyMixin&, const CExceptionBodyMixin&) = default;
 
-    // Nothing has been recorded: the exception's class and text are all there is.
+    /// Nothing has been recorded: the exception's class and text are all there is.
     bool fEmpty = true;
     CFailureSite fSite;
-    // The root failure: that of the first coded item. The class thrown follows the last one.
+    /// The root failure: that of the first coded item. The class thrown follows the last one.
     int32_t fCode = kFailureCode_UndefinedException;
     std::vector<CFailureItem> fItems;
 };

@@ -10,7 +10,7 @@
 
 namespace NSLichen {
 
-// A named detail of a failure.
+/// A named detail of a failure.
 struct CFailurePart {
     CFixedName fKey;
     CFailureValue fValue;
@@ -18,8 +18,8 @@ struct CFailurePart {
     friend bool operator==(const CFailurePart&, const CFailurePart&) = default;
 };
 
-// One link of a failure's chain: a failure of its own, or, with kFailureCode_UndefinedException,
-// context for the one before it. Parts stand in order of addition.
+/// One link of a failure's chain: a failure of its own, or, with kFailureCode_UndefinedException,
+/// context for the one before it. Parts stand in order of addition.
 struct CFailureItem {
     CFailureSite fSite;
     int32_t fCode = kFailureCode_UndefinedException;

@@ -6,8 +6,8 @@
 
 namespace NSLichen {
 
-// Where a failure arose. Throw sites of this system pass a default site; what a site holds is
-// carried, copied and compared, and a trace line takes its number along.
+/// Where a failure arose. Throw sites of this system pass a default site; what a site holds is
+/// carried, copied and compared, and a trace line takes its number along.
 struct CFailureSite {
     CFixedName fName1;
     TFixedText<512> fName2;

@@ -17,8 +17,8 @@ enum EValueKind : int32_t {
     kValueKind_Word = 25
 };
 
-// A value of one of six kinds; it owns its text. Texts end at their first terminator. Two values
-// are equal when their kinds and their contents are, so a value that holds a NaN equals none.
+/// A value of one of six kinds; it owns its text. Texts end at their first terminator. Two values
+/// are equal when their kinds and their contents are, so a value that holds a NaN equals none.
 class CFailureValue {
 public:
     CFailureValue() = default;
@@ -29,7 +29,7 @@ public:
     static CFailureValue FromWord(const CFixedName& word) { return CFailureValue(TContent(word)); }
 
     EValueKind GetKind() const;
-    // Each only for a value of its kind.
+    /// Each only for a value of its kind.
     int64_t GetInteger() const { return std::get<int64_t>(fContent); }
     float GetFloat() const { return std::get<float>(fContent); }
     const std::string& GetText() const { return std::get<std::string>(fContent); }
@@ -39,7 +39,7 @@ public:
     friend bool operator==(const CFailureValue&, const CFailureValue&) = default;
 
 private:
-    // In the order of the kinds.
+    /// In the order of the kinds.
     using TContent =
         std::variant<std::monostate, int64_t, float, std::string, std::u16string, CFixedName>;
 
@@ -48,8 +48,8 @@ private:
     TContent fContent;
 };
 
-// "<nil>" for nil, a decimal integer, a float with six decimals, or the text; bytes of an 8-bit
-// text or a word become units of their own value.
+/// "<nil>" for nil, a decimal integer, a float with six decimals, or the text; bytes of an 8-bit
+/// text or a word become units of their own value.
 std::u16string ToWideText(const CFailureValue& value);
 
 } // namespace NSLichen

@@ -5,8 +5,8 @@
 
 namespace NSLichen {
 
-// A short text stored by value and never allocated, so that naming a failure cannot fail. Text
-// beyond the limit is cut off.
+/// A short text stored by value and never allocated, so that naming a failure cannot fail. Text
+/// beyond the limit is cut off.
 template <std::size_t kLimit>
 class TFixedText {
 public:
@@ -26,11 +26,11 @@ public:
     }
 
 private:
-    // Always ends in a terminator; zero behind it.
+    /// Always ends in a terminator; zero behind it.
     char fCharacters[kLimit + 1] = {};
 };
 
-// A key of a part or a word for a type of object: at most 64 characters.
+/// A key of a part or a word for a type of object: at most 64 characters.
 using CFixedName = TFixedText<64>;
 static_assert(sizeof(CFixedName) == 65);
 

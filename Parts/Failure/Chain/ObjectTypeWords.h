@@ -6,8 +6,8 @@
 
 namespace NSLichen {
 
-// The words that say what a failure is about. Throw sites take them from here and never spell one
-// out.
+/// The words that say what a failure is about. Throw sites take them from here and never spell one
+/// out.
 constexpr CFixedName RangeWord() {
     return CFixedName("range");
 }
@@ -105,14 +105,15 @@ constexpr CFixedName DirectoryWord() {
     return CFixedName("directory");
 }
 
-// The word that this module adds to the fixed ones: a loop file of any kind.
+/// The word that this module adds to the fixed ones: a loop file of any kind.
 constexpr CFixedName LopFileWord() {
     return CFixedName("lop_file");
 }
 
-// The fixed words by index. The index travels inside packed integers, so their order never changes.
+/// The fixed words by index. The index travels inside packed integers, so their order never
+/// changes.
 uint32_t GetObjectTypeWordCount();
-// Empty for an index past the table.
+/// Empty for an index past the table.
 CFixedName GetObjectTypeWord(uint32_t index);
 
 } // namespace NSLichen

@@ -8,7 +8,7 @@
 
 namespace NSLichen {
 
-// The vocabulary of a failure's parts.
+/// The vocabulary of a failure's parts.
 constexpr CFixedName TargetObjectTypeKey() {
     return CFixedName("target_object_type");
 }
@@ -34,7 +34,7 @@ constexpr CFixedName SecondaryObjectIdKey() {
     return CFixedName("secondary_object_id");
 }
 
-// Parts of each key, with a value of the kind that belongs to it.
+/// Parts of each key, with a value of the kind that belongs to it.
 CFailurePart TargetObjectTypePart(const CFixedName& word);
 CFailurePart TargetObjectIdPart(const CFailureValue& id);
 CFailurePart ErrorCodePart(int64_t code);

@@ -37,7 +37,7 @@ public:
         : std::runtime_error(text), CExceptionBodyMixin(body) {}
 };
 
-// A reference that leads nowhere: an alias, a path, a name.
+/// A reference that leads nowhere: an alias, a path, a name.
 class XResolve : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XResolve(const std::string& text) : std::runtime_error(text) {}
@@ -66,7 +66,7 @@ public:
         : std::runtime_error(text), CExceptionBodyMixin(body) {}
 };
 
-// In use by somebody else.
+/// In use by somebody else.
 class XLocked : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XLocked(const std::string& text) : std::runtime_error(text) {}

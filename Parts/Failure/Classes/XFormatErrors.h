@@ -9,7 +9,7 @@ namespace NSLichen {
 
 // Data that cannot be taken for what it claims to be.
 
-// Well formed, but of a kind that is not served.
+/// Well formed, but of a kind that is not served.
 class XUnsupportedFormat : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XUnsupportedFormat(const std::string& text) : std::runtime_error(text) {}
@@ -17,7 +17,7 @@ public:
         : std::runtime_error(text), CExceptionBodyMixin(body) {}
 };
 
-// Not formed as its kind demands.
+/// Not formed as its kind demands.
 class XFormatViolation : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XFormatViolation(const std::string& text) : std::runtime_error(text) {}
@@ -25,7 +25,7 @@ public:
         : std::runtime_error(text), CExceptionBodyMixin(body) {}
 };
 
-// Of a version no longer read.
+/// Of a version no longer read.
 class XVersionTooOld : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XVersionTooOld(const std::string& text) : std::runtime_error(text) {}
@@ -33,7 +33,7 @@ public:
         : std::runtime_error(text), CExceptionBodyMixin(body) {}
 };
 
-// Of a version not known yet.
+/// Of a version not known yet.
 class XVersionTooNew : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XVersionTooNew(const std::string& text) : std::runtime_error(text) {}

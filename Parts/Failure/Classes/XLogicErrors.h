@@ -9,7 +9,7 @@ namespace NSLichen {
 
 // Mistakes of the calling code.
 
-// An operation at a time when it may not be called.
+/// An operation at a time when it may not be called.
 class XIllegalCallSequence : public std::logic_error, public CExceptionBodyMixin {
 public:
     explicit XIllegalCallSequence(const std::string& text) : std::logic_error(text) {}
@@ -17,7 +17,7 @@ public:
         : std::logic_error(text), CExceptionBodyMixin(body) {}
 };
 
-// An object found in a state that it must never have.
+/// An object found in a state that it must never have.
 class XInvariantCorrupt : public std::logic_error, public CExceptionBodyMixin {
 public:
     explicit XInvariantCorrupt(const std::string& text) : std::logic_error(text) {}

@@ -23,7 +23,7 @@ public:
         : std::runtime_error(text), CExceptionBodyMixin(body) {}
 };
 
-// Stopped on request.
+/// Stopped on request.
 class XAbort : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XAbort(const std::string& text) : std::runtime_error(text) {}
@@ -31,7 +31,7 @@ public:
         : std::runtime_error(text), CExceptionBodyMixin(body) {}
 };
 
-// Stopped on request, and nobody is to be told.
+/// Stopped on request, and nobody is to be told.
 class XSilentAbort : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XSilentAbort(const std::string& text) : std::runtime_error(text) {}

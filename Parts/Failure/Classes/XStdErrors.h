@@ -12,7 +12,7 @@
 // thrown is the stand-in, which carries a body.
 namespace NSLichen::NSLichenDetails {
 
-// Any exception that is known by no better class.
+/// Any exception that is known by no better class.
 class XStdException : public std::exception, public CExceptionBodyMixin {
 public:
     explicit XStdException(const std::string& text) : fText(text) {}
@@ -25,7 +25,7 @@ private:
     std::string fText;
 };
 
-// An integer of foreign code on its way through the system; its "error_code" part holds it.
+/// An integer of foreign code on its way through the system; its "error_code" part holds it.
 class XTunneledError : public std::exception, public CExceptionBodyMixin {
 public:
     explicit XTunneledError(const std::string& text) : fText(text) {}
@@ -73,7 +73,7 @@ public:
         : std::out_of_range(text), CExceptionBodyMixin(body) {}
 };
 
-// Has no text of its own: it must cost no further allocation.
+/// Has no text of its own: it must cost no further allocation.
 class XStdBadAlloc : public std::bad_alloc, public CExceptionBodyMixin {
 public:
     XStdBadAlloc() = default;

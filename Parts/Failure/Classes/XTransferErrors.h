@@ -23,7 +23,7 @@ public:
         : std::runtime_error(text), CExceptionBodyMixin(body) {}
 };
 
-// A medium is full.
+/// A medium is full.
 class XOutOfSpace : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XOutOfSpace(const std::string& text) : std::runtime_error(text) {}
@@ -31,7 +31,7 @@ public:
         : std::runtime_error(text), CExceptionBodyMixin(body) {}
 };
 
-// A supply of countable things has run out: handles, names, slots.
+/// A supply of countable things has run out: handles, names, slots.
 class XOutOfItems : public std::runtime_error, public CExceptionBodyMixin {
 public:
     explicit XOutOfItems(const std::string& text) : std::runtime_error(text) {}

@@ -7,7 +7,7 @@
 
 namespace NSLichen {
 
-// A failed assertion that no debugger was there to take.
+/// A failed assertion that no debugger was there to take.
 class XUnitTestFailure : public std::exception, public CExceptionBodyMixin {
 public:
     explicit XUnitTestFailure(const std::string& text) : fText(text) {}

@@ -6,10 +6,10 @@
 
 namespace NSLichen {
 
-// The kinds of failure. The values are contiguous and travel inside packed integers, so they never
-// change; each but the first names one exception class.
+/// The kinds of failure. The values are contiguous and travel inside packed integers, so they never
+/// change; each but the first names one exception class.
 enum EFailureCode : int32_t {
-    // Also marks an item that only adds context to a failure recorded before it.
+    /// Also marks an item that only adds context to a failure recorded before it.
     kFailureCode_UndefinedException = 5,
     kFailureCode_NonLichenException = 6,
     kFailureCode_Exception = 7,
@@ -49,7 +49,7 @@ enum EFailureCode : int32_t {
     kFailureCode_RuntimeError_Abort = 41,
     kFailureCode_RuntimeError_SilentAbort = 42,
     kFailureCode_UnitTestFailure = 43,
-    // Past the codes: ends a failure map.
+    /// Past the codes: ends a failure map.
     kFailureMapEnd = 44
 };
 
@@ -59,9 +59,9 @@ constexpr bool IsFailureCode(int32_t code) {
     return code >= kFailureCode_UndefinedException && code < kFailureMapEnd;
 }
 
-// The code's name, "kFailureCode_..."; empty for a value that is no code.
+/// The code's name, "kFailureCode_..."; empty for a value that is no code.
 CFixedName GetFailureCodeName(int32_t code);
-// Whether there is a code of that name; the code is left alone when there is none.
+/// Whether there is a code of that name; the code is left alone when there is none.
 bool FindFailureCodeByName(const CFixedName& name, int32_t& code);
 
 } // namespace NSLichen

@@ -8,11 +8,11 @@
 
 namespace NSLichen {
 
-// A failure in 31 bits: code (bits 30 to 24), group and index of the target's type (23 to 16 and 15
-// to 8), and a mark in the low byte. Bit 31 stays clear.
+/// A failure in 31 bits: code (bits 30 to 24), group and index of the target's type (23 to 16 and
+/// 15 to 8), and a mark in the low byte. Bit 31 stays clear.
 constexpr uint32_t kTunnelMagic = 186;
 
-// Where the type of the target is looked up.
+/// Where the type of the target is looked up.
 enum ETargetGroup : uint32_t {
     kTargetGroup_None = 0,
     kTargetGroup_Word = 1,
@@ -27,12 +27,12 @@ struct SPackedFailure {
     friend bool operator==(const SPackedFailure&, const SPackedFailure&) = default;
 };
 
-// Bits that a field has no room for are dropped.
+/// Bits that a field has no room for are dropped.
 uint32_t PackFailure(const SPackedFailure& fields);
 SPackedFailure UnpackFailure(uint32_t value);
 bool IsPackedFailure(uint32_t value);
 
-// What failed, and what it was about; an empty type when that is not known.
+/// What failed, and what it was about; an empty type when that is not known.
 struct SFailureTarget {
     int32_t fCode = kFailureCode_UndefinedException;
     CFixedName fType;
@@ -40,10 +40,10 @@ struct SFailureTarget {
     friend bool operator==(const SFailureTarget&, const SFailureTarget&) = default;
 };
 
-// A type in neither table is dropped.
+/// A type in neither table is dropped.
 uint32_t EncodeFailureTarget(const SFailureTarget& target, const SCustomObjectTypes& customTypes);
-// Raises std::domain_error for a code or a group that does not exist. An index past its table gives
-// no type: the failure is worth more than the word.
+/// Raises std::domain_error for a code or a group that does not exist. An index past its table
+/// gives no type: the failure is worth more than the word.
 SFailureTarget DecodeFailureTarget(uint32_t value, const SCustomObjectTypes& customTypes);
 
 } // namespace NSLichen

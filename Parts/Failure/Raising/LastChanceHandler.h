@@ -4,7 +4,7 @@
 
 namespace NSLichen {
 
-// Takes exceptions that nobody else did.
+/// Takes exceptions that nobody else did.
 class ILastChanceHandler {
 public:
     virtual void OnException(const std::exception& exception) = 0;
@@ -17,11 +17,11 @@ protected:
     ILastChanceHandler& operator=(const ILastChanceHandler&) = default;
 };
 
-// Borrowed; null until one is set.
+/// Borrowed; null until one is set.
 void SetLastChanceHandler(ILastChanceHandler* handler) noexcept;
 
-// To be called inside a catch: hands the current exception to the handler. With none set it ends
-// the process with exit code -1.
+/// To be called inside a catch: hands the current exception to the handler. With none set it ends
+/// the process with exit code -1.
 void HandleEscapedException();
 
 } // namespace NSLichen

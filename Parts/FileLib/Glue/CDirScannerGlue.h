@@ -18,7 +18,7 @@ public:
     int32_t IsValid() const override { return fImpl != nullptr ? 1 : 0; }
 
 private:
-    // What CheckCall answered, unless that was good and the scanner stands past its end.
+    /// What CheckCall answered, unless that was good and the scanner stands past its end.
     int32_t CheckEntry(int32_t check) const;
 
     std::unique_ptr<CDirScannerImpl> fImpl;

@@ -7,8 +7,8 @@
 
 namespace NSFileLibInternals {
 
-// Both interfaces of the file library over the implementation. Every operation has the shape of
-// GlueGuard.h. The sources go by what the operations are about.
+/// Both interfaces of the file library over the implementation. Every operation has the shape of
+/// GlueGuard.h. The sources go by what the operations are about.
 class CFileLibGlue final : public NSFileLib::IFileLib, public NSFileLib::IFileLibWinExtensions {
 public:
     int32_t IsValid() const override { return 1; }

@@ -6,7 +6,7 @@
 
 namespace NSFileLibInternals {
 
-// Between the records of the interfaces and those of the implementation.
+/// Between the records of the interfaces and those of the implementation.
 NSFileLib::SFileInfo ToInterface(const SFileInfo& info);
 SFileInfo FromInterface(const NSFileLib::SFileInfo& info);
 void PutVolumeInfo(NSFileLib::SVolumeInfo* record, const SVolumeInfo& info);

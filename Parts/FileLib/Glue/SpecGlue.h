@@ -34,7 +34,7 @@ inline const std::u16string& PathOf(const NSFileLib::IFileSpec* file) {
     return CFileSpecGlue::PathOf(file);
 }
 
-// For an operation that returns a spec: the body answers its path.
+/// For an operation that returns a spec: the body answers its path.
 template <class TGlue, class TBody>
 typename TGlue::TInterface* CreateSpec(int32_t check, int32_t* status, const TBody& body) {
     return CreateGuarded<typename TGlue::TInterface>(check, status,

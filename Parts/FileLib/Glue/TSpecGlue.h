@@ -12,8 +12,8 @@
 
 namespace NSFileLibInternals {
 
-// What the three kinds of spec share: a native path behind one of the interfaces. TGlue is the
-// class itself. An empty path makes an invalid object.
+/// What the three kinds of spec share: a native path behind one of the interfaces. TGlue is the
+/// class itself. An empty path makes an invalid object.
 template <class ISpec, class TGlue>
 class TSpecGlue : public ISpec {
 public:
@@ -36,8 +36,8 @@ public:
 
     int32_t IsValid() const override { return fPath.empty() ? 0 : 1; }
 
-    // The path of a spec of this library. XInvariantCorrupt for an invalid one, or one of another
-    // making.
+    /// The path of a spec of this library. XInvariantCorrupt for an invalid one, or one of another
+    /// making.
     static const std::u16string& PathOf(const ISpec* spec) {
         const auto* const own = dynamic_cast<const TGlue*>(spec);
         if (own == nullptr || own->IsValid() == 0) {

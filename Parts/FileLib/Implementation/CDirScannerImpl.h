@@ -6,18 +6,18 @@
 
 namespace NSFileLibInternals {
 
-// Walks the entries of a folder, files and folders alike, in the platform's order, without "." and
-// "..".
+/// Walks the entries of a folder, files and folders alike, in the platform's order, without "." and
+/// "..".
 class CDirScannerImpl {
 public:
-    // folder ends in "\". XNotFound.
+    /// folder ends in "\". XNotFound.
     explicit CDirScannerImpl(const std::u16string& folder);
     ~CDirScannerImpl();
     CDirScannerImpl(const CDirScannerImpl&) = delete;
     CDirScannerImpl& operator=(const CDirScannerImpl&) = delete;
 
     bool IsAtEnd() const noexcept { return fAtEnd; }
-    // The next three raise XIllegalCallSequence at the end.
+    /// The next three raise XIllegalCallSequence at the end.
     const std::u16string& GetName() const;
     bool IsFolder() const;
     SFileInfo GetInfo() const;

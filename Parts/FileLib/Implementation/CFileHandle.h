@@ -15,13 +15,13 @@ public:
     CFileHandle(const CFileHandle&) = delete;
     CFileHandle& operator=(const CFileHandle&) = delete;
 
-    // Closes what is open, then opens. Answers an error code.
+    /// Closes what is open, then opens. Answers an error code.
     uint32_t Open(const std::u16string& path, const SOpenRequest& request);
     void Close() noexcept;
 
     bool IsOpen() const noexcept;
     PlatformHandle Get() const noexcept { return fHandle; }
-    // The operations that opened the file; only while it is open.
+    /// The operations that opened the file; only while it is open.
     IPlatformFileOps& GetOps() const noexcept { return *fOps; }
 
 private:

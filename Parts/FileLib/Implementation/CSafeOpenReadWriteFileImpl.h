@@ -8,12 +8,12 @@
 
 namespace NSFileLibInternals {
 
-// Saving that never leaves a half-written target: an existing target is written as a second file
-// beside it, and the two change names at Commit. Without Commit an existing target stays as it is;
-// a new target, which is written in place, stays as far as it was written.
+/// Saving that never leaves a half-written target: an existing target is written as a second file
+/// beside it, and the two change names at Commit. Without Commit an existing target stays as it is;
+/// a new target, which is written in place, stays as far as it was written.
 class CSafeOpenReadWriteFileImpl {
 public:
-    // XCreate for a path that is none, XLocked for a target that is read-only.
+    /// XCreate for a path that is none, XLocked for a target that is read-only.
     explicit CSafeOpenReadWriteFileImpl(const std::u16string& path);
     ~CSafeOpenReadWriteFileImpl();
     CSafeOpenReadWriteFileImpl(const CSafeOpenReadWriteFileImpl&) = delete;
@@ -23,8 +23,8 @@ public:
     void Write(int64_t position, int64_t count, const uint8_t* buffer);
     int64_t GetSize() const;
 
-    // Once; every later operation is XIllegalCallSequence. A failure to delete the old data is
-    // raised although the target holds the new.
+    /// Once; every later operation is XIllegalCallSequence. A failure to delete the old data is
+    /// raised although the target holds the new.
     void Commit();
 
 private:

@@ -8,7 +8,7 @@
 
 namespace NSFileLibInternals {
 
-// Flags are 0 or 1; times are 100 ns units since the beginning of 1601, UTC.
+/// Flags are 0 or 1; times are 100 ns units since the beginning of 1601, UTC.
 struct SFileInfo {
     int32_t fHidden = 0;
     int32_t fReadOnly = 0;
@@ -26,16 +26,16 @@ bool WinDoesFileExist(const std::u16string& path);
 bool WinDoesDirectoryExist(const std::u16string& path);
 bool WinIsReadOnly(const std::u16string& path);
 
-// Files and folders alike. XNotFound.
+/// Files and folders alike. XNotFound.
 SFileInfo WinGetFileInfo(const std::u16string& path);
 
-// Sets hidden and read-only, and each time that is not 0. XNotFound, XWrite.
+/// Sets hidden and read-only, and each time that is not 0. XNotFound, XWrite.
 void WinSetFileInfo(const std::u16string& path, const SFileInfo& info);
 
-// Whether the extension of the name is that of an alias.
+/// Whether the extension of the name is that of an alias.
 bool WinIsAliasName(const std::u16string& name);
 
-// The canonical form of the path of something that exists.
+/// The canonical form of the path of something that exists.
 std::u16string WinNormalizePath(const std::u16string& path);
 
 } // namespace NSFileLibInternals

@@ -14,27 +14,27 @@
 
 namespace NSFileLibInternals {
 
-// The file library behind its interfaces: operations on paths, failures as exceptions. It has no
-// state; the glue owns one and turns exceptions into status values.
-//
-// A "volume" is a root ("C:\"), a "folder" ends in "\", a "file" does not; answers keep to that,
-// and arguments are taken as specs hold them. A "name" is one component. All text is UTF-16, URLs
-// are UTF-8. Unless told otherwise, what is not there is XNotFound.
+/// The file library behind its interfaces: operations on paths, failures as exceptions. It has no
+/// state; the glue owns one and turns exceptions into status values.
+///
+/// A "volume" is a root ("C:\"), a "folder" ends in "\", a "file" does not; answers keep to that,
+/// and arguments are taken as specs hold them. A "name" is one component. All text is UTF-16, URLs
+/// are UTF-8. Unless told otherwise, what is not there is XNotFound.
 class CFileLibImpl {
 public:
-    // --- URLs: "file://" and the path, with its "\" kept
-    // "file://" may be missing, "/" counts as "\". What ends in "\" is a folder, all else a file;
-    // it must exist.
+    /// --- URLs: "file://" and the path, with its "\" kept
+    /// "file://" may be missing, "/" counts as "\". What ends in "\" is a folder, all else a file;
+    /// it must exist.
     SSpecPath InterpretURL(const std::string& url) const;
     std::string GetURL(const std::u16string& path) const;
 
-    // --- Specs from native paths: tests the form only, so that a spec can name what is not there
-    // (but what is there as a file is no folder). XNotFound for a text that is no path.
+    /// --- Specs from native paths: tests the form only, so that a spec can name what is not there
+    /// (but what is there as a file is no folder). XNotFound for a text that is no path.
     std::u16string MakeVolumePath(const std::u16string& nativePath) const;
     std::u16string MakeFolderPath(const std::u16string& nativePath) const;
     std::u16string MakeFilePath(const std::u16string& nativePath) const;
 
-    // --- Names
+    /// --- Names
     std::u16string GetFolderName(const std::u16string& folder) const;
     std::u16string GetFileName(const std::u16string& file) const;
     std::u16string MakeValidVolumeName(const std::u16string& name) const;
@@ -43,13 +43,13 @@ public:
     void SplitFileName(const std::u16string& name, std::u16string& stem,
                        std::u16string& extension) const;
 
-    // --- Opening
+    /// --- Opening
     std::unique_ptr<COpenReadFileImpl> OpenRead(const std::u16string& file) const;
-    // Creates: an existing file is emptied.
+    /// Creates: an existing file is emptied.
     std::unique_ptr<COpenReadWriteFileImpl> OpenReadWrite(const std::u16string& file) const;
     std::unique_ptr<CSafeOpenReadWriteFileImpl> OpenSafeReadWrite(const std::u16string& file) const;
 
-    // --- Volumes
+    /// --- Volumes
     std::vector<std::u16string> GetVolumes() const;
     std::u16string GetBootVolume() const;
     SDiskSpace GetDiskSpace(const std::u16string& volume) const;
@@ -58,27 +58,27 @@ public:
     std::u16string GetRootFolder(const std::u16string& volume) const;
     std::u16string GetVolumeOfFolder(const std::u16string& folder) const;
 
-    // --- Children
+    /// --- Children
     SFileInfo GetChildInfo(const std::u16string& folder, const std::u16string& name,
                            bool& isFolder) const;
     bool DoesChildFileExist(const std::u16string& folder, const std::u16string& name) const;
     bool DoesChildFolderExist(const std::u16string& folder, const std::u16string& name) const;
     std::u16string GetChildFile(const std::u16string& folder, const std::u16string& name) const;
-    // ".." gives the parent, "." the folder itself.
+    /// ".." gives the parent, "." the folder itself.
     std::u16string GetChildDirectory(const std::u16string& folder,
                                      const std::u16string& name) const;
-    // Where a file of that name is or would be. XNotFound for a name that is not valid.
+    /// Where a file of that name is or would be. XNotFound for a name that is not valid.
     std::u16string MakeChildFilePath(const std::u16string& folder,
                                      const std::u16string& name) const;
 
-    // --- Folders
+    /// --- Folders
     SFileInfo GetFolderInfo(const std::u16string& folder) const;
     std::u16string CreateFolder(const std::u16string& folder, const std::u16string& name) const;
     void DeletePhysicalDirectory(const std::u16string& folder) const;
     std::u16string GetParentOfFolder(const std::u16string& folder) const;
     std::unique_ptr<CDirScannerImpl> CreateDirScanner(const std::u16string& folder) const;
 
-    // --- Files
+    /// --- Files
     void SwapFilesContents(const std::u16string& a, const std::u16string& b) const;
     void DeletePhysicalFile(const std::u16string& file) const;
     SFileInfo GetFileInfo(const std::u16string& file) const;
@@ -87,11 +87,11 @@ public:
     std::u16string CreateUniqueFile(const std::u16string& folder, const std::u16string& name) const;
     std::u16string CreateUniqueFolder(const std::u16string& folder) const;
 
-    // --- Aliases
+    /// --- Aliases
     void CreateAlias(const std::u16string& alias, const std::u16string& source) const;
     SSpecPath ResolvePossibleAlias(const std::u16string& alias) const;
 
-    // --- Well-known places
+    /// --- Well-known places
     std::u16string GetTemporaryFolder() const;
     std::u16string GetDesktopFolder() const;
     std::u16string GetDocumentsFolder() const;

@@ -6,7 +6,8 @@
 
 namespace NSFileLib {
 
-// Of a file or a folder. Flags are 0 or 1; times are 100 ns units since the beginning of 1601, UTC.
+/// Of a file or a folder. Flags are 0 or 1; times are 100 ns units since the beginning of 1601,
+/// UTC.
 struct SFileInfo {
     int32_t fHidden;
     int32_t fReadOnly;

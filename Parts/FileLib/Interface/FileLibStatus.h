@@ -4,8 +4,8 @@
 
 namespace NSFileLib {
 
-// What every operation of the file library answers. From kFileLibTunnelFirst on, read unsigned, a
-// status carries a packed failure or an integer of foreign code.
+/// What every operation of the file library answers. From kFileLibTunnelFirst on, read unsigned, a
+/// status carries a packed failure or an integer of foreign code.
 enum EFileLibStatus : int32_t {
     kFileLibStatus_OK = 5000,
     kFileLibStatus_OutOfMemory = 5001,
@@ -33,11 +33,11 @@ enum EFileLibStatus : int32_t {
 
 constexpr uint32_t kFileLibTunnelFirst = 100000;
 
-// In an out-argument that an operation has not come to fill; the text form is "666".
+/// In an out-argument that an operation has not come to fill; the text form is "666".
 constexpr int32_t kFileLibUnfinished = 666;
 
-// Texts cross the interfaces as UTF-16 with a terminator, in buffers of this many units that the
-// caller owns. A longer result is cut to 1023, or to 1022 where that would split a surrogate pair.
+/// Texts cross the interfaces as UTF-16 with a terminator, in buffers of this many units that the
+/// caller owns. A longer result is cut to 1023, or to 1022 where that would split a surrogate pair.
 constexpr int32_t kFileLibTextUnits = 1024;
 
 } // namespace NSFileLib

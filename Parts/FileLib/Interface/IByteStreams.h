@@ -8,7 +8,7 @@ namespace NSFileLib {
 
 using NSLichen::IByteReader;
 
-// Positions and counts are in bytes. A host may supply its own writer.
+/// Positions and counts are in bytes. A host may supply its own writer.
 class IByteWriter {
 public:
     virtual int32_t Write(int64_t position, int64_t count, const uint8_t* source) = 0;

@@ -23,13 +23,13 @@ public:
     virtual int32_t IsValid() const = 0;
 };
 
-// What is written takes the place of the file at Commit; without one the file stays as it was.
+/// What is written takes the place of the file at Commit; without one the file stays as it was.
 class ISafeOpenReadWriteFile {
 public:
     virtual ~ISafeOpenReadWriteFile() = default;
     virtual IByteReader* GetByteReader() = 0;
     virtual IByteWriter* GetByteWriter() = 0;
-    // Once, and the last operation on the file.
+    /// Once, and the last operation on the file.
     virtual int32_t Commit() = 0;
     virtual int32_t IsValid() const = 0;
 };

@@ -14,16 +14,16 @@ class IVolumeSpec {
 public:
     virtual ~IVolumeSpec() = default;
     virtual IVolumeSpec* CreateCopy(int32_t* status) const = 0;
-    // 1 or 0 in `equal`.
+    /// 1 or 0 in `equal`.
     virtual int32_t IsEqual(const IVolumeSpec* other, int32_t* equal) const = 0;
-    // 1 for a live object.
+    /// 1 for a live object.
     virtual int32_t IsValid() const = 0;
 };
 
 class IDirSpec {
 public:
     virtual ~IDirSpec() = default;
-    // The last component of the path, in a buffer of kFileLibTextUnits.
+    /// The last component of the path, in a buffer of kFileLibTextUnits.
     virtual int32_t GetName(char16_t* name) const = 0;
     virtual IDirSpec* CreateCopy(int32_t* status) const = 0;
     virtual int32_t IsEqual(const IDirSpec* other, int32_t* equal) const = 0;

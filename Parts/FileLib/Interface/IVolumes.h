@@ -6,12 +6,12 @@
 
 namespace NSFileLib {
 
-// The volumes that were there when the list was made.
+/// The volumes that were there when the list was made.
 class IVolumes {
 public:
     virtual ~IVolumes() = default;
     virtual int32_t GetCount() const = 0;
-    // The list's own, null outside 0 to the count.
+    /// The list's own, null outside 0 to the count.
     virtual const IVolumeSpec* GetVolume(int32_t index) const = 0;
     virtual int32_t IsValid() const = 0;
 };

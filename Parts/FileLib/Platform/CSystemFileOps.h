@@ -6,8 +6,8 @@
 
 namespace NSFileLibInternals {
 
-// The operations of the system that the library is built for: its two bodies stand in the files
-// whose names begin with "Platform".
+/// The operations of the system that the library is built for: its two bodies stand in the files
+/// whose names begin with "Platform".
 class CSystemFileOps : public IPlatformFileOps {
 public:
     size_t GetLongestPath() const noexcept override;

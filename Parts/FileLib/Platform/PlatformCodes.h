@@ -52,11 +52,11 @@ constexpr int32_t kSpecialFolder_AppData = 26;
 constexpr int32_t kSpecialFolder_CommonAppData = 35;
 constexpr int32_t kSpecialFolder_Windows = 36;
 
-// Bits for MoveFile's flags as this library numbers them.
+/// Bits for MoveFile's flags as this library numbers them.
 constexpr uint32_t kMove_WriteThrough = 1;
 constexpr uint32_t kMove_Replace = 2;
 
-// COM results of shell links.
+/// COM results of shell links.
 constexpr uint32_t kOLE_AccessDenied = 0x80070005;
 constexpr uint32_t kOLE_NotFound = 0x80070002;
 constexpr uint32_t kOLE_BadFormat = 0x8007000B; // a file that is no link at all
@@ -70,7 +70,7 @@ constexpr bool IsOLEFailure(uint32_t result) {
     return (result & 0x80000000U) != 0;
 }
 
-// Bit for SetErrorMode: no dialog when a drive has no medium.
+/// Bit for SetErrorMode: no dialog when a drive has no medium.
 constexpr uint32_t kErrorMode_FailCriticalErrors = 1;
 
 } // namespace NSFileLibInternals

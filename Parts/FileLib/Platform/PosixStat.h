@@ -10,21 +10,21 @@
 
 namespace NSFileLibInternals {
 
-// The path as the system takes it, without a last "/" (but for the root); empty for what cannot
-// exist there.
+/// The path as the system takes it, without a last "/" (but for the root); empty for what cannot
+/// exist there.
 std::string SystemPath(const std::u16string& path);
 
 bool IsPosixAliasName(const std::string& name);
 
-// Follows symbolic links, but takes an alias as it is. Answers errno, 0 for success.
+/// Follows symbolic links, but takes an alias as it is. Answers errno, 0 for success.
 int StatBehindLinks(int folder, const std::string& path, struct stat& status);
 
-// Puts in when the file was made, where the file system knows; an empty path stands for folder
-// itself, an open file. flags as for statx.
+/// Puts in when the file was made, where the file system knows; an empty path stands for folder
+/// itself, an open file. flags as for statx.
 void ReadBirthTime(int folder, const std::string& path, int flags, SFileTimes& times);
 
 uint32_t AttributesOf(const std::string& name, const struct stat& status);
-// With the last change of the contents as the time of creation.
+/// With the last change of the contents as the time of creation.
 SPlatformEntry EntryOf(const std::string& name, const struct stat& status);
 
 uint64_t FileTimeOf(int64_t seconds, int64_t nanoseconds);

@@ -8,10 +8,10 @@
 
 namespace NSFileLibInternals {
 
-// Writes an alias file that leads to the source file. XNotFound, XCreate.
+/// Writes an alias file that leads to the source file. XNotFound, XCreate.
 void WinCreateAlias(const std::u16string& alias, const std::u16string& source);
 
-// Where an alias file leads; what it leads to exists. XNotFound, XResolve.
+/// Where an alias file leads; what it leads to exists. XNotFound, XResolve.
 std::u16string WinFindShortcutTarget(const std::u16string& alias);
 
 SSpecPath WinResolveAlias(const std::u16string& alias);

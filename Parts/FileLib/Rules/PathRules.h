@@ -21,12 +21,12 @@ constexpr std::u16string_view kDefaultTempExtension = u".tmp";
 constexpr std::u16string_view kTextFileKinds = u".txt;.doc";
 constexpr std::u16string_view kBinaryFileKinds = u".bin;.dat;.raw";
 
-// 1 to 25, 27 to 31 and nine signs. Character 26 is legal.
+/// 1 to 25, 27 to 31 and nine signs. Character 26 is legal.
 constexpr std::array<char16_t, 39> kForbiddenCharacters = {
     1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11,  12,  13,  14,  15,  16,  17,   18,  19, 20,
     21, 22, 23, 24, 25, 27, 28, 29, 30, 31, '*', '?', '<', '>', '"', '|', '\\', '/', ':'};
 
-// Compared ignoring case, with the stem of a name up to its first ".".
+/// Compared ignoring case, with the stem of a name up to its first ".".
 constexpr std::array<std::u16string_view, 37> kReservedNames = {
     u"CON",      u"PRN",     u"AUX",      u"NUL",    u"COM1",    u"COM2",  u"COM3",     u"COM4",
     u"COM5",     u"COM6",    u"COM7",     u"COM8",   u"COM9",    u"LPT1",  u"LPT2",     u"LPT3",
@@ -37,31 +37,31 @@ constexpr std::array<std::u16string_view, 37> kReservedNames = {
 bool IsForbiddenCharacter(char16_t unit) noexcept;
 bool IsNameWhiteSpace(char16_t unit) noexcept;
 
-// Whether the stem up to the first "." is a reserved name.
+/// Whether the stem up to the first "." is a reserved name.
 bool IsReservedName(const std::u16string& name);
 bool IsValidFileName(const std::u16string& name);
 
-// Whether the extension, with its ".", is in a list parted by ";". Ignores case; an empty extension
-// is in no list.
+/// Whether the extension, with its ".", is in a list parted by ";". Ignores case; an empty
+/// extension is in no list.
 bool IsExtensionInList(const std::u16string& extension, std::u16string_view list);
 
 bool IsSharePath(const std::u16string& path) noexcept;
 
-// Where a path goes on behind its volume, as a position; what stands before need not be a valid
-// volume.
+/// Where a path goes on behind its volume, as a position; what stands before need not be a valid
+/// volume.
 size_t FindVolumeEnd(const std::u16string& path) noexcept;
 
-// Drive form "C:\" or share form "\\server\share\"; a missing last "\" is forgiven.
+/// Drive form "C:\" or share form "\\server\share\"; a missing last "\" is forgiven.
 bool WinIsValidVolumePath(const std::u16string& path);
 
-// The path rule with the limits of the caller, in units, both inclusive.
+/// The path rule with the limits of the caller, in units, both inclusive.
 bool IsPathWithin(const std::u16string& path, size_t least, size_t most);
-// 3 to 260 units.
+/// 3 to 260 units.
 bool WinIsValidPath(const std::u16string& path);
 bool WinIsValidFilePath(const std::u16string& path);
 
-// The path rule with the limits of the platform in use (GetPlatformFileOps); what the operations
-// on the file system ask.
+/// The path rule with the limits of the platform in use (GetPlatformFileOps); what the operations
+/// on the file system ask.
 bool IsNativePath(const std::u16string& path);
 bool IsNativeFilePath(const std::u16string& path);
 

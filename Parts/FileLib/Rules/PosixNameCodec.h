@@ -12,17 +12,17 @@
 
 namespace NSFileLibInternals {
 
-// One component, without "/". An empty component gives an empty text; on the way back so does a
-// text that would hold "/" or a zero byte.
+/// One component, without "/". An empty component gives an empty text; on the way back so does a
+/// text that would hold "/" or a zero byte.
 std::u16string NativeNameFromPosix(const std::string& name);
 std::string PosixNameFromNative(const std::u16string& name);
 
-// An absolute path; repeated "/" collapse, a last "/" becomes a last "\". A path that does not
-// begin with "/" is taken as if it did.
+/// An absolute path; repeated "/" collapse, a last "/" becomes a last "\". A path that does not
+/// begin with "/" is taken as if it did.
 std::u16string NativeFromPosix(const std::string& path);
 
-// A path on volume C. The letter is taken in either case. Another volume, a share or a text that is
-// no path gives an empty result, which names nothing.
+/// A path on volume C. The letter is taken in either case. Another volume, a share or a text that
+/// is no path gives an empty result, which names nothing.
 std::string PosixFromNative(const std::u16string& path);
 
 } // namespace NSFileLibInternals

@@ -10,14 +10,14 @@
 
 namespace NSFileLibInternals {
 
-// Raises the failure of a code that is known, and X with the fallback text for any other.
+/// Raises the failure of a code that is known, and X with the fallback text for any other.
 template <class X>
 [[noreturn]] void RaiseForError(uint32_t code, const char* fallbackText) {
     WinThrowExceptionForKnownError(code);
     NSLichen::Raise(X(fallbackText));
 }
 
-// The same unless the code is kError_None.
+/// The same unless the code is kError_None.
 template <class X>
 void CheckForError(uint32_t code, const char* fallbackText) {
     if (code != kError_None) {

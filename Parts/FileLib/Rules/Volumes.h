@@ -9,15 +9,15 @@
 
 namespace NSFileLibInternals {
 
-// A floppy drive exists without a medium too, and so does a share that is not ready.
+/// A floppy drive exists without a medium too, and so does a share that is not ready.
 bool WinDoesVolumeExist(const std::u16string& path);
 
 std::vector<std::u16string> WinGetVolumes();
 std::u16string WinGetBootVolume();
 
-// One of kDrive_. XNotFound.
+/// One of kDrive_. XNotFound.
 uint32_t WinGetVolumeType(const std::u16string& volume);
-// XNotFound, also for a floppy drive without a medium.
+/// XNotFound, also for a floppy drive without a medium.
 SVolumeInfo WinGetMountedVolumeInfo(const std::u16string& volume);
 SDiskSpace WinGetDiskFreeSpace(const std::u16string& volume);
 

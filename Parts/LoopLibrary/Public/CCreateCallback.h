@@ -7,15 +7,15 @@
 
 namespace NSLOPDLL {
 
-// Reports the progress of a load to the host as a percentage and asks whether to stop.
+/// Reports the progress of a load to the host as a percentage and asks whether to stop.
 class CCreateCallback final : public CLOP2DecompressCallback {
 public:
-    // `hostFunction` may be null: then nothing is reported and nothing stops the load.
-    // `totalFrames` is what 100 percent stands for; of a loop that states 0 frames every report
-    // says 100.
+    /// `hostFunction` may be null: then nothing is reported and nothing stops the load.
+    /// `totalFrames` is what 100 percent stands for; of a loop that states 0 frames every report
+    /// says 100.
     CCreateCallback(uint32_t totalFrames, LOPCreateCallback hostFunction, void* hostData);
 
-    // Whether the host answered exactly 1.
+    /// Whether the host answered exactly 1.
     bool ShouldStop(uint32_t framesDone) override;
 
 private:

@@ -4,8 +4,8 @@
 
 namespace NSLOPDLL {
 
-// Counts, for each thread, how deep it stands inside the library. Every export holds one for its
-// body. The count is there for a debugger to read; no decision depends on it. Real-time safe.
+/// Counts, for each thread, how deep it stands inside the library. Every export holds one for its
+/// body. The count is there for a debugger to read; no decision depends on it. Real-time safe.
 class CInsideLibrary {
 public:
     CInsideLibrary() noexcept;
@@ -13,7 +13,7 @@ public:
     CInsideLibrary(const CInsideLibrary&) = delete;
     CInsideLibrary& operator=(const CInsideLibrary&) = delete;
 
-    // Depth of the calling thread.
+    /// Depth of the calling thread.
     static int32_t GetDepth() noexcept;
 };
 

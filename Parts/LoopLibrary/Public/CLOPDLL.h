@@ -12,12 +12,12 @@ namespace NSLOPDLL {
 
 class CLOPObject;
 
-// The module object: the open loops, and the body of every export. Exists from LOPInitializeDLL to
-// LOPUninitializeDLL. Bodies raise freely; the exports turn failures into results.
+/// The module object: the open loops, and the body of every export. Exists from LOPInitializeDLL to
+/// LOPUninitializeDLL. Bodies raise freely; the exports turn failures into results.
 class CLOPDLL final : public NSPorter::CDLLTarget {
 public:
     explicit CLOPDLL(const NSPorter::CCodeModuleLocation& location);
-    // Closes the loops from the newest to the oldest, whether their previews run or not.
+    /// Closes the loops from the newest to the oldest, whether their previews run or not.
     ~CLOPDLL() override;
 
     LOPResult Create(LOPHandle* handle, const void* buffer, int32_t size,
@@ -34,14 +34,14 @@ public:
     LOPResult StopPreview(LOPHandle handle);
     LOPResult RenderPreviewBatch(LOPHandle handle, int32_t frameCount,
                                  const LOPRenderBuffers* buffers);
-    // Touches no loop and takes no lock.
+    /// Touches no loop and takes no lock.
     LOPResult GetInfoFromBuffer(int32_t bufferSize, const void* buffer, int32_t size,
                                 LOPInfo* info);
 
 private:
-    // Whether the handle names an open loop. Waits for fMutex; dereferences nothing.
+    /// Whether the handle names an open loop. Waits for fMutex; dereferences nothing.
     bool IsValidHandle(LOPHandle handle);
-    // The loop of a handle, or null.
+    /// The loop of a handle, or null.
     CLOPObject* FindObject(LOPHandle handle);
 
     NSSupport::CPlatformMutex fMutex;                // guards fLoops and every create and delete

@@ -20,16 +20,16 @@ class CExporter;
 class CLOP2CreatorInfoChunk;
 class CSliceSequence;
 
-// One open loop: what a handle stands for. Built once from a file's media and its decoded audio,
-// and complete from then on; holds no reference to the media.
-//
-// Threads: RenderPreviewBatch belongs to one render thread. The preview's control operations may
-// run beside it. The rest is read-only but for the exporter, which one thread at a time may use.
+/// One open loop: what a handle stands for. Built once from a file's media and its decoded audio,
+/// and complete from then on; holds no reference to the media.
+///
+/// Threads: RenderPreviewBatch belongs to one render thread. The preview's control operations may
+/// run beside it. The rest is read-only but for the exporter, which one thread at a time may use.
 class CLOPObject {
 public:
-    // Takes `waveSample` over at the very end; when the constructor raises, the caller still owns
-    // it. Raises what the file reader raises, and XFormatViolation "zero loop length" for a loop of
-    // 0 bars and 0 beats.
+    /// Takes `waveSample` over at the very end; when the constructor raises, the caller still owns
+    /// it. Raises what the file reader raises, and XFormatViolation "zero loop length" for a loop
+    /// of 0 bars and 0 beats.
     CLOPObject(NSPorter::CMedia* media, std::unique_ptr<CABCWaveSample>& waveSample);
     virtual ~CLOPObject();
     CLOPObject(const CLOPObject&) = delete;
@@ -41,23 +41,23 @@ public:
     bool IsStereo() const;
 
     bool HasCreatorInfo() const { return fCreatorInfo != nullptr; }
-    // Only when HasCreatorInfo. Fills the texts in order; one that is no Unicode raises
-    // XFormatViolation and leaves those before it filled.
+    /// Only when HasCreatorInfo. Fills the texts in order; one that is no Unicode raises
+    /// XFormatViolation and leaves those before it filled.
     void GetCreatorInfo(LOPCreatorInfo& record) const;
 
     bool IsPreviewRunning() const { return fPreviewRunning.load(std::memory_order_relaxed); }
 
-    // `rate` within the limits, the preview stopped. Changes the preview's and the exporter's rate,
-    // or neither.
+    /// `rate` within the limits, the preview stopped. Changes the preview's and the exporter's
+    /// rate, or neither.
     void SetOutputSampleRate(int32_t rate);
-    // `tempo` within the limits. Of the preview alone: the exporter keeps the file's tempo.
+    /// `tempo` within the limits. Of the preview alone: the exporter keeps the file's tempo.
     void SetPreviewTempo(int32_t tempo);
-    // Each answers false, and does nothing, when the preview ran already or did not run.
+    /// Each answers false, and does nothing, when the preview ran already or did not run.
     bool StartPreview();
     bool StopPreview();
 
-    // `frameCount` frames into fLeft and fRight, or the mean of both into fLeft when fRight is
-    // null. Real-time safe. A call beside another one on the same loop gets silence.
+    /// `frameCount` frames into fLeft and fRight, or the mean of both into fLeft when fRight is
+    /// null. Real-time safe. A call beside another one on the same loop gets silence.
     void RenderPreviewBatch(int32_t frameCount, const LOPRenderBuffers& buffers) noexcept;
 
 private:

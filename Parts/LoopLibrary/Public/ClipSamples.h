@@ -4,7 +4,7 @@
 
 namespace NSLOPDLL {
 
-// Clips to -1.0 and 1.0 in place; a NaN stays. Real-time safe.
+/// Clips to -1.0 and 1.0 in place; a NaN stays. Real-time safe.
 void ClipSamples(float* samples, int32_t count) noexcept;
 
 } // namespace NSLOPDLL

@@ -12,8 +12,8 @@ struct SWindowsVersion {
     bool fIs64Bit;
 };
 
-// Whether the library agrees to be loaded: 5.0 and older never, 5.1 and the 64-bit workstation of
-// 5.2 from service pack 2 on, everything else always.
+/// Whether the library agrees to be loaded: 5.0 and older never, 5.1 and the 64-bit workstation of
+/// 5.2 from service pack 2 on, everything else always.
 constexpr bool IsSupportedWindows(const SWindowsVersion& version) {
     if (version.fMajor != 5) {
         return version.fMajor > 5;

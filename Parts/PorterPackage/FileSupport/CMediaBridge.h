@@ -5,8 +5,8 @@
 
 namespace NSFileLibSupport {
 
-// A media over a client's byte reader and writer, both borrowed. A status that is none of ours
-// travels through the system as XTunneledError and comes out unchanged.
+/// A media over a client's byte reader and writer, both borrowed. A status that is none of ours
+/// travels through the system as XTunneledError and comes out unchanged.
 class CMediaBridge : public NSPorter::CMedia {
 public:
     CMediaBridge(NSFileLib::IByteReader* reader, NSFileLib::IByteWriter* writer)

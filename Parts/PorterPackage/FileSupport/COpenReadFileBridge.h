@@ -8,8 +8,8 @@
 
 namespace NSFileLibSupport {
 
-// A media over a file that is open for reading. Reading past the end raises XRead, writing
-// XIllegalCallSequence.
+/// A media over a file that is open for reading. Reading past the end raises XRead, writing
+/// XIllegalCallSequence.
 class COpenReadFileBridge : public NSPorter::CMedia {
 public:
     explicit COpenReadFileBridge(std::unique_ptr<NSFileLib::IOpenReadFile> file);
@@ -23,7 +23,7 @@ private:
     std::unique_ptr<NSFileLib::IOpenReadFile> fFile;
 };
 
-// Opens the file that is meant. XNotFound.
+/// Opens the file that is meant. XNotFound.
 std::unique_ptr<NSPorter::CMedia> OpenRobust(const CRobustFileSpec& spec);
 
 } // namespace NSFileLibSupport

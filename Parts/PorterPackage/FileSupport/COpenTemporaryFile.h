@@ -9,11 +9,11 @@
 
 namespace NSFileLibSupport {
 
-// A media over a new file in the temporary folder, which is deleted with the media. A file that
-// cannot be deleted then is left behind without a word.
+/// A media over a new file in the temporary folder, which is deleted with the media. A file that
+/// cannot be deleted then is left behind without a word.
 class COpenTemporaryFile : public NSPorter::CMedia {
 public:
-    // The file's name has the extension of the wanted one.
+    /// The file's name has the extension of the wanted one.
     explicit COpenTemporaryFile(const std::u16string& wantedName);
     ~COpenTemporaryFile() override;
     COpenTemporaryFile(const COpenTemporaryFile&) = delete;
@@ -26,7 +26,7 @@ public:
     const FileHandle& GetFile() const { return fUniqueFile.fFile; }
 
 private:
-    // Deletes the file at the end.
+    /// Deletes the file at the end.
     struct SUniqueFile {
         explicit SUniqueFile(const std::u16string& wantedName);
         ~SUniqueFile();
@@ -36,7 +36,7 @@ private:
         FileHandle fFile;
     };
 
-    // In this order: the file is closed before it is deleted.
+    /// In this order: the file is closed before it is deleted.
     SUniqueFile fUniqueFile;
     COpenFile fOpenFile;
 };

@@ -7,9 +7,9 @@ namespace NSFileLibSupport {
 // The maker's folder, "Halyard Software", in a place of the user's, created when missing. XNotFound
 // when the user has no such place.
 
-// Below the documents.
+/// Below the documents.
 DirHandle GetOrCreateMusicDocumentsDirSpec();
-// Below the application data.
+/// Below the application data.
 DirHandle GetCachedDataFolderDirSpec();
 
 } // namespace NSFileLibSupport

@@ -12,13 +12,13 @@
 
 namespace NSFileLibSupport {
 
-// Shared specs; the last handle deletes the object.
+/// Shared specs; the last handle deletes the object.
 using VolumeHandle = boost::shared_ptr<NSFileLib::IVolumeSpec>;
 using DirHandle = boost::shared_ptr<NSFileLib::IDirSpec>;
 using FileHandle = boost::shared_ptr<NSFileLib::IFileSpec>;
 
-// Calls the file library for an object and raises what a bad status names. The call takes the
-// library and a pointer to the status.
+/// Calls the file library for an object and raises what a bad status names. The call takes the
+/// library and a pointer to the status.
 template <class TCall>
 auto CallFileLib(const TCall& call) {
     NSFileLib::IFileLib& fileLib = *NSFileLib::GetFileLibSingleton();

@@ -4,10 +4,10 @@
 
 namespace NSSupport {
 
-// A module loaded by dlopen.
+/// A module loaded by dlopen.
 class COpenDLLPosix : public IOpenDLL {
 public:
-    // Takes over the module's handle.
+    /// Takes over the module's handle.
     explicit COpenDLLPosix(void* module) : fModule(module) {}
     ~COpenDLLPosix() override;
     COpenDLLPosix(const COpenDLLPosix&) = delete;

@@ -4,10 +4,10 @@
 
 namespace NSSupport {
 
-// A module loaded by LoadLibrary.
+/// A module loaded by LoadLibrary.
 class COpenDLLWin : public IOpenDLL {
 public:
-    // Takes over the module's handle.
+    /// Takes over the module's handle.
     explicit COpenDLLWin(void* module) : fModule(module) {}
     ~COpenDLLWin() override;
     COpenDLLWin(const COpenDLLWin&) = delete;

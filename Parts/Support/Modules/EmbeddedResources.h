@@ -14,7 +14,7 @@ struct SEmbeddedResource {
     size_t fSize;
 };
 
-// Defined in a source that the build generates from Resources/.
+/// Defined in a source that the build generates from Resources/.
 std::span<const SEmbeddedResource> GetEmbeddedResources();
 
 } // namespace NSSupport

@@ -4,7 +4,7 @@
 
 namespace NSSupport {
 
-// The module that holds this code.
+/// The module that holds this code.
 inline HMODULE FindOwnModule() {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |

@@ -5,7 +5,7 @@
 
 namespace NSSupport {
 
-// 100 ns units since the beginning of 1601, UTC.
+/// 100 ns units since the beginning of 1601, UTC.
 using FileTime = uint64_t;
 
 struct SCalendarTime {
@@ -20,15 +20,15 @@ struct SCalendarTime {
 };
 static_assert(sizeof(SCalendarTime) == 16);
 
-// False from 2^63 on, which lies in the year 30828.
+/// False from 2^63 on, which lies in the year 30828.
 bool FileTimeToCalendar(FileTime time, SCalendarTime& calendar) noexcept;
-// False for a record that is no date of the years 1601 to 30827; fDayOfWeek is not looked at.
+/// False for a record that is no date of the years 1601 to 30827; fDayOfWeek is not looked at.
 bool CalendarToFileTime(const SCalendarTime& calendar, FileTime& time) noexcept;
 
-// Real-time safe: neither waits nor allocates.
+/// Real-time safe: neither waits nor allocates.
 SCalendarTime GetUtcTime() noexcept;
 
-// In the time zone of the user; UTC where the system cannot tell.
+/// In the time zone of the user; UTC where the system cannot tell.
 SCalendarTime UtcToLocal(const SCalendarTime& utc);
 
 } // namespace NSSupport

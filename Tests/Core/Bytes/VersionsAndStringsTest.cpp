@@ -1,4 +1,4 @@
-#include "CoreTestTools.h"
+#include "Tests/Core/CoreTestTools.h"
 
 #include "PorterPackage/Core/Bytes/CountedStrings.h"
 #include "PorterPackage/Core/Bytes/SVersionRecord.h"

@@ -1,4 +1,4 @@
-#include "CoreTestTools.h"
+#include "Tests/Core/CoreTestTools.h"
 
 #include "PorterPackage/Core/IFF/CIFFReader.h"
 #include "PorterPackage/Core/IFF/CIFFWriter.h"

@@ -1,4 +1,4 @@
-#include "CoreTestTools.h"
+#include "Tests/Core/CoreTestTools.h"
 
 #include "PorterPackage/Core/IFF/CIFFFileReader.h"
 #include "PorterPackage/Core/IFF/DumpIFFStructure.h"

@@ -1,4 +1,4 @@
-#include "CoreTestTools.h"
+#include "Tests/Core/CoreTestTools.h"
 
 #include "PorterPackage/Core/IFF/CIFFFileWriter.h"
 #include "PorterPackage/Core/IFF/CRIFFReader2.h"

@@ -1,4 +1,4 @@
-#include "CoreTestTools.h"
+#include "Tests/Core/CoreTestTools.h"
 
 #include "PorterPackage/Core/Media/CPartialMedia.h"
 #include "PorterPackage/Core/Media/CRawByteReader.h"

@@ -1,5 +1,5 @@
 #include "LoopLibrary/Render/Exporter/CExporter.h"
-#include "SequencerTestKit.h"
+#include "Tests/Render/Sequencer/SequencerTestKit.h"
 
 #include <stdexcept>
 

@@ -1,4 +1,4 @@
-#include "SequencerTestKit.h"
+#include "Tests/Render/Sequencer/SequencerTestKit.h"
 
 #include <future>
 #include <stdexcept>

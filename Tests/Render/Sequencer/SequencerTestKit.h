@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
-#include "RenderTestTools.h"
+#include "Tests/Render/RenderTestTools.h"
 
 #include <algorithm>
 #include <functional>

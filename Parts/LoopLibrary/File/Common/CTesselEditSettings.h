@@ -4,8 +4,8 @@
 
 namespace NSLOPDLL {
 
-// Settings of the authoring tool's editor that a file may carry. Rendering needs fSplitIntoSlices
-// alone.
+/// Settings of the authoring tool's editor that a file may carry. Rendering needs fSplitIntoSlices
+/// alone.
 struct CTesselEditSettings {
     int32_t fGridMode = 10;
     uint8_t fGridEnabled = 1; // no file stores it

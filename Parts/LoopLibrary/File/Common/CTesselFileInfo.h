@@ -6,8 +6,8 @@
 
 namespace NSLOPDLL {
 
-// What a loop file says of itself, as it says it: apart from what each kind of file promises,
-// nothing here is limited to useful ranges.
+/// What a loop file says of itself, as it says it: apart from what each kind of file promises,
+/// nothing here is limited to useful ranges.
 struct CTesselFileInfo {
     CWaveSampleInfo fWaveSampleInfo;
     int32_t fSliceCount = 0;         // slices stored in the file
@@ -22,7 +22,7 @@ struct CTesselFileInfo {
     int64_t fExportedSize = 0;      // bytes
 };
 
-// The fLoopPercent of a loop of `loopFrames` in `frames`, above 0: rounded up.
+/// The fLoopPercent of a loop of `loopFrames` in `frames`, above 0: rounded up.
 inline int32_t LoopPercent(int64_t loopFrames, int64_t frames) {
     return static_cast<int32_t>((loopFrames * 100 + frames - 1) / frames);
 }

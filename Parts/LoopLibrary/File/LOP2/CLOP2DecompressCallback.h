@@ -4,7 +4,7 @@
 
 namespace NSLOPDLL {
 
-// Follows the loading of audio and may stop it. This class lets every load run.
+/// Follows the loading of audio and may stop it. This class lets every load run.
 class CLOP2DecompressCallback {
 public:
     CLOP2DecompressCallback() = default;
@@ -12,9 +12,9 @@ public:
     CLOP2DecompressCallback(const CLOP2DecompressCallback&) = delete;
     CLOP2DecompressCallback& operator=(const CLOP2DecompressCallback&) = delete;
 
-    // Called with the frames finished so far; of a file that lays its pieces out on a grid, with
-    // the frame where the next piece goes, which need not grow. True stops the load, but for the
-    // last call of a load, whose answer is dropped.
+    /// Called with the frames finished so far; of a file that lays its pieces out on a grid, with
+    /// the frame where the next piece goes, which need not grow. True stops the load, but for the
+    /// last call of a load, whose answer is dropped.
     virtual bool ShouldStop(uint32_t framesDone);
 };
 

@@ -7,7 +7,7 @@
 
 namespace NSLOPDLL {
 
-// Ids of a LOP2 file.
+/// Ids of a LOP2 file.
 constexpr uint32_t kLOP2FileCatIFFType = NSPorter::FourCharID("LOP2");
 constexpr uint32_t kLOP2HeadChunkID = NSPorter::FourCharID("HEAD");
 constexpr uint32_t kLOP2CreatorInfoChunkID = NSPorter::FourCharID("CREI");
@@ -23,7 +23,7 @@ constexpr uint32_t kLOP2SliceChunkID = NSPorter::FourCharID("SLCE");
 constexpr uint32_t kLOP2SampleInfoChunkID = NSPorter::FourCharID("SINF");
 constexpr uint32_t kLOP2SampleDataChunkID = NSPorter::FourCharID("SDAT");
 
-// Enters a chunk of the current level, constructs its class on it and leaves it again.
+/// Enters a chunk of the current level, constructs its class on it and leaves it again.
 template <class Chunk>
 Chunk ReadLOP2Chunk(NSPorter::CIFFFileReader& reader, uint32_t id) {
     reader.EnterChunk(id);

@@ -16,8 +16,8 @@ class CTesselSequencer;
 struct CTesselEditSettings;
 struct CTesselFileInfo;
 
-// The operations of CTesselFile on a LOP2 file. Where several things are wrong with a file, the
-// order in which the chunks are read decides which failure is raised.
+/// The operations of CTesselFile on a LOP2 file. Where several things are wrong with a file, the
+/// order in which the chunks are read decides which failure is raised.
 void ReadLOP2FileInfo(NSPorter::CMedia& media, CTesselFileInfo& info);
 std::unique_ptr<CABCWaveSample> ReadLOP2WaveSample(NSPorter::CMedia& media,
                                                    CLOP2DecompressCallback& callback);

@@ -14,17 +14,17 @@ class CABCWaveSample;
 class CLOP2DecompressCallback;
 struct SLOPSliceRecord;
 
-// Copies the pieces of a .lop file from its AIFF audio to their places in the loop. Works forward
-// only: a piece that begins behind the cursor takes the next frames of the stream instead.
+/// Copies the pieces of a .lop file from its AIFF audio to their places in the loop. Works forward
+/// only: a piece that begins behind the cursor takes the next frames of the stream instead.
 class CLOPSliceCopier {
 public:
-    // Borrows all four. The media stands at the first sample of the audio that `info` describes.
+    /// Borrows all four. The media stands at the first sample of the audio that `info` describes.
     CLOPSliceCopier(NSPorter::CMedia& media, const CWaveSampleInfo& info,
                     CABCWaveSample& waveSample, CLOP2DecompressCallback& callback);
 
-    // Copies up to `length` frames, none if it is below 1, to `position` in the wave sample, which
-    // has room for them. Asks the callback before each block; XAbort "callback cancelled" when it
-    // says stop. XFormatViolation for audio that is not mono, and for frames that the file lacks.
+    /// Copies up to `length` frames, none if it is below 1, to `position` in the wave sample, which
+    /// has room for them. Asks the callback before each block; XAbort "callback cancelled" when it
+    /// says stop. XFormatViolation for audio that is not mono, and for frames that the file lacks.
     void Copy(const SLOPSliceRecord& record, int32_t position, int64_t length);
 
 private:

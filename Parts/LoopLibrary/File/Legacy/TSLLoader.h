@@ -18,9 +18,9 @@ struct CTesselFileInfo;
 // The operations of CTesselFile on a .tsl file: an AIFF file of 16-bit mono audio that holds the
 // whole recording, whose application chunk marks the slices on it.
 
-// `storedFlag` is set when the file carries the flag, and left alone otherwise.
+/// `storedFlag` is set when the file carries the flag, and left alone otherwise.
 void ReadTSLFileInfo(NSPorter::CMedia& media, CTesselFileInfo& info, bool& storedFlag);
-// `fileInfo` is what ReadTSLFileInfo gave.
+/// `fileInfo` is what ReadTSLFileInfo gave.
 std::unique_ptr<CABCWaveSample> ReadTSLWaveSample(NSPorter::CMedia& media,
                                                   const CTesselFileInfo& fileInfo,
                                                   CLOP2DecompressCallback& callback);

@@ -7,17 +7,18 @@
 namespace NSLOPDLL {
 
 int32_t SaturateToInt32(int64_t value) noexcept;
-// Truncates toward zero; not-a-number gives 0.
+/// Truncates toward zero; not-a-number gives 0.
 int32_t SaturateToInt32(double value) noexcept;
 
-// The nearest multiple of 64, ties away from zero. A value too near the limits to be rounded stays.
+/// The nearest multiple of 64, ties away from zero. A value too near the limits to be rounded
+/// stays.
 int32_t RoundToBlock(int32_t frames) noexcept;
 
-// The frames that `frames` of a source at `sourceRate` last at `outputRate`, rounded half up.
+/// The frames that `frames` of a source at `sourceRate` last at `outputRate`, rounded half up.
 int32_t ScaleFrames(double frames, int32_t outputRate, int32_t sourceRate) noexcept;
 
-// `value` times `numerator` over `denominator`, truncated and then rounded to a block. A
-// denominator of 0 leaves the value alone.
+/// `value` times `numerator` over `denominator`, truncated and then rounded to a block. A
+/// denominator of 0 leaves the value alone.
 int32_t RescaleToBlock(int32_t value, int32_t numerator, int32_t denominator) noexcept;
 
 } // namespace NSLOPDLL

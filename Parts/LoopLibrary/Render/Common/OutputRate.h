@@ -5,7 +5,7 @@
 
 namespace NSLOPDLL {
 
-// Frames per second out. Rates are clipped to this range everywhere.
+/// Frames per second out. Rates are clipped to this range everywhere.
 constexpr int32_t kOutputRate_Minimum = 11025;
 constexpr int32_t kOutputRate_Maximum = 1000000;
 

@@ -7,7 +7,7 @@
 
 namespace NSLOPDLL {
 
-// The parameters of the equalizer. The comments name the ranges that loaders clip to.
+/// The parameters of the equalizer. The comments name the ranges that loaders clip to.
 struct CEqualizerParameters {
     float fLowCut = 15.0F;           // Hz, 15 to 12000
     float fBand1Frequency = 100.0F;  // Hz, 20 to 3000
@@ -19,28 +19,28 @@ struct CEqualizerParameters {
     float fHighCut = 20000.0F; // Hz, 100 to 20000
 };
 
-// The one effect behind the sampler: two parametric bands, a low cut and a high cut, in place on
-// blocks of 64 frames. Every parameter glides toward its target by 5 percent a block, also while
-// the equalizer is off. Takes no lock; everything but the construction may run on the render
-// thread, one operation at a time.
+/// The one effect behind the sampler: two parametric bands, a low cut and a high cut, in place on
+/// blocks of 64 frames. Every parameter glides toward its target by 5 percent a block, also while
+/// the equalizer is off. Takes no lock; everything but the construction may run on the render
+/// thread, one operation at a time.
 class CEqualizerEffect {
 public:
     explicit CEqualizerEffect(int32_t rate) noexcept;
-    // The same settings and parameters with cleared filters.
+    /// The same settings and parameters with cleared filters.
     CEqualizerEffect(const CEqualizerEffect& other) noexcept;
     CEqualizerEffect& operator=(const CEqualizerEffect&) = delete;
     virtual ~CEqualizerEffect();
 
-    // The filters run while both switches are on: the loop file's and the sequencer's.
+    /// The filters run while both switches are on: the loop file's and the sequencer's.
     void SetEnabled(bool enabled) noexcept { fEnabled = enabled; }
     void SetRunFlag(bool run) noexcept { fRun = run; }
-    // Clipped to 11025 to 1000000.
+    /// Clipped to 11025 to 1000000.
     void SetSampleRate(int32_t rate) noexcept;
     bool IsEnabled() const noexcept { return fEnabled; }
     bool GetRunFlag() const noexcept { return fRun; }
     int32_t GetSampleRate() const noexcept { return fSampleRate; }
 
-    // Each stores a target, in the unit of CEqualizerParameters.
+    /// Each stores a target, in the unit of CEqualizerParameters.
     void SetLowCut(int16_t value) noexcept { fTargets.fLowCut = static_cast<float>(value); }
     void SetBand1Frequency(int16_t value) noexcept {
         fTargets.fBand1Frequency = static_cast<float>(value);
@@ -54,16 +54,16 @@ public:
     void SetBand2Q(int16_t value) noexcept { fTargets.fBand2Q = static_cast<float>(value); }
     void SetHighCut(int16_t value) noexcept { fTargets.fHighCut = static_cast<float>(value); }
     const CEqualizerParameters& GetTargets() const noexcept { return fTargets; }
-    // Where the glide toward the targets stands.
+    /// Where the glide toward the targets stands.
     const CEqualizerParameters& GetParameters() const noexcept { return fParameters; }
-    // Of the last block.
+    /// Of the last block.
     const CEqualizerCoefficients& GetCoefficients() const noexcept { return fCoefficients; }
 
-    // Clears coefficients and filter memories and jumps every parameter to its target.
+    /// Clears coefficients and filter memories and jumps every parameter to its target.
     void Reset() noexcept;
 
-    // Works on 64 frames of both arrays; leaves them untouched while a switch is off. A change of
-    // the switches resets first.
+    /// Works on 64 frames of both arrays; leaves them untouched while a switch is off. A change of
+    /// the switches resets first.
     void Process(const CBlockBuffers& buffers) noexcept;
 
 private:

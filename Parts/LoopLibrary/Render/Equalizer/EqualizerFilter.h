@@ -4,7 +4,7 @@
 
 namespace NSLOPDLL {
 
-// One parametric band: a resonator whose output is added to the dry signal times fGain.
+/// One parametric band: a resonator whose output is added to the dry signal times fGain.
 struct CEqualizerBand {
     float fA = 0.0F;
     float fB = 0.0F;
@@ -25,7 +25,7 @@ struct CEqualizerCoefficients {
     CEqualizerCut fHigh;
 };
 
-// The filter memories of one channel, one and two frames back.
+/// The filter memories of one channel, one and two frames back.
 struct CEqualizerState {
     float fInput[2] = {};
     float fBand1[2] = {};
@@ -34,11 +34,11 @@ struct CEqualizerState {
     float fOutput[2] = {};
 };
 
-// The reference: filters one channel of 64 frames in place.
+/// The reference: filters one channel of 64 frames in place.
 void FilterChannel(const CEqualizerCoefficients& coefficients, CEqualizerState& state,
                    float* frames) noexcept;
 
-// Both channels at once, in the lanes of a vector: the bits of two calls of FilterChannel.
+/// Both channels at once, in the lanes of a vector: the bits of two calls of FilterChannel.
 void FilterStereoSse2(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
                       CEqualizerState& rightState, const CBlockBuffers& buffers) noexcept;
 

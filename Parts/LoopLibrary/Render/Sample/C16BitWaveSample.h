@@ -5,7 +5,7 @@
 
 namespace NSLOPDLL {
 
-// Conversions of samples that are stored as signed 16-bit integers.
+/// Conversions of samples that are stored as signed 16-bit integers.
 struct C16BitDepth {
     using Value = int16_t;
     static constexpr uint32_t kBits = 16;

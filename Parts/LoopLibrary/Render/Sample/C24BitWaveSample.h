@@ -5,8 +5,8 @@
 
 namespace NSLOPDLL {
 
-// Conversions of samples that are stored as 24-bit integers, sign-extended to 32 bits. A damaged
-// stream can leave up to 31 bits in a word; they are kept as they are.
+/// Conversions of samples that are stored as 24-bit integers, sign-extended to 32 bits. A damaged
+/// stream can leave up to 31 bits in a word; they are kept as they are.
 struct C24BitDepth {
     using Value = int32_t;
     static constexpr uint32_t kBits = 24;

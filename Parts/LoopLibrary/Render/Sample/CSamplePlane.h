@@ -10,8 +10,8 @@
 
 namespace NSLOPDLL {
 
-// One channel of a wave sample: zeroed values and one more zero behind them, which walks and empty
-// ranges at the very end may read. The memory comes as untouched zero pages.
+/// One channel of a wave sample: zeroed values and one more zero behind them, which walks and empty
+/// ranges at the very end may read. The memory comes as untouched zero pages.
 template <typename Value>
 class CSamplePlane {
 public:
@@ -19,7 +19,7 @@ public:
 
     explicit CSamplePlane(uint32_t size) : fValues(Allocate(size)), fSize(size) {}
 
-    // A plane of `size` values that starts with those of `other`.
+    /// A plane of `size` values that starts with those of `other`.
     CSamplePlane(uint32_t size, const CSamplePlane& other) : CSamplePlane(size) { CopyFrom(other); }
 
     CSamplePlane(const CSamplePlane& other)

@@ -5,9 +5,9 @@
 
 namespace NSLOPDLL {
 
-// The accessors of both depths, written once over the conversions of a `Depth`:
-//   Depth::Value, Depth::kBits, Depth::kQuietLevel, and between Value and each view
-//   ToFloat/FromFloat, To16/From16, To24/From24, To24Float/From24Float.
+/// The accessors of both depths, written once over the conversions of a `Depth`:
+///   Depth::Value, Depth::kBits, Depth::kQuietLevel, and between Value and each view
+///   ToFloat/FromFloat, To16/From16, To24/From24, To24Float/From24Float.
 template <typename Depth>
 class TPlanarWaveSample : public CABCWaveSample {
 public:

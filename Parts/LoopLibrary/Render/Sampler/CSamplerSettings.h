@@ -4,8 +4,8 @@
 
 namespace NSLOPDLL {
 
-// What a loop file says of a sampler's sound. Times are indices into the envelope tables. The
-// ranges are those that loaders clip to; a time outside its table acts as the table's nearest end.
+/// What a loop file says of a sampler's sound. Times are indices into the envelope tables. The
+/// ranges are those that loaders clip to; a time outside its table acts as the table's nearest end.
 struct CSamplerSettings {
     int16_t fTranspose = 0; // cents, -2400 to 2400, slice voices only
     float fGain = 1000.0F;  // thousandths, 0 to 7943

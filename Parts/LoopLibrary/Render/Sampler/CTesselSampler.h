@@ -15,32 +15,32 @@
 
 namespace NSLOPDLL {
 
-// The voice engine: turns ranges of a wave sample into blocks of 64 frames at an output rate. Of
-// the eight voices the newest one is the current voice; starting another releases it. The point
-// that a voice reads lies two frames behind the one it has fetched first, so that a slice's first
-// two frames are heard only through the kernel's side taps.
-//
-// Takes no lock: the owner keeps the render thread (RenderBlock, the start and stop operations) and
-// changes apart. What is noexcept is safe on the render thread. GetRenderLength may run beside
-// anything but a setter.
+/// The voice engine: turns ranges of a wave sample into blocks of 64 frames at an output rate. Of
+/// the eight voices the newest one is the current voice; starting another releases it. The point
+/// that a voice reads lies two frames behind the one it has fetched first, so that a slice's first
+/// two frames are heard only through the kernel's side taps.
+///
+/// Takes no lock: the owner keeps the render thread (RenderBlock, the start and stop operations)
+/// and changes apart. What is noexcept is safe on the render thread. GetRenderLength may run beside
+/// anything but a setter.
 class CTesselSampler {
 public:
-    // Borrows `sample`. The rate is clipped to 11025 to 1000000. Raises std::bad_alloc.
+    /// Borrows `sample`. The rate is clipped to 11025 to 1000000. Raises std::bad_alloc.
     CTesselSampler(const CABCWaveSample* sample, int32_t outputRate);
-    // The same sample, settings and rate with free voices.
+    /// The same sample, settings and rate with free voices.
     CTesselSampler(const CTesselSampler& other);
     CTesselSampler& operator=(const CTesselSampler&) = delete;
     virtual ~CTesselSampler();
 
-    // Clips the rate and takes its tables; voices that sound keep their pitch ratio. Not on the
-    // render thread. On std::bad_alloc the old rate stands.
+    /// Clips the rate and takes its tables; voices that sound keep their pitch ratio. Not on the
+    /// render thread. On std::bad_alloc the old rate stands.
     void SetOutputRate(int32_t rate);
     int32_t GetOutputRate() const noexcept { return fTables->GetSampleRate(); }
-    // The render thread's way to a new rate: takes over a reference that the caller holds on
-    // `tables`. Answers the rate used so far, whose reference is now the caller's to release.
+    /// The render thread's way to a new rate: takes over a reference that the caller holds on
+    /// `tables`. Answers the rate used so far, whose reference is now the caller's to release.
     int32_t AdoptTables(const CDSPTables& tables) noexcept;
 
-    // Each stores its field and acts from the next block on.
+    /// Each stores its field and acts from the next block on.
     void SetTranspose(int16_t cents) noexcept { fSettings.fTranspose = cents; }
     void SetGain(int16_t level) noexcept { fSettings.fGain = static_cast<float>(level); }
     void SetShaperOn(bool on) noexcept { fSettings.fShaperOn = on; }
@@ -54,30 +54,30 @@ public:
     void SetCompressorRelease(int16_t index) noexcept { fSettings.fCompressorRelease = index; }
     const CSamplerSettings& GetSettings() const noexcept { return fSettings; }
 
-    // Each releases all voices and starts the next one. Ranges lie inside the sample.
+    /// Each releases all voices and starts the next one. Ranges lie inside the sample.
     void StartRange(const CSlicePlayRange& range) noexcept;
-    // A plain voice, once over the range.
+    /// A plain voice, once over the range.
     void StartFreeRange(int32_t start, int32_t end) noexcept;
-    // A plain voice from `frame` on, round the loop range, or round the whole sample when `frame`
-    // lies behind it.
+    /// A plain voice from `frame` on, round the loop range, or round the whole sample when `frame`
+    /// lies behind it.
     void StartFreeRun(int32_t frame) noexcept;
 
     void ReleaseAllVoices() noexcept;
-    // Plain voices that go round play on to the end of their range and stop.
+    /// Plain voices that go round play on to the end of their range and stop.
     void EndFreeLoops() noexcept;
-    // All voices off at once.
+    /// All voices off at once.
     void ResetVoices() noexcept;
 
     bool IsCurrentVoiceIdle() const noexcept;
     int32_t GetCurrentVoicePosition() const noexcept;
     bool IsCurrentVoiceInTail() const noexcept;
-    // For tests and meters. `index` is 0 to 7.
+    /// For tests and meters. `index` is 0 to 7.
     const SamplerVoice& GetVoice(size_t index) const noexcept { return fVoices[index]; }
 
-    // Output frames that `range` would sound with the present settings: 1 to 2^31 - 1.
+    /// Output frames that `range` would sound with the present settings: 1 to 2^31 - 1.
     int32_t GetRenderLength(const CSlicePlayRange& range) const noexcept;
 
-    // Overwrites 64 frames of both arrays with the sum of the voices, unclipped.
+    /// Overwrites 64 frames of both arrays with the sum of the voices, unclipped.
     void RenderBlock(const CBlockBuffers& buffers) noexcept;
 
 private:
@@ -91,7 +91,7 @@ private:
     uint32_t SliceStep(const SamplerVoice& voice) const noexcept;
     void RenderSliceVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept;
     void RenderPlainVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept;
-    // Moves the phase on by a block; answers the source frames that it passes.
+    /// Moves the phase on by a block; answers the source frames that it passes.
     static int32_t AdvancePhase(SamplerVoice& voice, uint32_t step) noexcept;
     void Interpolate(uint32_t phase, uint32_t step, const float* gains,
                      const CBlockBuffers& buffers) noexcept;

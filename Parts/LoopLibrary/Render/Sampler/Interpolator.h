@@ -6,9 +6,9 @@
 
 namespace NSLOPDLL {
 
-// One block of one voice. The six taps of an output frame lie on the source frames n to n + 5,
-// where n is its phase shifted right by 14; the point read is n + 2 and the fraction. All forms
-// read up to two floats behind the last tap.
+/// One block of one voice. The six taps of an output frame lie on the source frames n to n + 5,
+/// where n is its phase shifted right by 14; the point read is n + 2 and the fraction. All forms
+/// read up to two floats behind the last tap.
 struct CInterpolationJob {
     const float* fLeftFetch;
     const float* fRightFetch; // equal to fLeftFetch for a mono source, whose sum is worked out once
@@ -20,16 +20,16 @@ struct CInterpolationJob {
 
 using InterpolateFunction = void (*)(const CInterpolationJob& job) noexcept;
 
-// The reference: one frame after the other, in plain floats. The other forms put several frames in
-// the lanes of a vector; each lane does the same operations in the same order, so that all forms
-// give the same bits.
+/// The reference: one frame after the other, in plain floats. The other forms put several frames in
+/// the lanes of a vector; each lane does the same operations in the same order, so that all forms
+/// give the same bits.
 void InterpolateScalar(const CInterpolationJob& job) noexcept;
 void InterpolateSse2(const CInterpolationJob& job) noexcept;
-// Only where the processor has AVX2.
+/// Only where the processor has AVX2.
 void InterpolateAvx2(const CInterpolationJob& job) noexcept;
 bool HasAvx2() noexcept;
 
-// The fastest form that this processor can run.
+/// The fastest form that this processor can run.
 InterpolateFunction ChooseInterpolator() noexcept;
 
 } // namespace NSLOPDLL

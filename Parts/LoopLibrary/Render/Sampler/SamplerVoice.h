@@ -12,21 +12,21 @@ constexpr uint32_t kVoiceState_Attack = 1;
 constexpr uint32_t kVoiceState_Held = 2; // held or decaying
 constexpr uint32_t kVoiceState_Release = 3;
 
-// fDirection of a slice voice.
+/// fDirection of a slice voice.
 constexpr uint32_t kVoiceDirection_NotTurned = 0;
 constexpr uint32_t kVoiceDirection_Forward = 1;
 constexpr uint32_t kVoiceDirection_Backward = 2;
 
-// fDirection of a plain voice.
+/// fDirection of a plain voice.
 constexpr uint32_t kVoiceDirection_Once = 0;
 constexpr uint32_t kVoiceDirection_Loop = 1;
 
-// Headroom of all voices, about 5/6.
+/// Headroom of all voices, about 5/6.
 constexpr float kVoiceHeadroom = 0x1.aaaaaap-1F;
-// Under this level a fading voice is taken as silent, about -84 dB.
+/// Under this level a fading voice is taken as silent, about -84 dB.
 constexpr float kVoiceSilence = 6.25e-5F;
 
-// One of the sampler's eight voices; all zero when free.
+/// One of the sampler's eight voices; all zero when free.
 struct SamplerVoice {
     uint32_t fKind = 0;
     int32_t fPosition = 0;   // next source frame to fetch

@@ -7,28 +7,29 @@
 
 namespace NSLOPDLL {
 
-// How a voice's gain moves over one block of 64 frames.
+/// How a voice's gain moves over one block of 64 frames.
 struct CGainMove {
     float fTarget = 0.0F;     // gain at the end of the block
     float fRamp = 0.0F;       // step per frame that gets there in a straight line
     float fAttackRamp = 0.0F; // step per frame of an attack that is quicker; 0.0 for none
 };
 
-// The entry of a table of kEnvelopeTableSize floats for a setting.
+/// The entry of a table of kEnvelopeTableSize floats for a setting.
 float EnvelopeTableValue(const float* table, int16_t index) noexcept;
 
-// Sets the shaper's and the compressor's envelope and the tail fade of a voice that starts `range`.
+/// Sets the shaper's and the compressor's envelope and the tail fade of a voice that starts
+/// `range`.
 void StartEnvelopes(SamplerVoice& voice, const CSlicePlayRange& range,
                     const CSamplerSettings& settings) noexcept;
 
-// The gain that the two envelopes and the output level ask for.
+/// The gain that the two envelopes and the output level ask for.
 float TargetGain(const SamplerVoice& voice, const CSamplerSettings& settings) noexcept;
 
-// Moves both envelopes of a slice voice on by one block.
+/// Moves both envelopes of a slice voice on by one block.
 CGainMove StepEnvelopes(SamplerVoice& voice, const CSamplerSettings& settings,
                         const CDSPTables& tables) noexcept;
 
-// Writes the gain of each of the block's 64 frames; answers the gain behind the last.
+/// Writes the gain of each of the block's 64 frames; answers the gain behind the last.
 float FillGains(float gain, CGainMove move, float* gains) noexcept;
 
 } // namespace NSLOPDLL

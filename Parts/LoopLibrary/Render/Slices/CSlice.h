@@ -8,7 +8,7 @@ constexpr int32_t kSliceKind_Level = 1;  // active when its level is above the s
 constexpr int32_t kSliceKind_Hidden = 2; // never active
 constexpr int32_t kSliceKind_Forced = 3; // always active
 
-// A point at which the audio may be cut. Positions and lengths are in source frames.
+/// A point at which the audio may be cut. Positions and lengths are in source frames.
 class CSlice {
 public:
     CSlice() noexcept = default;

@@ -8,9 +8,9 @@
 
 namespace NSLOPDLL {
 
-// Finds the entry of a slice table that sounds at a position, and the one that follows it in a
-// loop. Borrows a table that is sorted by fStart and not empty. Real-time safe; answers are
-// indices.
+/// Finds the entry of a slice table that sounds at a position, and the one that follows it in a
+/// loop. Borrows a table that is sorted by fStart and not empty. Real-time safe; answers are
+/// indices.
 class CSliceTableLookup {
 public:
     CSliceTableLookup(std::span<const CSlicePlayRange> table, int32_t loopStart,
@@ -20,12 +20,12 @@ public:
     const CSlicePlayRange& operator[](size_t index) const noexcept { return fTable[index]; }
     size_t GetCount() const noexcept { return fTable.size(); }
 
-    // The last entry that starts at or before `position`, or the first of all.
+    /// The last entry that starts at or before `position`, or the first of all.
     size_t FindRange(int32_t position) const noexcept;
-    // The first entry at or behind the loop start, or the last of all.
+    /// The first entry at or behind the loop start, or the last of all.
     size_t FindLoopEntry() const noexcept;
-    // Where playing goes on from `position`: round the loop for ever once it is inside; from behind
-    // the loop end to the end of the table and back to its first entry.
+    /// Where playing goes on from `position`: round the loop for ever once it is inside; from
+    /// behind the loop end to the end of the table and back to its first entry.
     size_t FindNextRange(int32_t position) const noexcept;
 
 private:

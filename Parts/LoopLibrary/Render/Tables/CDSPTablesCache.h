@@ -10,9 +10,9 @@
 
 namespace NSLOPDLL {
 
-// Shares one CDSPTables per output rate among all samplers, by a count of references. All
-// operations may be called from any thread but the render thread; they hold an internal mutex and
-// call nothing out under it.
+/// Shares one CDSPTables per output rate among all samplers, by a count of references. All
+/// operations may be called from any thread but the render thread; they hold an internal mutex and
+/// call nothing out under it.
 class CDSPTablesCache {
 public:
     CDSPTablesCache() noexcept = default;
@@ -20,21 +20,21 @@ public:
     CDSPTablesCache& operator=(const CDSPTablesCache&) = delete;
     virtual ~CDSPTablesCache();
 
-    // The process-wide instance. It is never destroyed, since a loop that was left open may use its
-    // tables to the very end of the process.
+    /// The process-wide instance. It is never destroyed, since a loop that was left open may use
+    /// its tables to the very end of the process.
     static CDSPTablesCache& Instance() noexcept;
 
-    // The tables of `rate`, built if need be, with one more reference. On std::bad_alloc nothing
-    // has changed.
+    /// The tables of `rate`, built if need be, with one more reference. On std::bad_alloc nothing
+    /// has changed.
     const CDSPTables* Acquire(int32_t rate);
-    // The tables of `rate`; for an absent rate those of the newest entry, null only when there is
-    // none. Acquire first.
+    /// The tables of `rate`; for an absent rate those of the newest entry, null only when there is
+    /// none. Acquire first.
     const CDSPTables* Find(int32_t rate);
-    // Gives one reference back; the last one destroys the tables. Nothing for an absent rate.
+    /// Gives one reference back; the last one destroys the tables. Nothing for an absent rate.
     void Release(int32_t rate) noexcept;
 
     size_t GetEntryCount();
-    // References held on `rate`, 0 for an absent one.
+    /// References held on `rate`, 0 for an absent one.
     int32_t GetReferenceCount(int32_t rate);
 
 private:
@@ -46,10 +46,10 @@ private:
     Entries fEntries;
 };
 
-// One counted reference on the tables of a rate, given back by the destructor.
+/// One counted reference on the tables of a rate, given back by the destructor.
 class CDSPTablesReference {
 public:
-    // Acquires. Raises std::bad_alloc.
+    /// Acquires. Raises std::bad_alloc.
     explicit CDSPTablesReference(int32_t rate)
         : fTables(CDSPTablesCache::Instance().Acquire(rate)) {}
     CDSPTablesReference(const CDSPTablesReference& other)
@@ -60,8 +60,8 @@ public:
     const CDSPTables& Get() const noexcept { return *fTables; }
     const CDSPTables* operator->() const noexcept { return fTables; }
 
-    // Takes over a reference that the caller holds on `tables`. The one held so far becomes the
-    // caller's.
+    /// Takes over a reference that the caller holds on `tables`. The one held so far becomes the
+    /// caller's.
     const CDSPTables& Exchange(const CDSPTables& tables) noexcept {
         const CDSPTables& old = *fTables;
         fTables = &tables;

@@ -8,7 +8,7 @@
 
 namespace NSPorter {
 
-// Bits 0 to 31, 0 the least significant.
+/// Bits 0 to 31, 0 the least significant.
 constexpr uint32_t BitMask(int bit) {
     return uint32_t{1} << bit;
 }
@@ -18,17 +18,17 @@ constexpr bool TestBit(uint32_t value, int bit) {
 constexpr int CountBits(uint32_t value) {
     return std::popcount(value);
 }
-// True for 0 and for the powers of two.
+/// True for 0 and for the powers of two.
 constexpr bool HasAtMostOneBit(uint32_t value) {
     return (value & (value - 1)) == 0;
 }
 
-// Files store false as 0 and true as anything else.
+/// Files store false as 0 and true as anything else.
 constexpr bool FlagFromByte(uint32_t byte) {
     return byte != 0;
 }
 
-// Flag i becomes bit i. Flags beyond 32 are dropped.
+/// Flag i becomes bit i. Flags beyond 32 are dropped.
 constexpr uint32_t GatherFlags(std::span<const uint8_t> flags) {
     uint32_t mask = 0;
     for (size_t i = 0; i < flags.size() && i < 32; ++i) {
@@ -37,7 +37,7 @@ constexpr uint32_t GatherFlags(std::span<const uint8_t> flags) {
     return mask;
 }
 
-// The first flag becomes bit 7.
+/// The first flag becomes bit 7.
 constexpr uint8_t PackEightFlags(std::span<const uint8_t, 8> flags) {
     uint32_t packed = 0;
     for (const uint8_t flag : flags) {
@@ -46,7 +46,7 @@ constexpr uint8_t PackEightFlags(std::span<const uint8_t, 8> flags) {
     return static_cast<uint8_t>(packed);
 }
 
-// Modulo 2^32.
+/// Modulo 2^32.
 constexpr uint32_t SumBytes(std::span<const uint8_t> bytes) {
     uint32_t sum = 0;
     for (const uint8_t byte : bytes) {
@@ -55,7 +55,7 @@ constexpr uint32_t SumBytes(std::span<const uint8_t> bytes) {
     return sum;
 }
 
-// The index of the first such byte, -1 if there is none.
+/// The index of the first such byte, -1 if there is none.
 constexpr ptrdiff_t FindByte(std::span<const uint8_t> bytes, uint8_t wanted) {
     for (size_t i = 0; i < bytes.size(); ++i) {
         if (bytes[i] == wanted) {

@@ -42,12 +42,12 @@ constexpr uint32_t HighLong(uint64_t value) {
 constexpr uint32_t LowLong(uint64_t value) {
     return static_cast<uint32_t>(value);
 }
-// Index 0 is the most significant byte. Indices 0 to 3.
+/// Index 0 is the most significant byte. Indices 0 to 3.
 constexpr uint8_t ByteOf(uint32_t value, int index) {
     return static_cast<uint8_t>(value >> (24 - 8 * index));
 }
 
-// First byte most significant.
+/// First byte most significant.
 constexpr std::array<uint8_t, 4> SplitBytes(uint32_t value) {
     return {ByteOf(value, 0), ByteOf(value, 1), ByteOf(value, 2), ByteOf(value, 3)};
 }
@@ -58,12 +58,12 @@ constexpr std::array<uint8_t, 2> SplitNibblesLowFirst(uint8_t value) {
     return {LowNibble(value), HighNibble(value)};
 }
 
-// The two decimal digits of a byte, tens in the high nibble.
+/// The two decimal digits of a byte, tens in the high nibble.
 constexpr uint8_t DecodeBCD(uint8_t value) {
     return static_cast<uint8_t>(HighNibble(value) * 10 + LowNibble(value));
 }
 
-// Four stored bytes as a value, and back.
+/// Four stored bytes as a value, and back.
 constexpr uint32_t DecodeBigEndian(const uint8_t* bytes) {
     return JoinWords(JoinBytes(bytes[0], bytes[1]), JoinBytes(bytes[2], bytes[3]));
 }
@@ -80,7 +80,7 @@ constexpr void EncodeLittleEndian(uint32_t value, uint8_t* bytes) {
         bytes[3 - i] = ByteOf(value, i);
     }
 }
-// In the order of the host.
+/// In the order of the host.
 constexpr uint32_t DecodeNative(const uint8_t* bytes) {
     return std::endian::native == std::endian::big ? DecodeBigEndian(bytes)
                                                    : DecodeLittleEndian(bytes);

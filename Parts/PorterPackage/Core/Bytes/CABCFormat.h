@@ -10,8 +10,8 @@ public:
     CABCFormat& operator=(const CABCFormat&) = default;
     virtual ~CABCFormat() = default;
 
-    // For formats that need a step behind their constructor. One that is complete once constructed,
-    // as every chunk of a loop file is, leaves it empty.
+    /// For formats that need a step behind their constructor. One that is complete once
+    /// constructed, as every chunk of a loop file is, leaves it empty.
     virtual void FinishReading() = 0;
 };
 

@@ -6,8 +6,8 @@
 
 namespace NSPorter {
 
-// Raises XFormatViolation with an empty text unless `sound`: what the bytes belong to is known to
-// the caller alone.
+/// Raises XFormatViolation with an empty text unless `sound`: what the bytes belong to is known to
+/// the caller alone.
 inline void CheckFormat(bool sound) {
     if (!sound) {
         NSLichen::Raise(NSLichen::XFormatViolation(""));

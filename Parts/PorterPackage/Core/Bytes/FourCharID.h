@@ -13,7 +13,7 @@ constexpr uint32_t FourCharID(const char (&text)[5]) {
     return id;
 }
 
-// Printable ASCII that does not begin with a blank.
+/// Printable ASCII that does not begin with a blank.
 constexpr bool IsValidFourCharID(uint32_t id) {
     const uint32_t first = id >> 24;
     bool valid = first >= 33 && first <= 126;

@@ -9,11 +9,11 @@
 
 namespace NSPorter {
 
-// Whole groups of eight; the last group is filled up with zero bytes.
+/// Whole groups of eight; the last group is filled up with zero bytes.
 size_t GetSevenBitPackedSize(size_t sourceSize);
 std::vector<uint8_t> PackSevenBit(std::span<const uint8_t> source);
 
-// Gives `length` bytes. Raises XFormatViolation when `packed` holds fewer groups than that takes.
+/// Gives `length` bytes. Raises XFormatViolation when `packed` holds fewer groups than that takes.
 std::vector<uint8_t> UnpackSevenBit(std::span<const uint8_t> packed, size_t length);
 
 } // namespace NSPorter

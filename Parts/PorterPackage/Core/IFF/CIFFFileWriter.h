@@ -10,32 +10,32 @@
 
 namespace NSPorter {
 
-// Each Enter begins a chunk and opens a level in it; what is written to GetMedia() becomes the
-// chunk's data, and Leave ends the chunk. A chunk reaches to the end of the media, so a file is
-// written at the end of its media and not into the middle of what is there.
+/// Each Enter begins a chunk and opens a level in it; what is written to GetMedia() becomes the
+/// chunk's data, and Leave ends the chunk. A chunk reaches to the end of the media, so a file is
+/// written at the end of its media and not into the middle of what is there.
 class CIFFFileWriter {
 public:
-    // Borrows the media. The mode says how sizes are stored, see IFFSizes.h.
+    /// Borrows the media. The mode says how sizes are stored, see IFFSizes.h.
     CIFFFileWriter(CMedia* media, int32_t mode);
     CIFFFileWriter(const CIFFFileWriter&) = delete;
     CIFFFileWriter& operator=(const CIFFFileWriter&) = delete;
-    // Leaves all levels that are still open. A failure of the media is lost here: leave each level
-    // to hear of it.
+    /// Leaves all levels that are still open. A failure of the media is lost here: leave each level
+    /// to hear of it.
     ~CIFFFileWriter();
 
     void EnterCat(uint32_t type);
     void EnterForm(uint32_t type);
     void EnterList(uint32_t type);
-    // A group that begins with any word, such as RIFF.
+    /// A group that begins with any word, such as RIFF.
     void EnterGroup(uint32_t word, uint32_t type);
     void EnterChunk(uint32_t id);
-    // Raises XIllegalCallSequence when no level is open.
+    /// Raises XIllegalCallSequence when no level is open.
     void Leave();
 
-    // A whole simple chunk in the current level. The result is the bytes it takes.
+    /// A whole simple chunk in the current level. The result is the bytes it takes.
     int64_t WriteChunk(uint32_t id, int64_t count, const uint8_t* data);
 
-    // Of the current level.
+    /// Of the current level.
     CMedia* GetMedia() const;
 
 private:

@@ -7,17 +7,17 @@
 
 namespace NSPorter {
 
-// Reads are unchecked copies and writes raise what they raise in an owned CMemoryMedia; both do
-// nothing for 0 bytes or less.
+/// Reads are unchecked copies and writes raise what they raise in an owned CMemoryMedia; both do
+/// nothing for 0 bytes or less.
 class COwnedMemoryMedia : public CMedia {
 public:
     COwnedMemoryMedia() = default;
-    // Copies all bytes and the cursor of the source.
+    /// Copies all bytes and the cursor of the source.
     explicit COwnedMemoryMedia(const CMedia& source);
     COwnedMemoryMedia(const COwnedMemoryMedia& source) = default;
-    // Length 0.
+    /// Length 0.
     explicit COwnedMemoryMedia(int64_t capacity);
-    // Copies the bytes.
+    /// Copies the bytes.
     COwnedMemoryMedia(int64_t size, const uint8_t* data);
     COwnedMemoryMedia& operator=(const COwnedMemoryMedia&) = delete;
 
@@ -27,8 +27,8 @@ public:
 
     const uint8_t* GetData() const { return fBytes.data(); }
     int64_t GetCapacity() const { return static_cast<int64_t>(fBytes.capacity()); }
-    // Makes sure that `count` bytes exist at the cursor. The result is the start of the array, not
-    // of those bytes, and holds until the media grows again.
+    /// Makes sure that `count` bytes exist at the cursor. The result is the start of the array, not
+    /// of those bytes, and holds until the media grows again.
     uint8_t* GetWritableBuffer(int64_t count);
 
 private:

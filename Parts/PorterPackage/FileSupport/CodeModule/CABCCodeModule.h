@@ -6,8 +6,8 @@
 
 namespace NSPorter {
 
-// A code module that knows where it lies. The first one made is the process's code module until it
-// is destroyed. Made and destroyed while no other thread is here.
+/// A code module that knows where it lies. The first one made is the process's code module until it
+/// is destroyed. Made and destroyed while no other thread is here.
 class CABCCodeModule {
 public:
     virtual ~CABCCodeModule();
@@ -16,9 +16,9 @@ public:
 
     const CCodeModuleLocation& GetLocation() const { return fLocation; }
 
-    // Null when there is none.
+    /// Null when there is none.
     static CABCCodeModule* GetCodeModule();
-    // The thread that made the code module; recorded, and nothing is done with it.
+    /// The thread that made the code module; recorded, and nothing is done with it.
     static std::thread::id GetOwnerThread();
 
 protected:

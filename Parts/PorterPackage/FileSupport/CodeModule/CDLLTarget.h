@@ -4,7 +4,7 @@
 
 namespace NSPorter {
 
-// A code module that is a dynamic library.
+/// A code module that is a dynamic library.
 class CDLLTarget : public CABCCodeModule {
 public:
     explicit CDLLTarget(const CCodeModuleLocation& location) : CABCCodeModule(location) {}

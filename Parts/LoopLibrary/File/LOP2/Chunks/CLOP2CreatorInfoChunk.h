@@ -12,12 +12,12 @@ class CMedia;
 
 namespace NSLOPDLL {
 
-// "CREI": five free texts about who made the loop. The format gives them no meaning but their
-// order.
+/// "CREI": five free texts about who made the loop. The format gives them no meaning but their
+/// order.
 class CLOP2CreatorInfoChunk final : public CABCLOP2Chunk {
 public:
     static constexpr size_t kTextCount = 5;
-    // In UTF-16 units, after line ends were made one unit each.
+    /// In UTF-16 units, after line ends were made one unit each.
     static constexpr size_t kTextLimit = 255;
 
     explicit CLOP2CreatorInfoChunk(NSPorter::CMedia& media);

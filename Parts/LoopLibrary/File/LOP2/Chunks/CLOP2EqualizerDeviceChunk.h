@@ -10,8 +10,8 @@ class CMedia;
 
 namespace NSLOPDLL {
 
-// "EQ  ": settings of the equalizer. Frequencies in Hz, gains in thousandths of a decibel, widths
-// in thousandths.
+/// "EQ  ": settings of the equalizer. Frequencies in Hz, gains in thousandths of a decibel, widths
+/// in thousandths.
 class CLOP2EqualizerDeviceChunk final : public CABCLOP2Chunk {
 public:
     explicit CLOP2EqualizerDeviceChunk(NSPorter::CMedia& media);

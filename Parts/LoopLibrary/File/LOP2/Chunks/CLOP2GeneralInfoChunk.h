@@ -10,28 +10,28 @@ class CMedia;
 
 namespace NSLOPDLL {
 
-// "GLOB": length, tempo and time signature of the loop, and the settings that concern all slices.
+/// "GLOB": length, tempo and time signature of the loop, and the settings that concern all slices.
 class CLOP2GeneralInfoChunk final : public CABCLOP2Chunk {
 public:
     explicit CLOP2GeneralInfoChunk(NSPorter::CMedia& media);
 
-    // What the slice list must hold. Any value passes here.
+    /// What the slice list must hold. Any value passes here.
     uint32_t GetSliceCount() const { return fSliceCount; }
-    // 0 to 999 bars and 0 to 7 beats, not both 0.
+    /// 0 to 999 bars and 0 to 7 beats, not both 0.
     uint16_t GetBars() const { return fBars; }
     uint8_t GetBeats() const { return fBeats; }
-    // 0 to 15 each: 0 passes here.
+    /// 0 to 15 each: 0 passes here.
     uint8_t GetTimeSignatureNumerator() const { return fTimeSignatureNumerator; }
     uint8_t GetTimeSignatureDenominator() const { return fTimeSignatureDenominator; }
-    // 0 to 99.
+    /// 0 to 99.
     uint8_t GetSensitivity() const { return fSensitivity; }
-    // 0 to 999, where 0 is off.
+    /// 0 to 999, where 0 is off.
     uint16_t GetGateLevel() const { return fGateLevel; }
-    // Thousandths of unity, 0 to 7943.
+    /// Thousandths of unity, 0 to 7943.
     uint16_t GetGain() const { return fGain; }
-    // Cents, -2400 to 2400.
+    /// Cents, -2400 to 2400.
     int16_t GetTranspose() const { return fTranspose; }
-    // Thousandths of a beat per minute, 20000 to 450000.
+    /// Thousandths of a beat per minute, 20000 to 450000.
     uint32_t GetTempo() const { return fTempo; }
     bool IsSplitIntoSlices() const { return fSplitIntoSlices; }
     bool IsDropMuted() const { return fDropMuted; }

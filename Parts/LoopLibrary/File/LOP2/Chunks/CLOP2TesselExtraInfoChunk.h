@@ -11,15 +11,15 @@ class CMedia;
 
 namespace NSLOPDLL {
 
-// "TSLX": how the authoring tool last showed the loop. Newer files carry it; its three device flags
-// then stand in for those of the device chunks in the edit settings.
+/// "TSLX": how the authoring tool last showed the loop. Newer files carry it; its three device
+/// flags then stand in for those of the device chunks in the edit settings.
 class CLOP2TesselExtraInfoChunk final : public CABCLOP2Chunk {
 public:
-    // Raises XVersionTooNew for any major other than 1, before anything else is read.
+    /// Raises XVersionTooNew for any major other than 1, before anything else is read.
     explicit CLOP2TesselExtraInfoChunk(NSPorter::CMedia& media);
 
     const NSPorter::SVersionRecord& GetVersion() const { return fVersion; }
-    // As stored: 1 to 3 have a meaning.
+    /// As stored: 1 to 3 have a meaning.
     uint32_t GetViewMode() const { return fViewMode; }
     bool IsShaperEnabled() const { return fShaperEnabled; }
     bool IsEqualizerEnabled() const { return fEqualizerEnabled; }
