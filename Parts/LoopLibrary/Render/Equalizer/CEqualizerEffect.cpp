@@ -1,5 +1,6 @@
 #include "LoopLibrary/Render/Equalizer/CEqualizerEffect.h"
 
+#include "LoopLibrary/Render/Common/FloatMath.h"
 #include "LoopLibrary/Render/Common/OutputRate.h"
 
 #include <algorithm>
@@ -42,7 +43,7 @@ CEqualizerBand MakeBand(float frequency, float q, float gain, float rate) {
     CEqualizerBand band;
     band.fA = 0.5F - t;
     band.fB = t * 2.0F;
-    band.fC = ::cosf(w) * (t + 0.5F) * 2.0F;
+    band.fC = FloatCos(w) * (t + 0.5F) * 2.0F;
     // The band never vanishes: at 0 dB about a millionth of it stays.
     band.fGain = static_cast<float>(amplitude - 0.9999989867210388);
     return band;
@@ -58,9 +59,9 @@ float PoleCoefficient(float radius, float angle) {
 CEqualizerCut MakeLowCut(float frequency, float rate) {
     const float angle = ClipFrequency(frequency, rate) / rate * kPi;
     CEqualizerCut cut;
-    cut.fA = PoleCoefficient(::expf(angle / -0.707F), angle);
+    cut.fA = PoleCoefficient(FloatExp(angle / -0.707F), angle);
     cut.fB = static_cast<float>(::exp(static_cast<double>(angle) * -2.0 / 0.7070000171661377));
-    cut.fGain = ::cosf(angle);
+    cut.fGain = FloatCos(angle);
     return cut;
 }
 
@@ -70,7 +71,7 @@ CEqualizerCut MakeHighCut(float frequency, float rate) {
     const float width = 0.6F - part;
     const float angle = part * kPi;
     CEqualizerCut cut;
-    cut.fA = PoleCoefficient(::expf(-(angle / width)), angle);
+    cut.fA = PoleCoefficient(FloatExp(-(angle / width)), angle);
     cut.fB =
         static_cast<float>(::exp(static_cast<double>(angle) * -2.0 / static_cast<double>(width)));
     cut.fGain = static_cast<float>(1.0 - static_cast<double>(cut.fA) + static_cast<double>(cut.fB));

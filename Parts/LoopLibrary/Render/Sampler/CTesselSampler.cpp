@@ -1,11 +1,11 @@
 #include "LoopLibrary/Render/Sampler/CTesselSampler.h"
 
+#include "LoopLibrary/Render/Common/FloatMath.h"
 #include "LoopLibrary/Render/Sampler/VoiceEnvelopes.h"
 #include "LoopLibrary/Render/Sampler/VoiceFetch.h"
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 #include <limits>
 
 namespace NSLOPDLL {
@@ -31,8 +31,8 @@ std::unique_ptr<float[]> MakeFetchArray() {
 
 // Frames until a voice that decays by `factor` a block falls silent.
 float DecayLength(float factor) {
-    static const float silence = ::logf(kVoiceSilence);
-    return silence / ::logf(factor) * 64.0F;
+    static const float silence = FloatLog(kVoiceSilence);
+    return silence / FloatLog(factor) * 64.0F;
 }
 
 } // namespace

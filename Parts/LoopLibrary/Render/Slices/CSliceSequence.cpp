@@ -1,9 +1,9 @@
 #include "LoopLibrary/Render/Slices/CSliceSequence.h"
 
+#include "LoopLibrary/Render/Common/FloatMath.h"
 #include "LoopLibrary/Render/Slices/SliceGate.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace NSLOPDLL {
 
@@ -119,7 +119,7 @@ uint32_t CSliceSequence::SoundingLength(uint32_t start, uint32_t gap,
 
 void CSliceSequence::UpdateSliceLengths() {
     const float part = static_cast<float>(fGateLevel) / 999.0F;
-    const float gateLimit = ::powf(0.002F, static_cast<float>(1.0 - static_cast<double>(part)));
+    const float gateLimit = FloatPow(0.002F, static_cast<float>(1.0 - static_cast<double>(part)));
 
     CSlice* current = nullptr;
     const auto closeCurrent = [&](uint32_t end) {

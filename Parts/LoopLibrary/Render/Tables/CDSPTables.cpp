@@ -1,5 +1,7 @@
 #include "LoopLibrary/Render/Tables/CDSPTables.h"
 
+#include "LoopLibrary/Render/Common/FloatMath.h"
+
 #include <array>
 #include <bit>
 #include <cmath>
@@ -121,7 +123,7 @@ CDSPTables::CDSPTables(int32_t sampleRate)
         fTimes[i] = static_cast<float>(::pow(1.1, static_cast<double>(x) * 100.0) * 4.0 - 3.9);
         const float blocks = fTimes[i] / blockMs;
         fAttackRates[i] = static_cast<float>(1.0 / static_cast<double>(blocks));
-        fDecayFactors[i] = ::powf(0.25F, fAttackRates[i]);
+        fDecayFactors[i] = FloatPow(0.25F, fAttackRates[i]);
     }
     fDecayFactors[kEnvelopeTableSize - 1] = 1.0F;
 }

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace NSLOPDLL {
+
+// The float functions that the sound depends on, worked out in double and rounded to float once.
+// The C library's own float forms are a last place off for a few arguments in a thousand, and which
+// ones differs between systems and between processors. Nothing else here may call those forms.
+
+/// `base` to the power of `exponent`.
+float FloatPow(float base, float exponent) noexcept;
+float FloatExp(float value) noexcept;
+/// The natural logarithm.
+float FloatLog(float value) noexcept;
+/// `angle` in radians.
+float FloatCos(float angle) noexcept;
+
+} // namespace NSLOPDLL
