@@ -1,8 +1,8 @@
 #include "Debug/Log/DebugFiles.h"
 
 #include "Debug/Platform/CDescriptor_posix.h"
-#include "Debug/Platform/UserFolders_posix.h"
 #include "Debug/Platform/WriteAll_posix.h"
+#include "FileLib/Platform/UserFolders_posix.h"
 #include "FileLib/Rules/PosixNameCodec.h"
 
 #include <fcntl.h>
@@ -49,11 +49,12 @@ bool CopyBytes(int source, int target) {
 }
 
 bool FindFolder(const char* key, const char* fallback, std::u16string& folder) {
+    using namespace NSFileLibInternals;
     const std::string found = FindUserFolder(FindHomeFolder(), key, fallback);
     if (found.empty()) {
         return false;
     }
-    folder = NSFileLibInternals::NativeFromPosix(found + "/");
+    folder = NativeFromPosix(found + "/");
     return true;
 }
 

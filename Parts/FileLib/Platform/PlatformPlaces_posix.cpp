@@ -4,6 +4,7 @@
 #include "FileLib/Platform/PlatformCodes.h"
 #include "FileLib/Platform/PosixErrors.h"
 #include "FileLib/Platform/PosixStat.h"
+#include "FileLib/Platform/UserFolders_posix.h"
 #include "FileLib/Rules/PathRules.h"
 #include "FileLib/Rules/PosixNameCodec.h"
 
@@ -13,7 +14,6 @@
 #include <string_view>
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -33,28 +33,17 @@ bool IsTheVolume(const std::u16string& root) {
     return PosixFromNative(root) == "/";
 }
 
-// From the user database, since the environment is the host's.
-std::string FindHome() {
-    std::vector<char> buffer(1024);
-    struct passwd entry = {};
-    struct passwd* found = nullptr;
-    while (getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE) {
-        buffer.resize(buffer.size() * 2);
-    }
-    return found != nullptr && found->pw_dir != nullptr ? found->pw_dir : "";
-}
-
 std::string FindSpecialFolder(int32_t number) {
-    const std::string home = FindHome();
+    const std::string home = FindHomeFolder();
     switch (number) {
     case kSpecialFolder_CommonAppData:
         return "/var/lib";
     case kSpecialFolder_Windows:
         return "/";
     case kSpecialFolder_Desktop:
-        return home.empty() ? home : home + "/Desktop";
+        return FindUserFolder(home, "DESKTOP", "Desktop");
     case kSpecialFolder_Personal:
-        return home.empty() ? home : home + "/Documents";
+        return FindUserFolder(home, "DOCUMENTS", "Documents");
     case kSpecialFolder_AppData:
         return home.empty() ? home : home + "/.config";
     default:

@@ -1,21 +1,23 @@
-#include "Debug/Platform/UserFolders_posix.h"
+#include "FileLib/Platform/UserFolders_posix.h"
 
-#include "Tests/Debug/TestFolder.h"
+#include "FileLib/Rules/PosixNameCodec.h"
+#include "Tests/FileLib/CTestFolder.h"
+
+#include <filesystem>
+#include <fstream>
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
-namespace NSDebugPackage {
-namespace {
+namespace NSFileLibInternals {
 
 TEST(UserFolders, AsTheUserHasThem) {
     const CTestFolder folder;
-    const std::string home = folder.GetPath().string();
+    const std::string place = PosixFromNative(folder.GetPath());
+    const std::string home = place.substr(0, place.size() - 1);
     const auto find = [&] { return FindUserFolder(home, "DOCUMENTS", "Documents"); };
     EXPECT_EQ(find(), "");
-    std::filesystem::create_directories(folder.GetPath() / ".config");
-    std::filesystem::create_directories(folder.GetPath() / "Documents");
+    std::filesystem::create_directories(place + ".config");
+    std::filesystem::create_directories(place + "Documents");
     EXPECT_EQ(find(), home + "/Documents");
 
     const struct {
@@ -30,11 +32,10 @@ TEST(UserFolders, AsTheUserHasThem) {
         {"XDG_DOCUMENTS_DIR=\"$HOME/\"", home},
     };
     for (const auto& [text, expected] : cases) {
-        std::ofstream(folder.GetPath() / ".config" / "user-dirs.dirs") << text;
+        std::ofstream(place + ".config/user-dirs.dirs") << text;
         EXPECT_EQ(find(), expected) << text;
     }
     EXPECT_EQ(FindUserFolder("", "DOCUMENTS", "Documents"), "");
 }
 
-} // namespace
-} // namespace NSDebugPackage
+} // namespace NSFileLibInternals

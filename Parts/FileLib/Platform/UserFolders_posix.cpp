@@ -1,14 +1,14 @@
-#include "Debug/Platform/UserFolders_posix.h"
-
-#include <pwd.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "FileLib/Platform/UserFolders_posix.h"
 
 #include <cerrno>
 #include <fstream>
 #include <vector>
 
-namespace NSDebugPackage {
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace NSFileLibInternals {
 
 namespace {
 
@@ -74,4 +74,4 @@ std::string FindHomeFolder() {
     return error == 0 && found != nullptr && entry.pw_dir != nullptr ? entry.pw_dir : std::string();
 }
 
-} // namespace NSDebugPackage
+} // namespace NSFileLibInternals
