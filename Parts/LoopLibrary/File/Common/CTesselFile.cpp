@@ -12,7 +12,8 @@
 #include "LoopLibrary/File/Legacy/TSLLoader.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "LoopLibrary/Render/Sample/CAIFFChunks.h"
-#include "PorterPackage/Core/IFF/IFFSizes.h"
+#include "PorterPackage/Core/IFF/CIFFReader2.h"
+#include "PorterPackage/Core/Media/CPartialMedia.h"
 
 namespace NSLOPDLL {
 
@@ -48,14 +49,24 @@ bool IsAIFF(NSPorter::CMedia& media) {
     return groupWord == kAIFFGroupID && media.ReadU32() == kAIFFType;
 }
 
+// Allocates nothing as long as the file's structure is sound, so that memory which runs out never
+// makes a good file an unknown one. The views on the media stand on the stack for that reason.
 int32_t FindLegacyKind(NSPorter::CMedia& media) {
-    NSPorter::CIFFFileReader reader(&media, NSPorter::kIFFMode_BigEndian);
-    if (!reader.TryEnterForm(kAIFFType) || !reader.TryEnterChunk(kAppChunkID) ||
-        reader.GetDataSize() < 8) {
+    NSPorter::CIFFReader2 file(&media, NSPorter::kIFFMode_BigEndian);
+    NSPorter::CIFFChunkHeader form;
+    if (!file.FindForm(kAIFFType, form)) {
         return kFileKind_None;
     }
-    const uint32_t signature = reader.GetMedia()->ReadU32();
-    const uint32_t magic = reader.GetMedia()->ReadU32();
+    NSPorter::CPartialMedia formData(&media, form.fOffset + form.GetHeaderSize(),
+                                     form.GetDataSize());
+    NSPorter::CIFFReader2 chunks(&formData, NSPorter::kIFFMode_BigEndian);
+    NSPorter::CIFFChunkHeader app;
+    if (!chunks.FindChunk(kAppChunkID, app) || app.GetDataSize() < 8) {
+        return kFileKind_None;
+    }
+    formData.SetPosition(app.fOffset + app.GetHeaderSize());
+    const uint32_t signature = formData.ReadU32();
+    const uint32_t magic = formData.ReadU32();
     if (signature == CLOPAppChunk::kSignature && magic == CLOPAppChunk::kMagic) {
         return kFileKind_LOP;
     }
