@@ -1,7 +1,9 @@
 #include "Fuzz/HostContract.h"
 
 #include "Fuzz/Promise.h"
+#include "LoopLibrary/File/Common/CTesselFile.h"
 #include "LoopLibrary/Public/LoopLibrary.h"
+#include "PorterPackage/Core/Media/CMemoryMedia.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,11 +40,18 @@ extern "C" int32_t CheckProgress(int32_t percent, void* user) {
     return ++progress.fReports == progress.fStopAt ? 1 : 0;
 }
 
-// A .lop may legally state a loop of hours in a few bytes, and then takes the memory for it. That
-// is known and not looked into here.
-bool IsGiant(const LOPInfo& stated) {
-    const double minutes = stated.fPPQLength / (15.36 * std::max(stated.fLoopTempo, 1));
-    return minutes * 60.0 * stated.fSampleRate > 5e6;
+// A .lop may legally state a loop of hours in a few bytes, and then takes the memory for it,
+// whatever else is wrong with the file. That is known and not looked into here.
+bool IsGiantLOP(const std::vector<uint8_t>& file) {
+    NSPorter::CMemoryMedia media(static_cast<int64_t>(file.size()), file.data());
+    try {
+        const NSLOPDLL::CTesselFile model(&media);
+        NSLOPDLL::CTesselFileInfo info;
+        model.GetFileInfo(info);
+        return model.GetKind() == NSLOPDLL::kFileKind_LOP && info.fWaveSampleInfo.fFrames > 5000000;
+    } catch (const std::exception&) {
+        return false; // nor does it load then
+    }
 }
 
 bool IsLoadResult(LOPResult result) {
@@ -209,7 +218,7 @@ void CheckHostContract(const std::vector<uint8_t>& file, CByteSource& decisions)
     LOPInfo stated{};
     const LOPResult informed = LOPGetInfoFromBuffer(size, given.data(), sizeof stated, &stated);
     PROMISE(size < 1 ? informed == kLOPResult_InvalidArgument : IsLoadResult(informed));
-    if (informed == kLOPResult_OK && progress.fMayWander && IsGiant(stated)) {
+    if (IsGiantLOP(given)) {
         return;
     }
     LOPHandle loop = 1;

@@ -134,10 +134,10 @@ std::vector<int32_t> Samples(const CABCWaveSample& sample) {
 Numbers NumbersOf(const CTesselFileInfo& info) {
     const CWaveSampleInfo& audio = info.fWaveSampleInfo;
     return Collect(audio.fChannels, audio.fBitDepth, audio.fSampleRate, audio.fFrames,
-                   audio.fLoop.fStart, audio.fLoop.fEnd, info.fSliceCount, info.fExportedSliceCount,
-                   info.fTempo, info.fBars, info.fBeats, info.fTimeSignatureNumerator,
-                   info.fTimeSignatureDenominator, info.fCompressionRatio, info.fLoopPercent,
-                   info.fExportedSize);
+                   audio.fLoop.fMode, audio.fLoop.fDirection, audio.fLoop.fStart, audio.fLoop.fEnd,
+                   info.fSliceCount, info.fExportedSliceCount, info.fTempo, info.fBars, info.fBeats,
+                   info.fTimeSignatureNumerator, info.fTimeSignatureDenominator,
+                   info.fCompressionRatio, info.fLoopPercent, info.fExportedSize);
 }
 
 Numbers NumbersOf(const CTesselSequencer& sequencer) {

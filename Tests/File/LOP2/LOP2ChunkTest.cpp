@@ -96,6 +96,20 @@ TEST(LOP2Chunks, SingleRules) {
         }
     }
 
+    // A version counts whole, its stage included, except where its major alone decides.
+    using Versions = std::array<SStoredVersion, 3>;
+    const std::pair<std::string, Versions> versions[] = {
+        {kHead, Versions{{{1, 0, 0, 3}, {2}, {1}}}},
+        {kTessel, Versions{{{2}, {2, 0, 0, 3}, {1}}}},
+        {"loaded", Versions{{{3, 9, 9, 1}, {0, 0, 0, 1}, {1, 0, 0, 1}}}}};
+    for (const auto& [outcome, stored] : versions) {
+        SLOP2File file;
+        file.fHead.fVersion = stored[0];
+        file.fTesselInfo.fVersion = stored[1];
+        file.fTesselExtraInfo.emplace().fVersion = stored[2];
+        EXPECT_EQ(Load(WriteLOP2(file)).fOutcome, outcome);
+    }
+
     SLOP2File file;
     file.fHead.fMagic = 1;
     file.fHead.fUUID[0] = 1;

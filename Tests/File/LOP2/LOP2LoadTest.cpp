@@ -22,9 +22,8 @@ TEST(LOP2Load, AudioAndFileInfo) {
             const double ratio = 3000.0 * channels * (depth == 16 ? 2 : 4) /
                                  static_cast<double>(FindChunk(chunks, ID("SDAT")).fBody.size());
             EXPECT_EQ(NumbersOf(loaded.fInfo),
-                      (Numbers{1.0 * channels, 1.0 * depth, 44100, 3000, 5, 6, 1, 77, 120000, 1, 2,
-                               0, 4, ratio, 1, 12345}));
-            EXPECT_EQ(loaded.fInfo.fWaveSampleInfo.fLoop.fMode, kLoopMode_Looping);
+                      (Numbers{1.0 * channels, 1.0 * depth, 44100, 3000, 15, 0, 5, 6, 1, 77, 120000,
+                               1, 2, 0, 4, ratio, 1, 12345}));
             EXPECT_EQ(loaded.fAudio->GetLoopMode(), kSampleLoopMode_Forward);
             EXPECT_EQ(loaded.fAudio->GetLoopStart(), 5);
             EXPECT_EQ(loaded.fAudio->GetLoopEnd(), 6);

@@ -69,7 +69,7 @@ TEST(LOP2Settings, EditSettings) {
     file.fGeneralInfo.fSplitIntoSlices = 0;
     file.fTransientShaper.fEnabled = 0;
     file.fEqualizer.fEnabled = 1;
-    file.fCompressor.fEnabled = 255;
+    file.fCompressor.fEnabled = 0;
     const auto load = [&] {
         const CTesselEditSettings s = Load(WriteLOP2(file)).fEditSettings;
         return std::vector<int64_t>{s.fGridMode,          s.fGridEnabled,      s.fShaperEnabled,
@@ -80,13 +80,13 @@ TEST(LOP2Settings, EditSettings) {
     const std::pair<uint8_t, int64_t> gridModes[] = {{0, 0}, {1, 12}, {10, 10}, {11, 11}, {12, 12}};
     for (const auto& [byte, mode] : gridModes) {
         file.fTesselInfo.fGridByte = byte;
-        EXPECT_EQ(load(), (std::vector<int64_t>{mode, 1, 0, 1, 1, 0, 0, 0, 0, 0}));
+        EXPECT_EQ(load(), (std::vector<int64_t>{mode, 1, 0, 0, 1, 0, 0, 0, 0, 0}));
     }
     // The extra info stands in for the flags of the devices.
     const std::pair<uint32_t, int64_t> viewModes[] = {{3, 3}, {4, 0}, {0x80000001, 0}};
     for (const auto& [stored, mode] : viewModes) {
-        file.fTesselExtraInfo = {{1, 9, 9}, stored, 1, 0, 0, 0xFFFFFFFF, 5, 9};
-        EXPECT_EQ(load(), (std::vector<int64_t>{12, 1, 1, 0, 0, mode, 0xFFFFFFFF, 5, 1, 0}));
+        file.fTesselExtraInfo = {{1, 9, 9}, stored, 0, 0, 255, 0xFFFFFFFF, 5, 9};
+        EXPECT_EQ(load(), (std::vector<int64_t>{12, 1, 0, 1, 0, mode, 0xFFFFFFFF, 5, 1, 0}));
     }
 }
 

@@ -1,3 +1,6 @@
+#include "LoopLibrary/File/Legacy/CLOPAppChunk.h"
+#include "LoopLibrary/File/Legacy/CLOPSliceCopier.h"
+#include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "Tests/File/LoadTools.h"
 
 namespace NSLOPDLL {
@@ -5,11 +8,13 @@ namespace NSLOPDLL {
 TEST(LOPLoad, FileInfoAndSettings) {
     SLOPFile file;
     file.fAudio.fSamples = MakeNoise(500, 16, 1);
+    file.fAudio.SetLoop(5, 9); // which is not taken
+    file.fAudio.fInstrument->fSustainLoop.fPlayMode = 2;
     file.fPPQLength = 4800;
     file.fSlices = {{0, 100, 0}, {100, 100, 960}, {200, 50, 960}};
     SLoaded loaded = Load(WriteLOP(file));
-    EXPECT_EQ(NumbersOf(loaded.fInfo),
-              (Numbers{1, 16, 44100, 500, 0, 500, 3, 2, 120000, 1, 1, 4, 4, 1.0, 100, 1010}));
+    EXPECT_EQ(NumbersOf(loaded.fInfo), (Numbers{1, 16, 44100, 500, 15, 0, 0, 500, 3, 2, 120000, 1,
+                                                1, 4, 4, 1.0, 100, 1010}));
     EXPECT_EQ(NumbersOf(*loaded.fSequencer),
               (Numbers{1, 1, 4, 4, 120000, 1, 1, 1000, 0, 0, 21, 1023, 40, 0, 77, 39, 193, 350}));
     EXPECT_EQ(loaded.fEditSettings.fGridMode, 10);
@@ -90,6 +95,14 @@ TEST(LOPLoad, Slices) {
 }
 
 TEST(LOPLoad, RefusesOtherAudio) {
+    NSPorter::CMemoryMedia noBytes = MediaOver({});
+    const auto sample = CreateWaveSample(44100, 1, false, 16);
+    CNotingCallback callback;
+    const CWaveSampleInfo stereo{2, 16, 44100, 1, {}};
+    EXPECT_EQ(
+        OutcomeOf([&] { CLOPSliceCopier(noBytes, stereo, *sample, callback).Copy({}, 0, 0); }),
+        Violation("fileInfo.fWaveSampleInfo.fChannels != 1"));
+
     const std::string shape = "open: " + Violation("lop file that isn't 16-bit mono");
     SLOPFile file;
     file.fSliceCount = 0; // tested behind the audio

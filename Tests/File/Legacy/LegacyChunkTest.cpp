@@ -98,6 +98,8 @@ TEST(TSLAppChunk, ExportedSliceCountAndStretch) {
     EXPECT_EQ(chunk.CountExportedSlices(4, 20), 1 + 3);
     chunk.fSensitivity = 0; // threshold 32767, which only levels beyond 15 bits exceed
     EXPECT_EQ(chunk.CountExportedSlices(4, 20), 1 + 1);
+    chunk.fSensitivity = 1990; // threshold -33098, below all levels: 16 bits would make it 32438
+    EXPECT_EQ(chunk.CountExportedSlices(4, 20), 1 + 4);
     chunk.fSplitIntoSlices = false;
     EXPECT_EQ(chunk.CountExportedSlices(10, 20), 1);
 
@@ -142,7 +144,8 @@ TEST(AppChunks, RefuseWhatIsNotOfTheirKind) {
         {Without("APPL"), Violation("can't read app specific chunk")},
         {Poke("APPL", 0, 4, 0), Violation("bad app signature for app-specific chunk")},
         {Poke("APPL", 4, 5, 0), Violation("bad magic number in app specific chunk")},
-        {Poke("APPL", 8, 1, 2), Violation("incompatible version in app specific chunk")},
+        {Poke("APPL", 8, 8, 0x0200000000000000), // ahead of the count
+         Violation("incompatible version in app specific chunk")},
         {Poke("APPL", 14, 2, 0), Violation("zero or negativ slice count in app specific chunk")},
         {Poke("APPL", 14, 2, 1000), "loaded"},
         {Poke("APPL", 14, 2, 1001), Violation("")},
@@ -177,7 +180,10 @@ TEST(LOPAppChunk, ScaleIsTheLargestThatAPieceAsksFor) {
         EXPECT_EQ(chunk.CountDistinctPositions(), distinct);
     }
     chunk.fPPQLength = 0xFFFFFFFF;
-    chunk.fSlices[0].fPPQPosition = 0xFFFFFFFE;
+    chunk.fSlices = {{0, 1000, 0}}; // a span saturates at 31 bits, and so the loop is twice as long
+    EXPECT_EQ(chunk.GetFramesPerTick(), 1000.0 / INT32_MAX);
+    EXPECT_EQ(chunk.GetTotalFrames(), 2000);
+    chunk.fSlices = {{0, 0xFFFFFFFF, 0xFFFFFFFE}};
     EXPECT_EQ(chunk.GetTotalFrames(), int64_t{1} << 62);
     EXPECT_EQ(FrameOfTick(0xFFFFFFFF, 4294967295.0), INT32_MAX);
 }

@@ -12,14 +12,13 @@ TEST(TSLLoad, AudioAndFileInfo) {
     file.fBeats = 8;
     file.fTimeSignatureNumerator = 16;
     file.fTimeSignatureDenominator = 0;
-    file.fStoredFlag = 9;
     file.fDropMuted = 1;
     file.fStretchIndex = 65535;
     const Bytes bytes = WriteTSL(file);
     CheckReports(bytes, {0, 1024, 2048, 2500}, "audio: XAbort callback cancelled");
     const SLoaded loaded = Load(bytes);
-    EXPECT_EQ(NumbersOf(loaded.fInfo),
-              (Numbers{1, 16, 44100, 2500, 100, 1125, 1, 1, 450000, 300, 8, 16, 0, 1.0, 41, 0}));
+    EXPECT_EQ(NumbersOf(loaded.fInfo), (Numbers{1, 16, 44100, 2500, 15, 0, 100, 1125, 1, 1, 450000,
+                                                300, 8, 16, 0, 1.0, 41, 0}));
     EXPECT_EQ(NumbersOf(*loaded.fSequencer), (Numbers{300, 7, 15, 1, 450000, 1, 1, 1000, 0, 1, 0,
                                                       1023, 100, 0, 77, 39, 193, 350}));
     EXPECT_EQ(loaded.fAudio->GetLoopStart(), 100);
@@ -28,8 +27,12 @@ TEST(TSLLoad, AudioAndFileInfo) {
         sample *= 256;
     }
     EXPECT_EQ(Samples(*loaded.fAudio), file.fAudio.fSamples);
-    NSPorter::CMemoryMedia media = MediaOver(bytes);
-    EXPECT_TRUE(CTesselFile(&media).GetStoredFlag());
+    for (const bool isSet : {true, false}) {
+        file.fStoredFlag = isSet ? 9 : 0;
+        const Bytes flagged = WriteTSL(file);
+        NSPorter::CMemoryMedia media = MediaOver(flagged);
+        EXPECT_EQ(CTesselFile(&media).GetStoredFlag(), isSet);
+    }
 }
 
 TEST(TSLLoad, TempoAndTranspose) {

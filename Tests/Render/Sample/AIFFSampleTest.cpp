@@ -73,14 +73,15 @@ TEST(ReadAIFFSampleInfo, CommonChunkInBothForms) {
     }
     EXPECT_EQ(InfoOf(With(kCommon, 8, Rate(2147483647.5))).fSampleRate, 2147483647);
     EXPECT_EQ(InfoOf(With(kCommon, 6, Word(22))).fBitDepth, 22);
-    for (const std::string& refused : {kCommon + "sowt", With(kCommon, 6, Word(12)),
-                                       With(kCommon, 6, Word(0)), With(kCommon, 6, Word(32))}) {
+    // The compression comes ahead of the fields, and the depth behind them.
+    for (const std::string& refused : {With(kCommon + "sowt", 0, Word(0)),
+                                       With(kCommon, 6, Word(12)), With(kCommon, 6, Word(32))}) {
         EXPECT_RAISES(NSLichen::XUnsupportedFormat, InfoOf(refused));
     }
     for (const std::string& broken :
          {""s, kCommon.substr(0, 17), With(kCommon, 0, Word(0)),
           With(kCommon, 2, BigEndian(0x80000000)), With(kCommon, 8, "\x7F\xFF\x80"),
-          With(kCommon, 8, "\x7F\xFF\0\0\0\0"s), With(kCommon, 8, Rate(0.99)),
+          With(kCommon, 8, "\x7F\xFF\0\0\0\0"s), With(With(kCommon, 6, Word(0)), 8, Rate(0.99)),
           With(kCommon, 8, Rate(-44100.0)), With(kCommon, 8, Rate(2147483648.0))}) {
         EXPECT_VIOLATION(InfoOf(broken));
     }
@@ -182,6 +183,10 @@ TEST(WriteAIFF, GivesTheSameInformationBack) {
         ReadAIFFSampleInfo(read, media);
         EXPECT_EQ(Fields(read), Fields(info));
         CIFFReader reader(&media, kAIFFGroupID);
+        CAIFFMarkerChunk markers;
+        if (markers.Read(reader)) {
+            EXPECT_EQ(markers.Find(1)->fName + markers.Find(2)->fName, "Loop StartLoop End");
+        }
         EXPECT_EQ(EnterAIFFSoundData(reader, read).fBlockSize, 512U);
         EXPECT_EQ(media.BytesLeft(), 600);
     }
@@ -198,6 +203,7 @@ TEST(EnterAIFFSoundData, HoldsTheFramesAgainstTheChunk) {
                  {{1, 24, 0, 10}, 37, 0, false},
                  {{1, 16, 0, 4}, 26, 10, true},
                  {{1, 16, 0, 5}, 26, 10, false},
+                 {{1, 16, 0, 0}, 18, 10, true},
                  {{1, 16, 0, 0}, 7, 0, false},
                  {{1, 0, 0, 0}, 8, 0, false},
                  // An offset beyond the chunk, which would wrap in 32 bits.

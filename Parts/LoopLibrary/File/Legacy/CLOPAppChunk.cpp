@@ -14,6 +14,8 @@ namespace NSLOPDLL {
 namespace {
 
 constexpr int64_t kRecordsOffset = 1016;
+// Ticks of one slice.
+constexpr int64_t kLongestSpan = 0x7FFFFFFF;
 
 } // namespace
 
@@ -54,7 +56,8 @@ double CLOPAppChunk::GetFramesPerTick() const {
     for (size_t first = 0; first < fSlices.size();) {
         const size_t end = FindRunEnd(first);
         const int64_t next = end < fSlices.size() ? fSlices[end].fPPQPosition : fPPQLength;
-        const int64_t span = std::max<int64_t>(next - fSlices[first].fPPQPosition, 1);
+        const int64_t span =
+            std::clamp<int64_t>(next - fSlices[first].fPPQPosition, 1, kLongestSpan);
         largest = std::max(largest, static_cast<double>(fSlices[end - 1].fSourceLength) /
                                         static_cast<double>(span));
         first = end;

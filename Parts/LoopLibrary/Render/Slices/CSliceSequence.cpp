@@ -34,16 +34,16 @@ CSliceSequence::CSliceSequence(const CABCWaveSample* waveSample) noexcept
 
 CSliceSequence::~CSliceSequence() = default;
 
-int16_t CSliceSequence::ThresholdFor(int32_t sensitivity) noexcept {
+int32_t CSliceSequence::ThresholdFor(int32_t sensitivity) noexcept {
     // The part that is taken off is rounded up: at 50 it is 16549.
     const int64_t scaled = int64_t{sensitivity} * 32767;
     const int64_t reduction = scaled / 99 + (scaled % 99 > 0 ? 1 : 0);
-    return static_cast<int16_t>(32767 - reduction);
+    return static_cast<int32_t>(32767 - reduction);
 }
 
 void CSliceSequence::SetSensitivity(int32_t value) {
     fSensitivity = value;
-    fThreshold = ThresholdFor(value);
+    fThreshold = static_cast<int16_t>(ThresholdFor(value));
     UpdateSliceLengths();
 }
 

@@ -44,8 +44,8 @@ public:
     void RemoveSliceAt(const CSlice& slice);
 
     /// The level above which slices of kSliceKind_Level are active: 32767 at a sensitivity of 0,
-    /// and 0 at 99. Narrowed to 16 bits, also for a sensitivity beyond that range.
-    static int16_t ThresholdFor(int32_t sensitivity) noexcept;
+    /// and 0 at 99. Negative beyond; the sequence's own threshold is this one narrowed to 16 bits.
+    static int32_t ThresholdFor(int32_t sensitivity) noexcept;
     bool IsActive(const CSlice& slice) const noexcept;
     /// Gives every slice its length: active ones reach to the next active one or to where the gate
     /// closes, all others get 1.
