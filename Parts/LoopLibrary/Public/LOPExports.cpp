@@ -5,12 +5,20 @@
 #include "LoopLibrary/Public/CLOPDLL.h"
 #include "LoopLibrary/Public/FailureToResult.h"
 #include "LoopLibrary/Public/SystemHandle.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
+#include "LoopLibrary/Render/Common/OutputRate.h"
 #include "Support/Threads/CFloatingPointMode.h"
 
 #include <atomic>
 #include <cstddef>
 #include <memory>
 
+// The public header states numbers that the insides define.
+static_assert(LOP_PPQ == NSLOPDLL::kPulsesPerQuarter &&
+              LOP_MIN_TEMPO == NSLOPDLL::kTempoRange.fLeast &&
+              LOP_MAX_TEMPO == NSLOPDLL::kTempoRange.fGreatest &&
+              LOP_MIN_SAMPLE_RATE == NSLOPDLL::kOutputRate_Minimum &&
+              LOP_MAX_SAMPLE_RATE == NSLOPDLL::kOutputRate_Maximum);
 // What crosses the boundary has the same layout in every compiler.
 static_assert(sizeof(LOPHandle) == 8 && sizeof(LOPResult) == 4);
 static_assert(sizeof(LOPInfo) == 36 && offsetof(LOPInfo, fBitDepth) == 32);

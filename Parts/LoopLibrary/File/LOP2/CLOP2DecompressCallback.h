@@ -12,9 +12,9 @@ public:
     CLOP2DecompressCallback(const CLOP2DecompressCallback&) = delete;
     CLOP2DecompressCallback& operator=(const CLOP2DecompressCallback&) = delete;
 
-    /// Called with the frames finished so far; of a file that lays its pieces out on a grid, with
-    /// the frame where the next piece goes, which need not grow. True stops the load, but for the
-    /// last call of a load, whose answer is dropped.
+    /// Called with the frames finished so far, or, when the file's pieces are laid out on a grid,
+    /// with the frame where the next piece goes, which need not grow. True stops the load; the
+    /// answer to the last call of a load is ignored.
     virtual bool ShouldStop(uint32_t framesDone);
 };
 

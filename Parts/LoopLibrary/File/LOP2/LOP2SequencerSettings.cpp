@@ -1,4 +1,3 @@
-#include "LoopLibrary/File/Common/LoopLimits.h"
 #include "LoopLibrary/File/LOP2/Chunks/CLOP2CompressorDeviceChunk.h"
 #include "LoopLibrary/File/LOP2/Chunks/CLOP2EqualizerDeviceChunk.h"
 #include "LoopLibrary/File/LOP2/Chunks/CLOP2GeneralInfoChunk.h"
@@ -7,6 +6,7 @@
 #include "LoopLibrary/File/LOP2/Chunks/CLOP2TransientShaperDeviceChunk.h"
 #include "LoopLibrary/File/LOP2/LOP2Chunks.h"
 #include "LoopLibrary/File/LOP2/LOP2Loader.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
 #include "LoopLibrary/Render/Slices/LegacyTimeIndex.h"
 #include "PorterPackage/Core/IFF/IFFSizes.h"
@@ -30,30 +30,26 @@ ETimeScale TimeScaleOf(const NSPorter::SVersionRecord& version) {
                                                        : ETimeScale::kUnknown;
 }
 
-int16_t ClampAttack(int32_t index) {
-    return ClampTo16(index, 0, 520);
-}
-
 // 0 stands for no attack in both scales.
 int32_t OldestAttackIndex(int32_t stored, int32_t divisor, int32_t rate) {
     return stored == 0 ? 0 : LegacyTimeIndex(stored / divisor, false, rate);
 }
 
 void ApplyGeneralInfo(const CLOP2GeneralInfoChunk& general, CTesselSequencer& sequencer) {
-    sequencer.SetBars(ClampBars(general.GetBars()));
-    sequencer.SetBeats(ClampBeats(general.GetBeats()));
-    sequencer.SetTimeSignature(ClampSignaturePart(general.GetTimeSignatureNumerator()),
-                               ClampSignaturePart(general.GetTimeSignatureDenominator()));
-    sequencer.SetTempo(ClampTempo(static_cast<int32_t>(general.GetTempo())));
+    sequencer.SetBars(kBarsRange.Clip(general.GetBars()));
+    sequencer.SetBeats(kBeatsRange.Clip(general.GetBeats()));
+    sequencer.SetTimeSignature(kSignaturePartRange.Clip(general.GetTimeSignatureNumerator()),
+                               kSignaturePartRange.Clip(general.GetTimeSignatureDenominator()));
+    sequencer.SetTempo(kTempoRange.Clip(static_cast<int32_t>(general.GetTempo())));
     sequencer.SetDropMuted(general.IsDropMuted());
-    sequencer.GetSampler().SetGain(ClampTo16(general.GetGain(), 0, 7943));
-    sequencer.GetSampler().SetTranspose(ClampTranspose(general.GetTranspose()));
+    sequencer.GetSampler().SetGain(kGainRange.Clip16(general.GetGain()));
+    sequencer.GetSampler().SetTranspose(kTransposeRange.Clip16(general.GetTranspose()));
 }
 
 void ApplyShaper(const CLOP2TransientShaperDeviceChunk& shaper, ETimeScale scale,
                  CTesselSampler& sampler) {
     sampler.SetShaperOn(shaper.IsEnabled());
-    sampler.SetShaperStretch(ClampTo16(shaper.GetAmount(), 0, 100));
+    sampler.SetShaperStretch(kStretchRange.Clip16(shaper.GetAmount()));
     if (scale == ETimeScale::kUnknown) {
         return;
     }
@@ -64,28 +60,27 @@ void ApplyShaper(const CLOP2TransientShaperDeviceChunk& shaper, ETimeScale scale
         attack = OldestAttackIndex(attack, 2, rate);
         decay = LegacyTimeIndex(decay, true, rate);
     }
-    sampler.SetShaperAttack(ClampAttack(attack));
-    constexpr int16_t kNoDecay = 1023;
-    sampler.SetShaperDecay(decay == kNoDecay ? kNoDecay : ClampTo16(decay, 58, 749));
+    sampler.SetShaperAttack(kAttackRange.Clip16(attack));
+    sampler.SetShaperDecay(decay == kNoDecay ? kNoDecay : kShaperDecayRange.Clip16(decay));
 }
 
 void ApplyEqualizer(const CLOP2EqualizerDeviceChunk& chunk, CEqualizerEffect& equalizer) {
     equalizer.SetEnabled(chunk.IsEnabled());
-    equalizer.SetLowCut(ClampTo16(chunk.GetLowFrequency(), 15, 12000));
-    equalizer.SetBand1Frequency(ClampTo16(chunk.GetBand1Frequency(), 20, 3000));
-    equalizer.SetBand1Gain(ClampTo16(chunk.GetBand1Gain(), -18000, 18000));
-    equalizer.SetBand1Q(ClampTo16(chunk.GetBand1Q(), 500, 10000));
-    equalizer.SetBand2Frequency(ClampTo16(chunk.GetBand2Frequency(), 1500, 16000));
-    equalizer.SetBand2Gain(ClampTo16(chunk.GetBand2Gain(), -18000, 18000));
-    equalizer.SetBand2Q(ClampTo16(chunk.GetBand2Q(), 500, 10000));
-    equalizer.SetHighCut(ClampTo16(chunk.GetHighFrequency(), 100, 20000));
+    equalizer.SetLowCut(kLowCutRange.Clip16(chunk.GetLowFrequency()));
+    equalizer.SetBand1Frequency(kBand1FrequencyRange.Clip16(chunk.GetBand1Frequency()));
+    equalizer.SetBand1Gain(kBandGainRange.Clip16(chunk.GetBand1Gain()));
+    equalizer.SetBand1Q(kBandQRange.Clip16(chunk.GetBand1Q()));
+    equalizer.SetBand2Frequency(kBand2FrequencyRange.Clip16(chunk.GetBand2Frequency()));
+    equalizer.SetBand2Gain(kBandGainRange.Clip16(chunk.GetBand2Gain()));
+    equalizer.SetBand2Q(kBandQRange.Clip16(chunk.GetBand2Q()));
+    equalizer.SetHighCut(kHighCutRange.Clip16(chunk.GetHighFrequency()));
 }
 
 void ApplyCompressor(const CLOP2CompressorDeviceChunk& compressor, ETimeScale scale,
                      CTesselSampler& sampler) {
     sampler.SetCompressorOn(compressor.IsEnabled());
-    sampler.SetCompressorThreshold(ClampTo16(compressor.GetThreshold(), 0, 127));
-    sampler.SetCompressorRatio(ClampTo16(compressor.GetRatio(), 0, 127));
+    sampler.SetCompressorThreshold(kCompressorLevelRange.Clip16(compressor.GetThreshold()));
+    sampler.SetCompressorRatio(kCompressorLevelRange.Clip16(compressor.GetRatio()));
     if (scale == ETimeScale::kUnknown) {
         return;
     }
@@ -96,8 +91,8 @@ void ApplyCompressor(const CLOP2CompressorDeviceChunk& compressor, ETimeScale sc
         attack = OldestAttackIndex(attack, 3, rate);
         release = LegacyTimeIndex(release / 2 + 16, true, rate);
     }
-    sampler.SetCompressorAttack(ClampAttack(attack));
-    sampler.SetCompressorRelease(ClampTo16(release, 134, 666));
+    sampler.SetCompressorAttack(kAttackRange.Clip16(attack));
+    sampler.SetCompressorRelease(kCompressorReleaseRange.Clip16(release));
 }
 
 } // namespace

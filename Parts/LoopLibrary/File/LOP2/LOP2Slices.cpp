@@ -29,7 +29,7 @@ CSlice SliceFromChunk(const CLOP2SliceChunk& chunk) {
     return slice;
 }
 
-// Of the list that the reader has entered, which may hold nothing but slices.
+// The reader has entered the list, which may hold only slices.
 std::vector<CSlice> ReadSliceList(NSPorter::CIFFFileReader& reader, uint32_t sliceCount) {
     if (reader.CountChunks() != int64_t{sliceCount}) {
         RaiseFormatViolation("wrong # of chunks in kLOP2SliceCatIFFType cat");

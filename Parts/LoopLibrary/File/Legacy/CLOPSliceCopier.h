@@ -34,7 +34,7 @@ private:
     const CWaveSampleInfo& fInfo;
     CABCWaveSample& fWaveSample;
     CLOP2DecompressCallback& fCallback;
-    int64_t fSourceCursor = 0; // frame, as the records count; may run ahead of the media
+    int64_t fSourceCursor = 0; // frame, by the records; may be beyond the media's
 };
 
 } // namespace NSLOPDLL

@@ -1,8 +1,8 @@
 #include "LoopLibrary/File/Legacy/CTSLAppChunk.h"
 
 #include "LoopLibrary/File/Common/LoopFileFailures.h"
-#include "LoopLibrary/File/Common/LoopLimits.h"
 #include "LoopLibrary/File/Legacy/AppChunk.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "LoopLibrary/Render/Sample/CAIFFChunks.h"
 #include "LoopLibrary/Render/Slices/CSliceSequence.h"
 #include "PorterPackage/Core/Bytes/BitTools.h"
@@ -110,7 +110,7 @@ void CTSLAppChunk::Store(std::span<uint8_t, kByteCount> bytes) const {
 
 int16_t CTSLAppChunk::GetStretchPercent() const {
     const size_t index = std::min<size_t>(fStretchIndex, std::size(kStretchTable) - 1);
-    return ClampTo16((kStretchTable[index] - 1000 + 9) / 10, 0, 100);
+    return kStretchRange.Clip16((kStretchTable[index] - 1000 + 9) / 10);
 }
 
 bool CTSLAppChunk::IsOn(const STSLSliceRecord& slice, int32_t threshold) {

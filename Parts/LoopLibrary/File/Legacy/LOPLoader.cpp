@@ -2,11 +2,11 @@
 
 #include "LoopLibrary/File/Common/CTesselFileInfo.h"
 #include "LoopLibrary/File/Common/LoopFileFailures.h"
-#include "LoopLibrary/File/Common/LoopLimits.h"
 #include "LoopLibrary/File/LOP2/CLOP2DecompressCallback.h"
 #include "LoopLibrary/File/Legacy/CLOPAppChunk.h"
 #include "LoopLibrary/File/Legacy/CLOPSliceCopier.h"
 #include "LoopLibrary/File/Legacy/MonoAudio.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "LoopLibrary/Render/Sample/CAIFFSampleReader.h"
 #include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
@@ -73,7 +73,7 @@ void ReadLOPFileInfo(NSPorter::CMedia& media, CTesselFileInfo& info) {
     info.fSliceCount = static_cast<int32_t>(chunk.fSlices.size());
     info.fBars = chunk.GetBars();
     info.fBeats = chunk.GetBeats();
-    info.fTempo = ClampTempo(chunk.fTempo);
+    info.fTempo = kTempoRange.Clip(chunk.fTempo);
     info.fTimeSignatureNumerator = 4;
     info.fTimeSignatureDenominator = 4;
     info.fWaveSampleInfo.fFrames = total;
@@ -122,17 +122,17 @@ void ReadLOPSlices(NSPorter::CMedia& media, CSliceSequence& sequence) {
     }
     sequence.InsertSlices(std::move(slices));
     sequence.UpdateSliceLengths();
-    sequence.SetSensitivity(99);
+    sequence.SetSensitivity(kSensitivityRange.fGreatest);
 }
 
 void ReadLOPSequencerSettings(NSPorter::CMedia& media, CTesselSequencer& sequencer) {
     const CLOPAppChunk chunk = ReadLOPChunk(media);
     sequencer.SetTimeSignature(4, 4);
-    sequencer.SetBars(ClampBars(chunk.GetBars()));
-    sequencer.SetBeats(ClampBeats(chunk.GetBeats()));
+    sequencer.SetBars(kBarsRange.Clip(chunk.GetBars()));
+    sequencer.SetBeats(kBeatsRange.Clip(chunk.GetBeats()));
     sequencer.GetSampler().SetShaperOn(false);
     sequencer.SetDropMuted(true);
-    sequencer.SetTempo(ClampTempo(chunk.fTempo));
+    sequencer.SetTempo(kTempoRange.Clip(chunk.fTempo));
     sequencer.SetTempoSync(chunk.GetBars() != 0 || chunk.GetBeats() != 0);
 }
 

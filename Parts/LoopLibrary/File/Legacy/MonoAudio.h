@@ -13,8 +13,7 @@ class CABCWaveSample;
 class CLOP2DecompressCallback;
 struct CWaveSampleInfo;
 
-// What the two older kinds of file, both AIFF with 16-bit mono audio, have in common when their
-// audio is read.
+// Reading the audio of the two older kinds of file, both AIFF with 16-bit mono audio.
 
 constexpr int32_t kMonoBlockFrameLimit = 2048;
 
@@ -27,7 +26,7 @@ void ReportFrame(CLOP2DecompressCallback& callback, int32_t frame);
 
 /// Copies `count` frames, none if it is below 1, from the media's cursor to `position` in the wave
 /// sample, which has room for them. Goes by blocks of `blockFrames`, 1 to kMonoBlockFrameLimit, and
-/// reports ahead of each. XFormatViolation without words for frames that the media lacks.
+/// reports before each. XFormatViolation without words for frames that the media lacks.
 void CopyMonoFrames(NSPorter::CMedia& media, const CWaveSampleInfo& info, int32_t position,
                     int64_t count, int32_t blockFrames, CABCWaveSample& waveSample,
                     CLOP2DecompressCallback& callback);

@@ -3,10 +3,10 @@
 #include "LoopLibrary/File/Common/CTesselEditSettings.h"
 #include "LoopLibrary/File/Common/CTesselFileInfo.h"
 #include "LoopLibrary/File/Common/LoopFileFailures.h"
-#include "LoopLibrary/File/Common/LoopLimits.h"
 #include "LoopLibrary/File/LOP2/CLOP2DecompressCallback.h"
 #include "LoopLibrary/File/Legacy/CTSLAppChunk.h"
 #include "LoopLibrary/File/Legacy/MonoAudio.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "LoopLibrary/Render/Sample/CAIFFSampleReader.h"
 #include "LoopLibrary/Render/Sequencer/LoopTempo.h"
@@ -38,10 +38,10 @@ int32_t TempoOf(const CTSLAppChunk& chunk, int64_t loopFrames, int32_t sampleRat
         return 0;
     }
     if (chunk.fTempoStored) {
-        return ClampTempo(chunk.fTempo);
+        return kTempoRange.Clip(chunk.fTempo);
     }
     const int32_t beats = chunk.fTimeSignatureNumerator * chunk.fBars + chunk.fBeats;
-    return ClampTempo(LoopTempo(loopFrames, static_cast<uint32_t>(sampleRate), beats));
+    return kTempoRange.Clip(LoopTempo(loopFrames, static_cast<uint32_t>(sampleRate), beats));
 }
 
 CSlice SliceFromRecord(const STSLSliceRecord& record) {

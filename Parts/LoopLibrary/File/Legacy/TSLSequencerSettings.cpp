@@ -1,6 +1,6 @@
-#include "LoopLibrary/File/Common/LoopLimits.h"
 #include "LoopLibrary/File/Legacy/CTSLAppChunk.h"
 #include "LoopLibrary/File/Legacy/TSLLoader.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
 
 #include <cmath>
@@ -9,8 +9,8 @@ namespace NSLOPDLL {
 
 namespace {
 
-// The pitch at which the recording would play, were it only sped up from the tempo of its length to
-// the stored one.
+// The change in pitch, in cents, if the recording were sped up like a tape from the tempo that its
+// length gives to the stored one.
 int16_t TransposeOfTempo(int32_t loopTempo, int32_t storedTempo) {
     const double l = loopTempo;
     const double t = storedTempo;
@@ -22,7 +22,7 @@ int16_t TransposeOfTempo(int32_t loopTempo, int32_t storedTempo) {
         }
     }
     // The two tempos lie within 1 to 999999 and 20000 to 450000: 16 bits hold every result.
-    return ClampTranspose(static_cast<int16_t>(semitones * 100.0));
+    return kTransposeRange.Clip16(static_cast<int16_t>(semitones * 100.0));
 }
 
 void SetTempoOf(const CTSLAppChunk& chunk, CTesselSequencer& sequencer) {
@@ -32,10 +32,10 @@ void SetTempoOf(const CTSLAppChunk& chunk, CTesselSequencer& sequencer) {
         return;
     }
     const int32_t loopTempo = sequencer.GetLoopTempo();
-    sequencer.SetTempo(ClampTempo(loopTempo));
+    sequencer.SetTempo(kTempoRange.Clip(loopTempo));
     sequencer.SetTempoSync(true);
     if (chunk.fTempoStored) {
-        const int32_t storedTempo = ClampTempo(chunk.fTempo);
+        const int32_t storedTempo = kTempoRange.Clip(chunk.fTempo);
         sequencer.SetTempo(storedTempo);
         sequencer.GetSampler().SetTranspose(TransposeOfTempo(loopTempo, storedTempo));
     }
@@ -45,17 +45,17 @@ void SetTempoOf(const CTSLAppChunk& chunk, CTesselSequencer& sequencer) {
 
 void ReadTSLSequencerSettings(NSPorter::CMedia& media, CTesselSequencer& sequencer) {
     const CTSLAppChunk chunk = ReadTSLChunk(media);
-    sequencer.SetTimeSignature(ClampSignaturePart(chunk.fTimeSignatureNumerator),
-                               ClampSignaturePart(chunk.fTimeSignatureDenominator));
-    sequencer.SetBars(ClampBars(chunk.fBars));
-    sequencer.SetBeats(ClampBeats(chunk.fBeats));
+    sequencer.SetTimeSignature(kSignaturePartRange.Clip(chunk.fTimeSignatureNumerator),
+                               kSignaturePartRange.Clip(chunk.fTimeSignatureDenominator));
+    sequencer.SetBars(kBarsRange.Clip(chunk.fBars));
+    sequencer.SetBeats(kBeatsRange.Clip(chunk.fBeats));
     sequencer.SetDropMuted(chunk.fDropMuted);
     SetTempoOf(chunk, sequencer);
 
     CTesselSampler& sampler = sequencer.GetSampler();
     sampler.SetShaperOn(true);
     sampler.SetShaperAttack(0);
-    sampler.SetShaperDecay(1023);
+    sampler.SetShaperDecay(kNoDecay);
     sampler.SetShaperStretch(chunk.GetStretchPercent());
 }
 

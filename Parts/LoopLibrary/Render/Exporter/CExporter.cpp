@@ -2,6 +2,7 @@
 
 #include "Failure/Raising/Raise.h"
 #include "LoopLibrary/Render/Common/BlockTime.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 
 #include <algorithm>
@@ -13,8 +14,6 @@
 namespace NSLOPDLL {
 
 namespace {
-
-constexpr int32_t kPPQPerQuarter = 15360;
 
 // Wraps, as the format's own arithmetic does for loops beyond any sensible length.
 int32_t WrappingProduct(int32_t a, int32_t b) noexcept {
@@ -124,8 +123,8 @@ uint32_t CExporter::FramesToPPQ(double frames) const noexcept {
         return 0;
     }
     const double perQuarter = static_cast<double>(length) / static_cast<double>(quarters);
-    const int32_t pulses = SaturateToInt32(frames * kPPQPerQuarter / perQuarter + 0.5);
-    const int64_t most = int64_t{kPPQPerQuarter} * beats * 4 / denominator;
+    const int32_t pulses = SaturateToInt32(frames * kPulsesPerQuarter / perQuarter + 0.5);
+    const int64_t most = int64_t{kPulsesPerQuarter} * beats * 4 / denominator;
     return static_cast<uint32_t>(std::clamp(pulses, 0, std::max(SaturateToInt32(most), 0)));
 }
 

@@ -1,6 +1,7 @@
 #include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
 
 #include "LoopLibrary/Render/Common/BlockTime.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "LoopLibrary/Render/Sequencer/LoopTempo.h"
 
@@ -9,9 +10,6 @@
 namespace NSLOPDLL {
 
 namespace {
-
-constexpr int32_t kTempo_Minimum = 20000;
-constexpr int32_t kTempo_Maximum = 450000;
 
 int32_t ClippedRate(const CABCWaveSample& sample) noexcept {
     return static_cast<int32_t>(
@@ -25,7 +23,7 @@ CTesselSequencer::CTesselSequencer(CABCWaveSample* waveSample)
       fEqualizer(ClippedRate(*waveSample)), fOutputRate(ClippedRate(*waveSample)) {
     const int32_t loopTempo = GetLoopTempo();
     if (loopTempo != 0) {
-        fTempo = std::clamp(loopTempo, kTempo_Minimum, kTempo_Maximum);
+        fTempo = kTempoRange.Clip(loopTempo);
     }
 }
 

@@ -10,21 +10,21 @@ class CMedia;
 
 namespace NSLOPDLL {
 
-/// "EQ  ": settings of the equalizer. Frequencies in Hz, gains in thousandths of a decibel, widths
-/// in thousandths.
+/// "EQ  ": settings of the equalizer, within their ranges. Frequencies in Hz, gains in thousandths
+/// of a decibel, widths in thousandths.
 class CLOP2EqualizerDeviceChunk final : public CABCLOP2Chunk {
 public:
     explicit CLOP2EqualizerDeviceChunk(NSPorter::CMedia& media);
 
     bool IsEnabled() const { return fEnabled; }
-    uint16_t GetLowFrequency() const { return fLowFrequency; }     // 15 to 12000
-    uint16_t GetBand1Frequency() const { return fBand1Frequency; } // 20 to 3000
-    int16_t GetBand1Gain() const { return fBand1Gain; }            // -18000 to 18000
-    uint16_t GetBand1Q() const { return fBand1Q; }                 // 500 to 10000
-    uint16_t GetBand2Frequency() const { return fBand2Frequency; } // 1500 to 16000
-    int16_t GetBand2Gain() const { return fBand2Gain; }            // -18000 to 18000
-    uint16_t GetBand2Q() const { return fBand2Q; }                 // 500 to 10000
-    uint16_t GetHighFrequency() const { return fHighFrequency; }   // 100 to 20000
+    uint16_t GetLowFrequency() const { return fLowFrequency; }
+    uint16_t GetBand1Frequency() const { return fBand1Frequency; }
+    int16_t GetBand1Gain() const { return fBand1Gain; }
+    uint16_t GetBand1Q() const { return fBand1Q; }
+    uint16_t GetBand2Frequency() const { return fBand2Frequency; }
+    int16_t GetBand2Gain() const { return fBand2Gain; }
+    uint16_t GetBand2Q() const { return fBand2Q; }
+    uint16_t GetHighFrequency() const { return fHighFrequency; }
 
 private:
     bool IsValid() const;

@@ -1,6 +1,7 @@
 #include "LoopLibrary/File/LOP2/Chunks/CLOP2GeneralInfoChunk.h"
 
 #include "LoopLibrary/File/Common/LoopFileFailures.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "PorterPackage/Core/Bytes/BitTools.h"
 #include "PorterPackage/Core/Media/CMedia.h"
 
@@ -21,10 +22,12 @@ CLOP2GeneralInfoChunk::CLOP2GeneralInfoChunk(NSPorter::CMedia& media)
 }
 
 bool CLOP2GeneralInfoChunk::IsValid() const {
-    return fBars <= 999 && fBeats <= 7 && (fBars != 0 || fBeats != 0) &&
-           fTimeSignatureNumerator <= 15 && fTimeSignatureDenominator <= 15 && fSensitivity <= 99 &&
-           fGateLevel <= 999 && fTempo >= 20000 && fTempo <= 450000 && fGain <= 7943 &&
-           fTranspose >= -2400 && fTranspose <= 2400;
+    return kBarsRange.Holds(fBars) && kBeatsRange.Holds(fBeats) && (fBars != 0 || fBeats != 0) &&
+           fTimeSignatureNumerator <= kSignaturePartRange.fGreatest &&
+           fTimeSignatureDenominator <= kSignaturePartRange.fGreatest &&
+           kSensitivityRange.Holds(fSensitivity) && kGateLevelRange.Holds(fGateLevel) &&
+           kTempoRange.Holds(fTempo) && kGainRange.Holds(fGain) &&
+           kTransposeRange.Holds(fTranspose);
 }
 
 } // namespace NSLOPDLL

@@ -18,7 +18,7 @@ constexpr uint32_t kLOP2HeadMagic = 0x490CF18D;
 /// "HEAD": what makes the file a LOP2 file, and the version of its contents.
 class CLOP2HeadChunk final : public CABCLOP2Chunk {
 public:
-    /// Raises XVersionTooNew for a version below 1.0.0 and for a major above 3 alike.
+    /// Raises XVersionTooNew both for a version below 1.0.0 and for a major above 3.
     explicit CLOP2HeadChunk(NSPorter::CMedia& media);
 
     /// 1.0.0 to 3.x. Tells in which scale the devices' times are stored.
