@@ -2,7 +2,6 @@
 #include "Fuzz/Promise.h"
 
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
-#include "LoopLibrary/Codec/CPlainTWIPDecompressor.h"
 #include "LoopWriter/CTWIPCompressor.h"
 #include "PorterPackage/Core/Media/CMemoryMedia.h"
 
@@ -17,6 +16,15 @@ NSPorter::CMemoryMedia Borrow(const std::vector<uint8_t>& bytes) {
     return {static_cast<int64_t>(bytes.size()), bytes.data()};
 }
 
+void Decode(NSLOPDLL::COptimizedTWIPDecompressor& decoder, bool stereo, int32_t frames,
+            int16_t* narrow, int32_t* wide) {
+    if (stereo) {
+        decoder.DecompressStereo(frames, narrow, wide);
+    } else {
+        decoder.DecompressMono(frames, narrow, wide);
+    }
+}
+
 // Any bytes decode to something or end with "bad format", in time that their number bounds.
 void DecodeGarbage(const std::vector<uint8_t>& bytes, bool stereo, bool wide) {
     NSPorter::CMemoryMedia media = Borrow(bytes);
@@ -25,11 +33,7 @@ void DecodeGarbage(const std::vector<uint8_t>& bytes, bool stereo, bool wide) {
     std::vector<int16_t> out16(kMostSamples);
     int16_t* const narrow = wide ? nullptr : out16.data();
     try {
-        if (stereo) {
-            decoder.DecompressStereo(kMostFrames, narrow, out32.data());
-        } else {
-            decoder.DecompressMono(kMostFrames, narrow, out32.data());
-        }
+        Decode(decoder, stereo, kMostFrames, narrow, out32.data());
     } catch (const std::domain_error&) {
     }
 }
@@ -64,32 +68,22 @@ void RoundTrip(CByteSource& source, bool stereo) {
         return; // the one signal that the format cannot express
     }
     const auto frames = static_cast<int32_t>(left.size());
-    std::vector<int32_t> fast(left.size() * (stereo ? 2 : 1));
-    std::vector<int32_t> plain(fast.size());
-    NSPorter::CMemoryMedia fastMedia = Borrow(stream);
-    NSLOPDLL::COptimizedTWIPDecompressorFromMedia fastDecoder(&fastMedia);
-    NSPorter::CMemoryMedia plainMedia = Borrow(stream);
-    NSLOPDLL::CPlainTWIPDecompressor plainDecoder(&plainMedia, stereo ? 2 : 1);
+    std::vector<int32_t> decoded(left.size() * (stereo ? 2 : 1));
+    NSPorter::CMemoryMedia media = Borrow(stream);
+    NSLOPDLL::COptimizedTWIPDecompressorFromMedia decoder(&media);
     const int32_t split = frames / 3;
-    if (stereo) {
-        fastDecoder.DecompressStereo(split, nullptr, fast.data());
-        fastDecoder.DecompressStereo(frames - split, nullptr,
-                                     fast.data() + size_t{2} * static_cast<size_t>(split));
-    } else {
-        fastDecoder.DecompressMono(split, nullptr, fast.data());
-        fastDecoder.DecompressMono(frames - split, nullptr, fast.data() + split);
-    }
-    plainDecoder.Decompress(frames, nullptr, plain.data());
-    PROMISE(fast == plain);
+    Decode(decoder, stereo, split, nullptr, decoded.data());
+    Decode(decoder, stereo, frames - split, nullptr,
+           decoded.data() + static_cast<size_t>(split) * (stereo ? 2 : 1));
     for (size_t i = 0; i < left.size(); ++i) {
-        PROMISE(fast[stereo ? 2 * i : i] == left[i]);
-        PROMISE(!stereo || fast[2 * i + 1] == right[i]);
+        PROMISE(decoded[stereo ? 2 * i : i] == left[i]);
+        PROMISE(!stereo || decoded[2 * i + 1] == right[i]);
     }
 }
 
 } // namespace
 
-// The decoder on garbage, and on legal streams against the plain decoder and the signal itself.
+// The decoder on garbage, and on legal streams against the signal itself.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     CByteSource source(bytes, size);
     const uint8_t mode = source.Byte();

@@ -64,12 +64,15 @@ int main(int argc, char** argv) {
     }
     gFolder = argv[1];
     SaveContractSeeds();
-    for (const char* fuzzer : {"LOP2Fuzzer", "TSLFuzzer", "LOPFuzzer"}) {
-        const Bytes form = std::string(fuzzer) == "LOP2Fuzzer" ? Bytes{3} : Bytes{};
-        Save(fuzzer, "unedited", form + Bytes{0} + kDecisions);
-        Save(fuzzer, "cut", form + Bytes{1, 0, 0, 3, 0, 9} + kDecisions);
-        Save(fuzzer, "overwritten", form + Bytes{1, 7, 0, 2, 1, 0, 4, 0, 3} + kDecisions);
-        Save(fuzzer, "missized", form + Bytes{1, 6, 0, 5, 0xFF, 0xFF, 0xFF, 0xF8} + kDecisions);
+    for (const uint8_t form :
+         Bytes{0, 1, 2, 0xC0}) { // LOP2, .tsl, .lop, LOP2 in stereo and 24 bits
+        const auto save = [form](const std::string& edit, const Bytes& edits) {
+            Save("FileFuzzer", edit + std::to_string(form), Bytes{form} + edits + kDecisions);
+        };
+        save("unedited", {0});
+        save("cut", {1, 0, 0, 3, 0, 9});
+        save("overwritten", {1, 7, 0, 2, 1, 0, 4, 0, 3});
+        save("missized", {1, 6, 0, 5, 0xFF, 0xFF, 0xFF, 0xF8});
     }
     const Plane noise = MakeNoise(300, 16, 7);
     Save("CodecFuzzer", "noise", Bytes{0} + CompressTWIP(noise, {}));
@@ -81,7 +84,7 @@ int main(int argc, char** argv) {
     Save("TextFuzzer", "long", Bytes{255, 255, 255, 255, 188, 1, 0, 0, 0, 0, 0, 0, 2, 0xC3, 0xA9});
     Save("NamesFuzzer", "path", Text("!/home/a b./con/x?y:z/\xFF\xEF\x80\x81/..//long.name.txt"));
     Save("NamesFuzzer", "native", Text("\x04 lpt1.dat. "));
-    Save("IFFFuzzer", "file", Bytes{0} + WriteTSL(STSLFile()));
-    Save("IFFFuzzer", "tree", Bytes{1, 0, 0, 4, 1, 1, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9, 0, 2, 3, 1});
+    Save("IFFFuzzer", "flat", WriteTSL(STSLFile()));
+    Save("IFFFuzzer", "nested", WriteLOP2(SLOP2File()));
     return 0;
 }

@@ -10,8 +10,8 @@
 
 namespace NSLoopWriter {
 
-/// The sound of an AIFF-based file and the standard chunks that describe it, mono of 16 bits as it
-/// is constructed. Fields that are not set follow from the others.
+/// The sound of an AIFF-based file and the standard chunks that describe it; by default 16-bit
+/// mono. Fields that are not set follow from the others.
 ///
 /// A program that writes such files links the render floor of the library too.
 struct SAIFFAudio {
@@ -19,7 +19,7 @@ struct SAIFFAudio {
 
     NSLOPDLL::CAIFFCommonChunk fCommon; // fFrames is not looked at
     std::optional<uint32_t> fFrames;
-    /// The ten bytes in the place of the encoded rate.
+    /// The ten bytes instead of the encoded rate.
     std::optional<std::array<uint8_t, 10>> fRawSampleRate;
 
     std::optional<NSLOPDLL::CAIFFInstrumentChunk> fInstrument;
@@ -27,7 +27,7 @@ struct SAIFFAudio {
     std::optional<uint16_t> fMarkerCount;
 
     NSLOPDLL::SAIFFSoundData fSoundData; // as many zero bytes as its offset precede the samples
-    /// What follows the 8 bytes of the head in the place of those zeros and the samples.
+    /// What follows the 8 bytes of the head instead of those zeros and the samples.
     std::optional<std::vector<uint8_t>> fRawSoundData;
 
     /// Markers "Loop Start" (1) and "Loop End" (2), and an instrument whose sustain loop runs

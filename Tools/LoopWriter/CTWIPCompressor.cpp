@@ -62,7 +62,7 @@ void CTWIPCompressor::EncodeSample(NSLOPDLL::TWIPChannelState& channel, int32_t 
     }
     WriteBits(1, 1);
 
-    // Truncated binary code: the lowest values of the range below the step do with a bit less.
+    // Truncated binary code: the lowest values of the range below the step take one bit less.
     if (step > 1) {
         const uint32_t bitCount = static_cast<uint32_t>(std::bit_width(step)) - 1;
         const uint32_t shortCodes = (2u << bitCount) - step;

@@ -8,7 +8,7 @@
 
 namespace NSLoopWriter {
 
-/// Makes TWIP streams: the state machine of the decoder run the other way.
+/// Makes TWIP streams: the inverse of the decoder's state machine.
 ///
 /// One object makes one stream, mono or stereo throughout, in any number of calls; the stream does
 /// not depend on how the frames are split into calls. Samples are signed and of at most 24 bits.

@@ -78,7 +78,7 @@ size_t TrueSize(const SIFFChunk& chunk) {
     return size + 4;
 }
 
-// Stores the sizes that the tree states in the place of the true ones, for the chunk written at
+// Replaces the true sizes by those that the tree states, for the chunk written at
 // `offset` and all below it. The result is where the next chunk stands.
 size_t OverrideSizes(std::vector<uint8_t>& bytes, size_t offset, const SIFFChunk& chunk) {
     size_t child = offset + 12;

@@ -17,7 +17,7 @@ struct SIFFChunk {
     uint32_t fID = 0;                 // of a group: the type id
     std::vector<uint8_t> fBody;       // of a simple chunk
     std::vector<SIFFChunk> fChildren; // of a group
-    /// Put in the place of the true size once all is written; nothing else changes.
+    /// Replaces the true size once everything is written; nothing else changes.
     std::optional<uint32_t> fStoredSize;
 };
 

@@ -120,7 +120,7 @@ struct SLOP2File {
     int32_t fBitDepth = 16;
     std::vector<int32_t> fLeft = std::vector<int32_t>(64);
     std::vector<int32_t> fRight; // empty: mono
-    /// The stream of "SDAT" in the place of the compressed planes.
+    /// The stream of "SDAT" instead of the compressed planes.
     std::optional<std::vector<uint8_t>> fRawStream;
 
     /// Changes the chunks before they are written: see IFFChunkTree.h.

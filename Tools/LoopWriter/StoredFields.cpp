@@ -8,7 +8,7 @@ namespace NSLoopWriter {
 
 namespace {
 
-// Of a version and of a text alike.
+// The same in versions and in texts.
 constexpr uint32_t kLongFormMark = 0xFFFFFFFF;
 
 bool FitsShortForm(const SStoredVersion& version) {

@@ -39,9 +39,9 @@ struct SStoredText {
     std::u16string fText;
     EForm fForm = EForm::kShortest;
     SStoredVersion fLongFormVersion{1};
-    /// The encoded bytes in the place of those of `fText`, whatever the form.
+    /// The encoded bytes instead of those of `fText`, in any form.
     std::optional<std::vector<uint8_t>> fRawBytes = std::nullopt;
-    /// The count in the place of the true one.
+    /// The count instead of the true one.
     std::optional<uint32_t> fRawCount = std::nullopt;
 };
 
