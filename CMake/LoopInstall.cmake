@@ -7,6 +7,8 @@ install(TARGETS LoopLibrary EXPORT LoopLibraryTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(TARGETS LoopLibraryCpp EXPORT LoopLibraryTargets
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT LoopLibraryTargets NAMESPACE LoopLibrary::
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/LoopLibrary)
 configure_package_config_file(
