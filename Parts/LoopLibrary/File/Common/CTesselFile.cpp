@@ -19,7 +19,39 @@ namespace NSLOPDLL {
 
 namespace {
 
-[[noreturn]] void RaiseUnknownFileType() {
+// What the operations of CTesselFile do for one kind of file.
+struct SKindFunctions {
+    int32_t fKind;
+    void (*fReadFileInfo)(NSPorter::CMedia&, CTesselFileInfo&, bool& storedFlag);
+    std::unique_ptr<CABCWaveSample> (*fReadWaveSample)(NSPorter::CMedia&, const CTesselFileInfo&,
+                                                       CLOP2DecompressCallback&);
+    void (*fReadSlices)(NSPorter::CMedia&, CSliceSequence&);
+    void (*fReadSequencerSettings)(NSPorter::CMedia&, CTesselSequencer&);
+    void (*fReadEditSettings)(NSPorter::CMedia&, CTesselEditSettings&);
+};
+
+constexpr SKindFunctions kKinds[] = {
+    {kFileKind_TSL, ReadTSLFileInfo, ReadTSLWaveSample, ReadTSLSlices, ReadTSLSequencerSettings,
+     ReadTSLEditSettings},
+    {kFileKind_LOP,
+     [](NSPorter::CMedia& media, CTesselFileInfo& info, bool&) { ReadLOPFileInfo(media, info); },
+     [](NSPorter::CMedia& media, const CTesselFileInfo&, CLOP2DecompressCallback& callback) {
+         return ReadLOPWaveSample(media, callback);
+     },
+     ReadLOPSlices, ReadLOPSequencerSettings, [](NSPorter::CMedia&, CTesselEditSettings&) {}},
+    {kFileKind_LOP2,
+     [](NSPorter::CMedia& media, CTesselFileInfo& info, bool&) { ReadLOP2FileInfo(media, info); },
+     [](NSPorter::CMedia& media, const CTesselFileInfo&, CLOP2DecompressCallback& callback) {
+         return ReadLOP2WaveSample(media, callback);
+     },
+     ReadLOP2Slices, ReadLOP2SequencerSettings, ReadLOP2EditSettings}};
+
+const SKindFunctions& FunctionsOf(int32_t kind) {
+    for (const SKindFunctions& functions : kKinds) {
+        if (functions.fKind == kind) {
+            return functions;
+        }
+    }
     RaiseUnsupportedFormat("unknown file type");
 }
 
@@ -101,84 +133,29 @@ bool CTesselFile::IsKnownFile(NSPorter::CMedia& media) noexcept {
 }
 
 CTesselFile::CTesselFile(NSPorter::CMedia* media) : fKind(DetectFileKind(*media)), fMedia(media) {
-    switch (fKind) {
-    case kFileKind_None:
+    if (fKind == kFileKind_None) {
         RaiseUnsupportedFormat("invalid file type");
-    case kFileKind_TSL:
-        ReadTSLFileInfo(*fMedia, fFileInfo, fStoredFlag);
-        break;
-    case kFileKind_LOP:
-        ReadLOPFileInfo(*fMedia, fFileInfo);
-        break;
-    case kFileKind_LOP2:
-        ReadLOP2FileInfo(*fMedia, fFileInfo);
-        break;
-    default:
-        RaiseUnknownFileType();
     }
+    FunctionsOf(fKind).fReadFileInfo(*fMedia, fFileInfo, fStoredFlag);
 }
 
 CTesselFile::~CTesselFile() = default;
 
 std::unique_ptr<CABCWaveSample>
 CTesselFile::ReadWaveSample(CLOP2DecompressCallback& callback) const {
-    switch (fKind) {
-    case kFileKind_TSL:
-        return ReadTSLWaveSample(*fMedia, fFileInfo, callback);
-    case kFileKind_LOP:
-        return ReadLOPWaveSample(*fMedia, callback);
-    case kFileKind_LOP2:
-        return ReadLOP2WaveSample(*fMedia, callback);
-    default:
-        RaiseUnknownFileType();
-    }
+    return FunctionsOf(fKind).fReadWaveSample(*fMedia, fFileInfo, callback);
 }
 
 void CTesselFile::ReadSlices(CSliceSequence& sequence) const {
-    switch (fKind) {
-    case kFileKind_TSL:
-        ReadTSLSlices(*fMedia, sequence);
-        break;
-    case kFileKind_LOP:
-        ReadLOPSlices(*fMedia, sequence);
-        break;
-    case kFileKind_LOP2:
-        ReadLOP2Slices(*fMedia, sequence);
-        break;
-    default:
-        RaiseUnknownFileType();
-    }
+    FunctionsOf(fKind).fReadSlices(*fMedia, sequence);
 }
 
 void CTesselFile::ReadSequencerSettings(CTesselSequencer& sequencer) const {
-    switch (fKind) {
-    case kFileKind_TSL:
-        ReadTSLSequencerSettings(*fMedia, sequencer);
-        break;
-    case kFileKind_LOP:
-        ReadLOPSequencerSettings(*fMedia, sequencer);
-        break;
-    case kFileKind_LOP2:
-        ReadLOP2SequencerSettings(*fMedia, sequencer);
-        break;
-    default:
-        RaiseUnknownFileType();
-    }
+    FunctionsOf(fKind).fReadSequencerSettings(*fMedia, sequencer);
 }
 
 void CTesselFile::ReadEditSettings(CTesselEditSettings& settings) const {
-    switch (fKind) {
-    case kFileKind_TSL:
-        ReadTSLEditSettings(*fMedia, settings);
-        break;
-    case kFileKind_LOP:
-        break;
-    case kFileKind_LOP2:
-        ReadLOP2EditSettings(*fMedia, settings);
-        break;
-    default:
-        RaiseUnknownFileType();
-    }
+    FunctionsOf(fKind).fReadEditSettings(*fMedia, settings);
 }
 
 std::unique_ptr<CLOP2CreatorInfoChunk> CTesselFile::ReadCreatorInfo() const {

@@ -1,3 +1,5 @@
+// The operations of CTesselFile on a LOP2 file. Where several things are wrong with a file, the
+// order in which the chunks are read decides which failure is raised.
 #pragma once
 
 #include <memory>
@@ -16,8 +18,7 @@ class CTesselSequencer;
 struct CTesselEditSettings;
 struct CTesselFileInfo;
 
-/// The operations of CTesselFile on a LOP2 file. Where several things are wrong with a file, the
-/// order in which the chunks are read decides which failure is raised.
+/// As CTesselFile says.
 void ReadLOP2FileInfo(NSPorter::CMedia& media, CTesselFileInfo& info);
 std::unique_ptr<CABCWaveSample> ReadLOP2WaveSample(NSPorter::CMedia& media,
                                                    CLOP2DecompressCallback& callback);

@@ -107,6 +107,7 @@ CLOPAppChunk ReadLOPChunk(NSPorter::CMedia& media) {
         RaiseFormatViolation("incompatible version in app specific chunk");
     }
     if (chunk.fSlices.empty()) {
+        // As written.
         RaiseFormatViolation("zero or negativ slice count in app specific chunk");
     }
     return chunk;

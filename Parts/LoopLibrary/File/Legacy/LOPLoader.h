@@ -1,3 +1,6 @@
+// The operations of CTesselFile on a .lop file: an AIFF file of 16-bit mono audio that holds pieces
+// one after the other, whose application chunk places each on a musical grid. It stores no edit
+// settings.
 #pragma once
 
 #include <memory>
@@ -14,9 +17,7 @@ class CSliceSequence;
 class CTesselSequencer;
 struct CTesselFileInfo;
 
-/// The operations of CTesselFile on a .lop file: an AIFF file of 16-bit mono audio that holds
-/// pieces one after the other, whose application chunk places each on a musical grid. It stores no
-/// edit settings.
+/// As CTesselFile says.
 void ReadLOPFileInfo(NSPorter::CMedia& media, CTesselFileInfo& info);
 std::unique_ptr<CABCWaveSample> ReadLOPWaveSample(NSPorter::CMedia& media,
                                                   CLOP2DecompressCallback& callback);

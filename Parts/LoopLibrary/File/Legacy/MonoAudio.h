@@ -1,3 +1,4 @@
+// Reading the audio of the two older kinds of file, both AIFF with 16-bit mono audio.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +14,7 @@ class CABCWaveSample;
 class CLOP2DecompressCallback;
 struct CWaveSampleInfo;
 
-// Reading the audio of the two older kinds of file, both AIFF with 16-bit mono audio.
-
+/// The largest block, in frames.
 constexpr int32_t kMonoBlockFrameLimit = 2048;
 
 /// XFormatViolation with `words` for any other audio.

@@ -88,7 +88,7 @@ void ReadTSLFileInfo(NSPorter::CMedia& media, CTesselFileInfo& info, bool& store
 std::unique_ptr<CABCWaveSample> ReadTSLWaveSample(NSPorter::CMedia& media,
                                                   const CTesselFileInfo& fileInfo,
                                                   CLOP2DecompressCallback& callback) {
-    // The words differ from those of the file info in their first letters.
+    // As written: the words of the file info begin with capitals.
     const std::string wrongAudio = "tsl file that isn't 16-bit mono";
     CWaveSampleInfo audio;
     ReadAIFFSampleInfo(audio, media);

@@ -23,6 +23,7 @@ CLOP2HeadChunk::CLOP2HeadChunk(NSPorter::CMedia& media) {
         RaiseFormatViolation("non-zero uuid in header");
     }
     if (!NSPorter::IsInRange(fVersion, {.fMajor = 1}, {.fMajor = 3})) {
+        // As written, at both ends of the range.
         RaiseVersionTooNew("old head chunk");
     }
 }

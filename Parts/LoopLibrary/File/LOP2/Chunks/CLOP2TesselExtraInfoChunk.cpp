@@ -11,6 +11,7 @@ namespace {
 NSPorter::SVersionRecord ReadExtraInfoVersion(NSPorter::CMedia& media) {
     const NSPorter::SVersionRecord version = NSPorter::ReadVersionRecord(media);
     if (version.fMajor != 1) {
+        // As written, for newer ones too.
         RaiseVersionTooNew("old extra info chunk");
     }
     return version;
