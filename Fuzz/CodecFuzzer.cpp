@@ -38,28 +38,21 @@ void DecodeGarbage(const std::vector<uint8_t>& bytes, bool stereo, bool wide) {
     }
 }
 
-// Signals that bend to the input: steps, runs and noise of 24 bits.
-std::vector<int32_t> MakeSignal(CByteSource& source, size_t frames) {
+// Steps of any size that bend to the input, within 24 bits.
+std::vector<int32_t> MakeSignal(const std::vector<uint8_t>& bytes) {
     std::vector<int32_t> signal;
     int32_t value = 0;
-    while (signal.size() < frames && !source.IsEmpty()) {
-        const uint8_t kind = source.Byte();
-        if (kind < 64) {
-            signal.insert(signal.end(), std::min<size_t>(kind, frames - signal.size()), value);
-        } else if (kind < 192) {
-            value += static_cast<int8_t>(source.Byte()) * (kind - 63);
-        } else {
-            value = static_cast<int32_t>(source.Word(3)) - 0x800000;
-        }
-        value = std::clamp(value, -0x800000, 0x7FFFFF);
+    for (const uint8_t byte : bytes) {
+        const int32_t step = static_cast<int8_t>(byte & 0xF0) * (1 << (byte & 0x0F));
+        value = std::clamp(value + step, -0x800000, 0x7FFFFF);
         signal.push_back(value);
     }
     return signal;
 }
 
 void RoundTrip(CByteSource& source, bool stereo) {
-    const std::vector<int32_t> left = MakeSignal(source, 2000);
-    std::vector<int32_t> right = stereo ? MakeSignal(source, left.size()) : left;
+    const std::vector<int32_t> left = MakeSignal(source.Take(2000));
+    std::vector<int32_t> right = MakeSignal(source.Take(2000));
     right.resize(stereo ? left.size() : 0);
     std::vector<uint8_t> stream;
     try {

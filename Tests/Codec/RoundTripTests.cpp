@@ -1,6 +1,5 @@
 #include "LoopWriter/CTWIPCompressor.h"
 #include "LoopWriter/SyntheticLoop.h"
-#include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 #include "Tests/Codec/CodecStreams.h"
 
 #include <gtest/gtest.h>
@@ -109,8 +108,7 @@ TEST(TWIPRoundTrip, AnySpansAndAnySplitIntoCallsGiveTheSame) {
         const Bytes bytes = NSLoopWriter::CompressTWIP(left, right);
         const std::vector<uint32_t> words = WordsOfBytes(bytes);
         for (const int32_t lot : {1, 7, 200}) {
-            NSPorter::COwnedMemoryMedia written;
-            NSLoopWriter::CTWIPCompressor compressor(&written);
+            NSLoopWriter::CTWIPCompressor compressor;
             for (int32_t done = 0; done < 200; done += lot) {
                 const int32_t count = std::min(lot, 200 - done);
                 if (channels == 1) {
@@ -119,8 +117,7 @@ TEST(TWIPRoundTrip, AnySpansAndAnySplitIntoCallsGiveTheSame) {
                     compressor.CompressStereo(count, left.data() + done, right.data() + done);
                 }
             }
-            compressor.Finish();
-            ASSERT_EQ(Bytes(written.GetData(), written.GetData() + written.GetLength()), bytes);
+            ASSERT_EQ(compressor.TakeStream(), bytes);
 
             for (size_t spanSize = 1; spanSize <= words.size(); ++spanSize) {
                 CFedDecompressor decoder(words, spanSize);

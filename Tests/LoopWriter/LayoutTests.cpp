@@ -31,10 +31,6 @@ Bytes Layout(const std::string& text) {
     return bytes;
 }
 
-Bytes BytesOf(const NSPorter::COwnedMemoryMedia& media) {
-    return {media.GetData(), media.GetData() + media.GetLength()};
-}
-
 TEST(LOP2File, LayoutByteForByte) {
     SLOP2File file;
     file.fHead = {0x01020304, {1, 2, 3}, {0xAA, 0xBB}, {u"hi"}};
@@ -101,7 +97,6 @@ TEST(LOPFile, LayoutByteForByte) {
     file.fAudio.fSamples = {1, -2};
     file.fAudio.fCommon.fHasCompression = true;
     file.fAudio.fCommon.fCompression = FourCharID("sowt");
-    file.fAudio.fRawSampleRate = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
     file.fAudio.fFrames = 0x01020304;
     file.fAudio.fSoundData = {0x01020304, 5};
     file.fAudio.fRawSoundData = Bytes{6};
@@ -111,35 +106,23 @@ TEST(LOPFile, LayoutByteForByte) {
     file.fApplicationSize = 1028;
     EXPECT_EQ(WriteLOP(file),
               Layout("'FORM' 00000444 'AIFF'"
-                     "'COMM' 00000016 0001 01020304 0010 0102030405060708090A 'sowt'"
+                     "'COMM' 00000016 0001 01020304 0010 400EAC44000000000000 'sowt'"
                      "'APPL' 00000408 'LOP ' D1D1D1DA 01 02 00000F00 0304 0001D4C0" +
                      std::string(2000, '0') +
                      "01020304 05060708 090A0B0C"
                      "'SSND' 00000009 01020304 00000005 06 00"));
 }
 
-TEST(StoredFields, FormsAndRawValues) {
-    using EForm = SStoredVersion::EForm;
-    const std::pair<SStoredVersion, const char*> versions[] = {
-        {{255}, "BC FFFFFFFF 000000FF 00000000 00000000 00000004 00000000 00000000"},
-        {{1, 2, 3, 5, 6, 7}, "BC FFFFFFFF 00000001 00000002 00000003 00000005 00000006 00000007"},
-        {{.fMajor = 255, .fForm = EForm::kShort, .fMark = 1, .fShortLastByte = 9},
-         "01 FF 00 00 09"},
-    };
-    for (const auto& [version, layout] : versions) {
-        NSPorter::COwnedMemoryMedia media;
-        WriteStoredVersion(media, version);
-        EXPECT_EQ(BytesOf(media), Layout(layout));
-    }
-    SStoredText plain{u"x\u0414", SStoredText::EForm::kPlain};
-    SStoredText raw{u"xy", SStoredText::EForm::kLong};
-    raw.fLongFormVersion.fMajor = 2;
-    raw.fRawBytes = Bytes{0xFE};
-    raw.fRawCount = 0x01020304;
+TEST(StoredFields, LongFormsAndRawBytes) {
     NSPorter::COwnedMemoryMedia media;
-    WriteStoredText(media, plain);
-    WriteStoredText(media, raw);
-    EXPECT_EQ(BytesOf(media), Layout("00000002 'x?' FFFFFFFF BC02000000 01020304 FE"));
+    WriteStoredVersion(media, {255});
+    WriteStoredVersion(media, {1, 2, 3, 5, 6, 7});
+    WriteStoredText(media, {u"x\u0414", SStoredText::EForm::kPlain});
+    WriteStoredText(media, {u"xy", SStoredText::EForm::kLong, Bytes{0xFE}});
+    EXPECT_EQ(Bytes(media.GetData(), media.GetData() + media.GetLength()),
+              Layout("BC FFFFFFFF 000000FF 00000000 00000000 00000004 00000000 00000000"
+                     "BC FFFFFFFF 00000001 00000002 00000003 00000005 00000006 00000007"
+                     "00000002 'x?' FFFFFFFF BC01000000 00000001 FE"));
 }
 
 TEST(IFFChunkTree, StatedSizesReplaceTheTrueOnesAndNothingElse) {

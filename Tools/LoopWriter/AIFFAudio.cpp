@@ -15,7 +15,6 @@ namespace {
 using NSPorter::FourCharID;
 
 constexpr ptrdiff_t kHeaderSize = 8;
-constexpr ptrdiff_t kCommonRateOffset = 8;
 
 // The body of the one chunk that `write` puts out whole, header and pad byte taken off.
 template <class Write>
@@ -33,22 +32,7 @@ SIFFChunk BuildCommon(const SAIFFAudio& audio) {
     const size_t channels = std::max<size_t>(common.fChannels, 1);
     common.fFrames =
         audio.fFrames.value_or(static_cast<uint32_t>(audio.fSamples.size() / channels));
-    SIFFChunk chunk = Capture(FourCharID("COMM"), [&](auto& writer) { common.Write(writer); });
-    if (audio.fRawSampleRate) {
-        std::copy(audio.fRawSampleRate->begin(), audio.fRawSampleRate->end(),
-                  chunk.fBody.begin() + kCommonRateOffset);
-    }
-    return chunk;
-}
-
-SIFFChunk BuildMarkers(const SAIFFAudio& audio) {
-    SIFFChunk chunk =
-        Capture(FourCharID("MARK"), [&](auto& writer) { audio.fMarkers->Write(writer); });
-    if (audio.fMarkerCount) {
-        chunk.fBody[0] = NSPorter::HighByte(*audio.fMarkerCount);
-        chunk.fBody[1] = NSPorter::LowByte(*audio.fMarkerCount);
-    }
-    return chunk;
+    return Capture(FourCharID("COMM"), [&](auto& writer) { common.Write(writer); });
 }
 
 void AppendSamples(const SAIFFAudio& audio, std::vector<uint8_t>& bytes) {
@@ -94,7 +78,8 @@ SIFFChunk BuildAIFFChunks(const SAIFFAudio& audio, uint32_t signature,
     std::vector<SIFFChunk> chunks = {BuildCommon(audio)};
     chunks.push_back(MakeSimpleChunk(FourCharID("APPL"), std::move(application)));
     if (audio.fMarkers) {
-        chunks.push_back(BuildMarkers(audio));
+        chunks.push_back(
+            Capture(FourCharID("MARK"), [&](auto& writer) { audio.fMarkers->Write(writer); }));
     }
     if (audio.fInstrument) {
         chunks.push_back(

@@ -3,7 +3,6 @@
 #include "LoopLibrary/Render/Sample/CAIFFChunks.h"
 #include "LoopWriter/IFFChunkTree.h"
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -19,12 +18,9 @@ struct SAIFFAudio {
 
     NSLOPDLL::CAIFFCommonChunk fCommon; // fFrames is not looked at
     std::optional<uint32_t> fFrames;
-    /// The ten bytes instead of the encoded rate.
-    std::optional<std::array<uint8_t, 10>> fRawSampleRate;
 
     std::optional<NSLOPDLL::CAIFFInstrumentChunk> fInstrument;
     std::optional<NSLOPDLL::CAIFFMarkerChunk> fMarkers;
-    std::optional<uint16_t> fMarkerCount;
 
     NSLOPDLL::SAIFFSoundData fSoundData; // as many zero bytes as its offset precede the samples
     /// What follows the 8 bytes of the head instead of those zeros and the samples.

@@ -11,15 +11,11 @@ namespace NSLoopWriter {
 
 namespace {
 
-constexpr size_t kMediaLot = 65536; // bytes
-
 int32_t Difference(int32_t a, int32_t b) {
     return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
 }
 
 } // namespace
-
-CTWIPCompressor::CTWIPCompressor(NSPorter::CMedia* media) : fMedia(media) {}
 
 void CTWIPCompressor::CompressMono(int64_t frameCount, const int32_t* samples) {
     for (int64_t i = 0; i < frameCount; ++i) {
@@ -32,12 +28,6 @@ void CTWIPCompressor::CompressStereo(int64_t frameCount, const int32_t* left,
     for (int64_t i = 0; i < frameCount; ++i) {
         EncodeSample(fChannels[0], left[i]);
         EncodeSample(fChannels[1], Difference(right[i], left[i]));
-    }
-}
-
-void CTWIPCompressor::CompressStereoInterleaved(int64_t frameCount, const int32_t* frames) {
-    for (int64_t i = 0; i < frameCount; ++i, frames += 2) {
-        CompressStereo(1, frames, frames + 1);
     }
 }
 
@@ -79,35 +69,18 @@ void CTWIPCompressor::EncodeSample(NSLOPDLL::TWIPChannelState& channel, int32_t 
 void CTWIPCompressor::WriteBits(uint32_t count, uint32_t bits) {
     fPending = fPending << count | bits;
     fPendingCount += count;
-    fBitCount += count;
     if (fPendingCount >= 32) {
         fPendingCount -= 32;
         const auto word = NSPorter::SplitBytes(static_cast<uint32_t>(fPending >> fPendingCount));
         fBytes.insert(fBytes.end(), word.begin(), word.end());
-        if (fMedia != nullptr && fBytes.size() >= kMediaLot) {
-            SendToMedia();
-        }
-    }
-}
-
-void CTWIPCompressor::SendToMedia() {
-    fMedia->Write(static_cast<int64_t>(fBytes.size()), fBytes.data());
-    fBytes.clear();
-}
-
-void CTWIPCompressor::Finish() {
-    if (fPendingCount > 0) {
-        const uint32_t padding = 32 - fPendingCount;
-        WriteBits(padding, 0);
-        fBitCount -= padding;
-    }
-    if (fMedia != nullptr) {
-        SendToMedia();
     }
 }
 
 std::vector<uint8_t> CTWIPCompressor::TakeStream() {
-    return std::exchange(fBytes, {});
+    if (fPendingCount > 0) {
+        WriteBits(32 - fPendingCount, 0);
+    }
+    return std::move(fBytes);
 }
 
 std::vector<uint8_t> CompressTWIP(const std::vector<int32_t>& left,
@@ -121,7 +94,6 @@ std::vector<uint8_t> CompressTWIP(const std::vector<int32_t>& left,
         }
         compressor.CompressStereo(static_cast<int64_t>(left.size()), left.data(), right.data());
     }
-    compressor.Finish();
     return compressor.TakeStream();
 }
 

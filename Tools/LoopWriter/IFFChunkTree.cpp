@@ -185,14 +185,11 @@ std::vector<uint8_t> WriteFlatTree(const SIFFChunk& root) {
 }
 
 std::vector<uint8_t> WriteEditedTree(SIFFChunk root, const ChunkEdit& edit,
-                                     std::vector<uint8_t> (*write)(const SIFFChunk&),
-                                     const std::vector<uint8_t>& trailingBytes) {
+                                     std::vector<uint8_t> (*write)(const SIFFChunk&)) {
     if (edit) {
         edit(root);
     }
-    std::vector<uint8_t> bytes = write(root);
-    bytes.insert(bytes.end(), trailingBytes.begin(), trailingBytes.end());
-    return bytes;
+    return write(root);
 }
 
 } // namespace NSLoopWriter

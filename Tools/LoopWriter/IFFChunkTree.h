@@ -51,10 +51,8 @@ std::vector<uint8_t> WriteNestedTree(const SIFFChunk& root);
 /// `std::invalid_argument` for a tree of another shape.
 std::vector<uint8_t> WriteFlatTree(const SIFFChunk& root);
 
-/// A tree that `edit` changes first, if there is one, written by one of the two above, with
-/// `trailingBytes` behind the file's group.
+/// A tree that `edit` changes first, if there is one, written by one of the two above.
 std::vector<uint8_t> WriteEditedTree(SIFFChunk root, const ChunkEdit& edit,
-                                     std::vector<uint8_t> (*write)(const SIFFChunk&),
-                                     const std::vector<uint8_t>& trailingBytes);
+                                     std::vector<uint8_t> (*write)(const SIFFChunk&));
 
 } // namespace NSLoopWriter

@@ -163,7 +163,7 @@ SIFFChunk BuildLOP2Chunks(const SLOP2File& file) {
 }
 
 std::vector<uint8_t> WriteLOP2(const SLOP2File& file) {
-    return WriteEditedTree(BuildLOP2Chunks(file), file.fEdit, WriteNestedTree, file.fTrailingBytes);
+    return WriteEditedTree(BuildLOP2Chunks(file), file.fEdit, WriteNestedTree);
 }
 
 } // namespace NSLoopWriter

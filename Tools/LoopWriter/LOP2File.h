@@ -125,8 +125,6 @@ struct SLOP2File {
 
     /// Changes the chunks before they are written: see IFFChunkTree.h.
     ChunkEdit fEdit;
-    /// Bytes behind the file's group.
-    std::vector<uint8_t> fTrailingBytes;
 };
 
 /// The file's chunks in the usual order, "HEAD" first; `fEdit` is not applied.

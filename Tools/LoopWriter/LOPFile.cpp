@@ -37,7 +37,7 @@ SIFFChunk BuildLOPChunks(const SLOPFile& file) {
 }
 
 std::vector<uint8_t> WriteLOP(const SLOPFile& file) {
-    return WriteEditedTree(BuildLOPChunks(file), file.fEdit, WriteFlatTree, file.fTrailingBytes);
+    return WriteEditedTree(BuildLOPChunks(file), file.fEdit, WriteFlatTree);
 }
 
 } // namespace NSLoopWriter

@@ -34,8 +34,6 @@ struct SLOPFile {
 
     /// Changes the chunks before they are written.
     ChunkEdit fEdit;
-    /// Bytes behind the file's group.
-    std::vector<uint8_t> fTrailingBytes;
 };
 
 /// The file's chunks; `fEdit` is not applied.

@@ -10,6 +10,7 @@ namespace {
 
 // The same in versions and in texts.
 constexpr uint32_t kLongFormMark = 0xFFFFFFFF;
+constexpr uint32_t kVersionMark = 188;
 
 bool FitsShortForm(const SStoredVersion& version) {
     return version.fStage == NSPorter::kVersionStage_Final && version.fBuild == 0 &&
@@ -20,13 +21,13 @@ bool FitsShortForm(const SStoredVersion& version) {
 } // namespace
 
 void WriteStoredVersion(NSPorter::CMedia& media, const SStoredVersion& version) {
-    media.WriteU8(version.fMark);
+    media.WriteU8(kVersionMark);
     if (version.fForm == SStoredVersion::EForm::kShort ||
         (version.fForm == SStoredVersion::EForm::kShortest && FitsShortForm(version))) {
         media.WriteU8(version.fMajor);
         media.WriteU8(version.fMinor);
         media.WriteU8(version.fBugFix);
-        media.WriteU8(version.fShortLastByte);
+        media.WriteU8(0);
         return;
     }
     media.WriteU32(kLongFormMark);
@@ -44,12 +45,12 @@ void WriteStoredText(NSPorter::CMedia& media, const SStoredText& text) {
     if (isLong) {
         bytes = NSTextPackage::Utf16ToUtf8(text.fText);
         media.WriteU32(kLongFormMark);
-        WriteStoredVersion(media, text.fLongFormVersion);
+        WriteStoredVersion(media, {1});
     }
     if (text.fRawBytes) {
         bytes.assign(text.fRawBytes->begin(), text.fRawBytes->end());
     }
-    media.WriteU32(text.fRawCount.value_or(static_cast<uint32_t>(bytes.size())));
+    media.WriteU32(static_cast<uint32_t>(bytes.size()));
     media.Write(static_cast<int64_t>(bytes.size()), reinterpret_cast<const uint8_t*>(bytes.data()));
 }
 

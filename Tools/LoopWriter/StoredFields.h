@@ -9,7 +9,7 @@
 
 namespace NSLoopWriter {
 
-/// A version record as it is stored, 5 or 29 bytes. Values of any size are taken, valid or not.
+/// A version record as it is stored, 5 or 29 bytes. Any values may be written, valid or not.
 struct SStoredVersion {
     enum class EForm {
         kShortest, // short where that loses nothing
@@ -24,8 +24,6 @@ struct SStoredVersion {
     uint32_t fBuild = 0;
     uint32_t fExtra = 0;
     EForm fForm = EForm::kShortest;
-    uint8_t fMark = 188;
-    uint8_t fShortLastByte = 0; // the fifth byte of the short form
 };
 
 /// A counted string as it is stored.
@@ -38,11 +36,8 @@ struct SStoredText {
 
     std::u16string fText;
     EForm fForm = EForm::kShortest;
-    SStoredVersion fLongFormVersion{1};
     /// The encoded bytes instead of those of `fText`, in any form.
     std::optional<std::vector<uint8_t>> fRawBytes = std::nullopt;
-    /// The count instead of the true one.
-    std::optional<uint32_t> fRawCount = std::nullopt;
 };
 
 /// Write a field at the cursor.

@@ -48,7 +48,7 @@ SIFFChunk BuildTSLChunks(const STSLFile& file) {
 }
 
 std::vector<uint8_t> WriteTSL(const STSLFile& file) {
-    return WriteEditedTree(BuildTSLChunks(file), file.fEdit, WriteFlatTree, file.fTrailingBytes);
+    return WriteEditedTree(BuildTSLChunks(file), file.fEdit, WriteFlatTree);
 }
 
 } // namespace NSLoopWriter

@@ -49,8 +49,6 @@ struct STSLFile {
 
     /// Changes the chunks before they are written.
     ChunkEdit fEdit;
-    /// Bytes behind the file's group.
-    std::vector<uint8_t> fTrailingBytes;
 };
 
 /// The file's chunks; `fEdit` is not applied.
