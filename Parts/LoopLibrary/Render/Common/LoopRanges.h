@@ -50,6 +50,9 @@ constexpr SRange kHighCutRange{100, 20000};
 constexpr SRange kBandGainRange{-18000, 18000};
 constexpr SRange kBandQRange{500, 10000};
 
+/// Frames per second of the audio in a LOP2 file; see OutputRate.h for what is rendered.
+constexpr SRange kStoredRateRange{1000, 1000000};
+
 /// Musical positions are counted in these.
 constexpr int32_t kPulsesPerQuarter = 15360;
 

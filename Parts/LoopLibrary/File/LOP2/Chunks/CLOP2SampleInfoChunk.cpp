@@ -1,6 +1,7 @@
 #include "LoopLibrary/File/LOP2/Chunks/CLOP2SampleInfoChunk.h"
 
 #include "LoopLibrary/File/Common/LoopFileFailures.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "PorterPackage/Core/Media/CMedia.h"
 
 namespace NSLOPDLL {
@@ -38,8 +39,8 @@ CLOP2SampleInfoChunk::CLOP2SampleInfoChunk(NSPorter::CMedia& media)
 bool CLOP2SampleInfoChunk::IsValid() const {
     // Everything that plays relies on a loop that starts inside the audio, so at least one frame.
     return (fBitDepth == 16 || fBitDepth == 24) && (fChannels == 1 || fChannels == 2) &&
-           fSampleRate >= 1000 && fSampleRate <= 1000000 && fLoopStart >= 0 &&
-           fLoopStart <= fLoopEnd && fLoopStart < fFrames && fLoopEnd <= fFrames;
+           kStoredRateRange.Holds(fSampleRate) && fLoopStart >= 0 && fLoopStart <= fLoopEnd &&
+           fLoopStart < fFrames && fLoopEnd <= fFrames;
 }
 
 } // namespace NSLOPDLL
