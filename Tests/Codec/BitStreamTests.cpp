@@ -40,52 +40,46 @@ struct SRandomBits {
     size_t fPosition = 0;
 };
 
-TEST(InputBitStream, DeliversTheBitsInAnyPieces) {
-    SRandomBits bits(3 * 4096 + 400);
+TEST(BitStreams, InputDeliversTheBitsInAnyPieces) {
+    SRandomBits bits(3 * 4096 + 8);
     NSPorter::CMemoryMedia media = MediaOf(bits.fBytes);
     CInputBitStream stream(&media);
-    EXPECT_EQ(media.GetPosition(), 0); // nothing is read ahead of need
+    EXPECT_EQ(media.GetPosition(), 0); // nothing is read early
     while (bits.fPosition + 100 < bits.fBits.size()) {
         const uint32_t count = bits.Random(32) + 1;
-        switch (bits.Random(8)) {
-        case 0:
+        const uint32_t call = bits.Random(8);
+        if (call == 0) {
             EXPECT_EQ(stream.ReadBit(), bits.Take(1));
-            break;
-        case 1:
+        } else if (call == 1) {
             stream.SkipBits(count);
             bits.fPosition += count;
-            break;
-        case 2:
+        } else if (call == 2) {
             stream.AlignToWord();
             bits.fPosition = (bits.fPosition + 31) / 32 * 32;
-            break;
-        default:
+        } else {
             ASSERT_EQ(stream.ReadBits(count), bits.Take(count)) << "at " << bits.fPosition;
         }
         ASSERT_EQ(stream.GetBitsUsedInWord(), bits.fPosition % 32);
         ASSERT_EQ(stream.GetWordsConsumed(), static_cast<int64_t>(bits.fPosition / 32));
     }
+    // Behind the end it goes on with what the buffer's filling before the last left.
+    stream.AlignToWord();
+    while (stream.GetWordsConsumed() < 3 * 1024 + 2) {
+        stream.ReadBits(32);
+    }
+    bits.fPosition = (2 * 4096 + 8) * 8;
+    EXPECT_EQ(stream.ReadBits(32), bits.Take(32));
+    NSPorter::CMemoryMedia empty(0, bits.fBytes.data());
+    EXPECT_EQ(CInputBitStream(&empty).ReadBits(32), 0u);
 }
 
-TEST(InputBitStream, GoesOnBehindTheEndWithWhatTheBufferHolds) {
-    SRandomBits bits(4096 + 8);
-    NSPorter::CMemoryMedia media = MediaOf(bits.fBytes);
-    CInputBitStream stream(&media);
-    const std::vector<uint32_t> words = WordsOfBytes(bits.fBytes);
-    for (const uint32_t word : words) {
-        ASSERT_EQ(stream.ReadBits(32), word);
+class CFailingMedia : public NSPorter::COwnedMemoryMedia {
+    void WriteBytes(int64_t, int64_t, const uint8_t*) override {
+        throw std::runtime_error("no room");
     }
-    EXPECT_EQ(stream.ReadBits(32), words[2]); // of the buffer's first filling
-    for (const int64_t position : {0, 5}) {
-        NSPorter::CMemoryMedia empty(0, bits.fBytes.data());
-        empty.SetPosition(position);
-        CInputBitStream zeros(&empty);
-        EXPECT_EQ(zeros.ReadBits(32), 0u);
-        EXPECT_EQ(zeros.ReadBits(17), 0u);
-    }
-}
+};
 
-TEST(OutputBitStream, WritesTheBitsInAnyPieces) {
+TEST(BitStreams, OutputWritesTheBitsInAnyPiecesAndEndsWithAWord) {
     SRandomBits bits(2 * 4096 + 64);
     NSPorter::COwnedMemoryMedia media;
     media.WriteU16(0xABCD); // the stream begins behind it
@@ -99,29 +93,13 @@ TEST(OutputBitStream, WritesTheBitsInAnyPieces) {
             ASSERT_EQ(stream.GetBitsUsedInWord(), bits.fPosition % 32);
             ASSERT_EQ(stream.GetWordsWritten(), static_cast<int64_t>(bits.fPosition / 32));
         }
-    }
-    ASSERT_EQ(media.GetLength(), 2 + static_cast<int64_t>(bits.fBytes.size()));
-    EXPECT_TRUE(std::equal(bits.fBytes.begin(), bits.fBytes.end(), media.GetData() + 2));
-}
-
-class CFailingMedia : public NSPorter::COwnedMemoryMedia {
-    void WriteBytes(int64_t, int64_t, const uint8_t*) override {
-        throw std::runtime_error("no room");
-    }
-};
-
-TEST(OutputBitStream, FlushFillsTheWordUpAndWritesOneInAnyCase) {
-    NSPorter::COwnedMemoryMedia media;
-    {
-        COutputBitStream stream(&media);
+        stream.Flush();
         stream.WriteBits(3, 5);
-        stream.Flush();
-        EXPECT_EQ(media.GetLength(), 4);
-        stream.Flush();
-        EXPECT_EQ(media.GetLength(), 8);
-    }
-    EXPECT_EQ(Bytes(media.GetData(), media.GetData() + media.GetLength()),
-              (Bytes{0xA0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+        stream.Flush(); // fills the word up
+    }                   // and writes one in any case
+    bits.fBytes.insert(bits.fBytes.end(), {0xA0, 0, 0, 0, 0, 0, 0, 0});
+    EXPECT_EQ(Bytes(media.GetData() + 2, media.GetData() + media.GetLength()), bits.fBytes);
+
     CFailingMedia full; // its failure is dropped in the destructor alone
     COutputBitStream stream(&full);
     EXPECT_THROW(stream.Flush(), std::runtime_error);
