@@ -5,6 +5,7 @@
 #include "PorterPackage/Core/Bytes/CountedStrings.h"
 #include "PorterPackage/Core/Media/CMemoryMedia.h"
 #include "Text/CodePage.h"
+#include "Text/CodeUnits.h"
 #include "Text/Comparison.h"
 #include "Text/TextTools.h"
 #include "Text/UnicodeConversion.h"
@@ -36,14 +37,11 @@ std::u16string ToUnits(const std::string& bytes) {
 
 bool IsWellFormed(const std::u16string& text) {
     for (size_t i = 0; i < text.size(); ++i) {
-        const bool high = text[i] >= 0xD800 && text[i] < 0xDC00;
-        const bool low = text[i] >= 0xDC00 && text[i] < 0xE000;
-        const bool pair =
-            high && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000;
-        if (low || (high && !pair)) {
+        if (IsPairAt(text, i)) {
+            ++i;
+        } else if (IsHighSurrogate(text[i]) || IsLowSurrogate(text[i])) {
             return false;
         }
-        i += pair ? 1 : 0;
     }
     return true;
 }

@@ -1,5 +1,6 @@
 #include "Text/CCollationCursor.h"
 
+#include "Text/CodeUnits.h"
 #include "Text/UnicodeTables.h"
 
 #include <algorithm>
@@ -134,21 +135,16 @@ bool CCollationCursor::Next(SCollationElement& element) {
 
 // A surrogate without its partner stands for itself.
 uint32_t CCollationCursor::NextCodePoint() {
-    const uint32_t unit = fText[fPosition++];
-    if (unit < 0xD800 || unit >= 0xDC00 || fPosition == fText.size()) {
-        return unit;
+    if (!IsPairAt(fText, fPosition)) {
+        return fText[fPosition++];
     }
-    const uint32_t next = fText[fPosition];
-    if (next < 0xDC00 || next >= 0xE000) {
-        return unit;
-    }
-    ++fPosition;
-    return 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00);
+    fPosition += 2;
+    return JoinPair(fText[fPosition - 2], fText[fPosition - 1]);
 }
 
 void CCollationCursor::Expand(uint32_t codePoint) {
     codePoint = FoldWidth(codePoint);
-    if (codePoint >= 0x10000) {
+    if (codePoint >= kFirstPairedCodePoint) {
         ExpandLower(codePoint, kLowerCase);
         return;
     }

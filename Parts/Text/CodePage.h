@@ -8,9 +8,10 @@ namespace NSTextPackage {
 
 constexpr uint32_t kCodePage_1252 = 1252;
 
-/// Text that the code page cannot hold, and a code page that the system does not know, raise
+/// Bytes that are no text of the code page, and a code page that the system does not know, raise
 /// XFormatViolation with the target word "unicode". Code page 1252 decodes every byte, alike on all
-/// systems.
+/// systems. Windows knows no decoder that stops at bad bytes for the pages 1200, 1201, 12000,
+/// 12001, 50220 to 50229 and 65000, and refuses them.
 std::u16string CodePageToUtf16(const std::string& text, uint32_t codePage);
 
 /// The five bytes without a character (81, 8D, 8F, 90, 9D) decode to the control codes U+0081 and

@@ -1,5 +1,7 @@
 #include "Text/NumberGrouping.h"
 
+#include "Text/PlatformText.h"
+
 #include <locale>
 #include <utility>
 
@@ -9,12 +11,13 @@ namespace {
 
 using Unit = std::wios::char_type;
 
-// The number format of a named locale with a grouping of its own.
+// The number format of a named locale with a grouping of its own. The base is that of the one
+// locale that every standard library knows: only the signs differ, and the system tells those.
 class CNumPunctGroupingOverride : public std::numpunct_byname<Unit> {
 public:
     CNumPunctGroupingOverride(const std::string& localeName, std::string grouping)
-        : std::numpunct_byname<Unit>(localeName), fLocaleName(localeName),
-          fGrouping(std::move(grouping)) {}
+        : std::numpunct_byname<Unit>("C"), fLocaleName(localeName),
+          fSigns(PlatformNumberSigns(localeName)), fGrouping(std::move(grouping)) {}
 
     bool Is(const std::string& localeName, const std::string& grouping) const {
         return fLocaleName == localeName && fGrouping == grouping;
@@ -22,11 +25,14 @@ public:
 
 protected:
     ~CNumPunctGroupingOverride() override = default;
+    Unit do_decimal_point() const override { return fSigns.fDecimalPoint; }
+    Unit do_thousands_sep() const override { return fSigns.fGroupSeparator; }
     std::string do_grouping() const override { return fGrouping; }
 
 private:
     // A locale that holds a facet of ours has no name any more ("*"), so the name is kept here.
     std::string fLocaleName;
+    SNumberSigns fSigns;
     std::string fGrouping;
 };
 

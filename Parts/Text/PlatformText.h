@@ -17,4 +17,13 @@ void PlatformLowerUtf16(std::u16string& text);
 /// code page that the system does not know.
 bool PlatformDecodeCodePage(const std::string& text, uint32_t codePage, std::u16string& result);
 
+struct SNumberSigns {
+    wchar_t fDecimalPoint = L'.';
+    wchar_t fGroupSeparator = L',';
+};
+/// Those of a named locale, by the system's names for locales; "C" and "POSIX" are known
+/// everywhere, and the empty name is the user's own. Raises std::runtime_error for a name that the
+/// system does not know.
+SNumberSigns PlatformNumberSigns(const std::string& localeName);
+
 } // namespace NSTextPackage

@@ -1,8 +1,12 @@
 #include "Text/PlatformText.h"
 
+#include "Failure/Raising/Raise.h"
+#include "Text/UnicodeConversion.h"
+
 #include <windows.h>
 
 #include <limits>
+#include <stdexcept>
 
 namespace NSTextPackage {
 
@@ -59,6 +63,23 @@ bool PlatformDecodeCodePage(const std::string& text, uint32_t codePage, std::u16
         reinterpret_cast<wchar_t*>(result.data()), static_cast<int>(result.size()));
     result.resize(static_cast<size_t>(length));
     return length != 0;
+}
+
+// The standard library of this compiler knows no named locales.
+SNumberSigns PlatformNumberSigns(const std::string& localeName) {
+    if (localeName == "C" || localeName == "POSIX") {
+        return {};
+    }
+    const std::u16string name = Utf8ToUtf16Default(localeName);
+    const wchar_t* const systemName = name.empty() ? LOCALE_NAME_USER_DEFAULT : Wide(name.c_str());
+    // The longest of either sign has three units and a terminator.
+    wchar_t point[8] = {};
+    wchar_t separator[8] = {};
+    if (GetLocaleInfoEx(systemName, LOCALE_SDECIMAL, point, 8) == 0 ||
+        GetLocaleInfoEx(systemName, LOCALE_STHOUSAND, separator, 8) == 0) {
+        NSLichen::Raise(std::runtime_error("unknown locale " + localeName));
+    }
+    return {point[0], separator[0]};
 }
 
 } // namespace NSTextPackage

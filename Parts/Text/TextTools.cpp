@@ -8,20 +8,8 @@
 
 namespace NSTextPackage {
 
-namespace {
-
-bool SplitsPair(const std::u16string& text, size_t cut) {
-    return cut > 0 && cut < text.size() && text[cut - 1] >= 0xD800 && text[cut - 1] < 0xDC00 &&
-           text[cut] >= 0xDC00 && text[cut] < 0xE000;
-}
-
-} // namespace
-
 void CopyToBuffer(char16_t* destination, const std::u16string& source, size_t limit) {
-    size_t count = std::min(limit, source.size());
-    if (SplitsPair(source, count)) {
-        --count;
-    }
+    const size_t count = std::min(limit, source.size());
     std::copy_n(source.begin(), count, destination);
     destination[count] = u'\0';
 }

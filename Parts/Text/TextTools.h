@@ -8,7 +8,7 @@
 namespace NSTextPackage {
 
 /// Copies at most `limit` units and then a terminator; `destination` holds `limit` + 1 units. A
-/// longer source is cut, one unit earlier where the cut would split a surrogate pair.
+/// longer source is cut, also inside a surrogate pair.
 void CopyToBuffer(char16_t* destination, const std::u16string& source, size_t limit);
 
 /// The first `count` units, or all of a shorter text.

@@ -3,6 +3,7 @@
 #include "Failure/Chain/ObjectTypeWords.h"
 #include "Failure/Classes/XClasses.h"
 #include "Failure/Raising/Raise.h"
+#include "Text/CodeUnits.h"
 
 #include <cstddef>
 
@@ -14,16 +15,12 @@ using NSLichen::XFormatViolation;
 
 namespace {
 
-constexpr char16_t kFirstHighSurrogate = 0xD800;
-constexpr char16_t kFirstLowSurrogate = 0xDC00;
-constexpr char16_t kBehindSurrogates = 0xE000;
-
 // The number of bytes of the sequence that `lead` starts, 0 for a byte that starts none.
 size_t SequenceLength(uint8_t lead) {
     if (lead < 0x80) {
         return 1;
     }
-    if (lead < 0xC0 || lead == 0xFF) {
+    if (IsContinuationByte(static_cast<char>(lead)) || lead == 0xFF) {
         return 0;
     }
     size_t length = 2;
@@ -47,11 +44,12 @@ uint64_t DecodeSequence(const char* bytes, size_t length) {
 }
 
 void AppendUnits(uint64_t value, std::u16string& text) {
-    if (value < 0x10000) {
+    if (value < kFirstPairedCodePoint) {
         text.push_back(static_cast<char16_t>(value));
         return;
     }
-    text.push_back(static_cast<char16_t>(((value - 0x10000) >> 10) + kFirstHighSurrogate));
+    text.push_back(
+        static_cast<char16_t>(((value - kFirstPairedCodePoint) >> 10) + kFirstHighSurrogate));
     text.push_back(static_cast<char16_t>((value & 0x3FF) + kFirstLowSurrogate));
 }
 
@@ -79,29 +77,40 @@ void AppendCodePointAsUtf8(uint32_t codePoint, std::string& text) {
     }
 }
 
-std::string Utf16ToUtf8(const std::u16string& text, [[maybe_unused]] uint32_t limit) {
-    std::string result;
-    result.reserve(text.size() * 2);
+namespace {
+
+// Behind what `result` holds.
+void AppendUtf16AsUtf8(const std::u16string& text, std::string& result) {
+    // No unit takes more than three bytes, except for a high surrogate at the very end.
+    result.reserve(result.size() + text.size() * 3 + 1);
     for (size_t i = 0; i < text.size(); ++i) {
         const char16_t unit = text[i];
         uint32_t codePoint = unit;
-        if (unit >= kFirstLowSurrogate && unit < kBehindSurrogates) {
+        if (IsLowSurrogate(unit)) {
             RaiseWithTarget(XFormatViolation("High-surrogate missing! Broken Unicode"),
                             UnicodeWord());
         }
-        if (unit >= kFirstHighSurrogate && unit < kFirstLowSurrogate) {
+        if (IsHighSurrogate(unit)) {
             ++i;
             const char16_t next = i < text.size() ? text[i] : u'\0';
             codePoint = ((codePoint - 0xD7F7U) << 10) + next;
         }
         AppendCodePointAsUtf8(codePoint, result);
     }
+}
+
+} // namespace
+
+std::string Utf16ToUtf8(const std::u16string& text, [[maybe_unused]] uint32_t limit) {
+    std::string result;
+    AppendUtf16AsUtf8(text, result);
     return result;
 }
 
 std::string Utf16ToUtf8WithMark(const std::u16string& text, bool withMark) {
-    std::string result = Utf16ToUtf8(text);
-    return withMark ? "\xEF\xBB\xBF" + result : result;
+    std::string result = withMark ? "\xEF\xBB\xBF" : "";
+    AppendUtf16AsUtf8(text, result);
+    return result;
 }
 
 std::u16string Utf8ToUtf16(const std::string& text,

@@ -1,38 +1,47 @@
 #include "Text/CodePage.h"
 
-#include "Failure/Classes/XClasses.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Text/RefusalOf.h"
 
 namespace NSTextPackage {
-namespace {
 
 TEST(CodePage, Every1252ByteDecodesAndComesBack) {
     std::string bytes;
+    std::u16string expected;
     for (int byte = 0; byte < 256; ++byte) {
         bytes.push_back(static_cast<char>(byte));
+        expected.push_back(static_cast<char16_t>(byte));
     }
-    const std::u16string units = Cp1252ToUtf16(bytes);
-    ASSERT_EQ(units.size(), 256U);
-    EXPECT_EQ(units.substr(0x7F, 8), u"\u007F\u20AC\u0081\u201A\u0192\u201E\u2026\u2020");
-    EXPECT_EQ(units.substr(0x8C, 6), u"\u0152\u008D\u017D\u008F\u0090\u2018");
-    EXPECT_EQ(units.substr(0x9C, 5), u"\u0153\u009D\u017E\u0178\u00A0");
-    EXPECT_EQ(units.back(), u'\u00FF');
-    EXPECT_EQ(Utf16ToCp1252(units, '?'), bytes);
+    expected.replace(0x80, 32,
+                     u"\u20AC\x81\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152"
+                     u"\x8D\u017D\x8F\x90\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122"
+                     u"\u0161\u203A\u0153\x9D\u017E\u0178");
+    EXPECT_EQ(Cp1252ToUtf16(bytes), expected);
+    EXPECT_EQ(Utf16ToCp1252(expected, '?'), bytes);
     // Latin-1's control codes and other scripts are not in the page; a pair counts as two.
     EXPECT_EQ(Utf16ToCp1252(u"\u0080\u0100\u03B1\U0001F600", '#'), "#####");
 }
 
 TEST(CodePage, OtherPagesComeFromTheSystem) {
-    EXPECT_EQ(CodePageToUtf16("\xEF\xE8\xE2\xEE", 1251), u"\u043F\u0438\u0432\u043E");
-    EXPECT_EQ(CodePageToUtf16("\xF0\x9F\x98\x80", 65001), u"\U0001F600");
-    EXPECT_EQ(CodePageToUtf16("\xE9", 28591), u"\u00E9");
-    EXPECT_EQ(CodePageToUtf16("loop", 20127), u"loop");
-    EXPECT_EQ(CodePageToUtf16("\x81\x80", kCodePage_1252), u"\u0081\u20AC");
-    EXPECT_EQ(CodePageToUtf16("", 1251), u"");
-    EXPECT_THROW(CodePageToUtf16("\xC3", 65001), NSLichen::XFormatViolation);
-    EXPECT_THROW(CodePageToUtf16("a", 64999), NSLichen::XFormatViolation);
+    const struct {
+        uint32_t fCodePage;
+        const char* fBytes;
+        const char16_t* fText;
+    } rows[] = {{1251, "\xEF\xE8\xE2\xEE", u"\u043F\u0438\u0432\u043E"},
+                {65001, "\xF0\x9F\x98\x80", u"\U0001F600"},
+                {28591, "\xE9", u"\u00E9"},
+                {20127, "loop", u"loop"},
+                {kCodePage_1252, "\x81\x80", u"\u0081\u20AC"},
+                {1251, "", u""},
+                // A mark could follow the last letter of these two.
+                {1258, "loopa", u"loopa"},
+                {1255, "\xE0\xE1", u"\u05D0\u05D1"},
+                {10000, "\x8E", u"\u00E9"},
+                {20866, "\xC1", u"\u0430"}};
+    for (const auto& [codePage, bytes, text] : rows) {
+        EXPECT_EQ(CodePageToUtf16(bytes, codePage), text) << codePage;
+    }
+    EXPECT_EQ(RefusalOf([] { CodePageToUtf16("\xC3", 65001); }), "");
+    EXPECT_EQ(RefusalOf([] { CodePageToUtf16("a", 64999); }), "");
 }
 
-} // namespace
 } // namespace NSTextPackage

@@ -6,7 +6,6 @@
 #include <random>
 
 namespace NSTextPackage {
-namespace {
 
 TEST(ComparisonMarks, MarksAndVariantsAreOneLevel) {
     const struct {
@@ -64,5 +63,4 @@ TEST(ComparisonMarks, OrderIsTotalOnHostileTexts) {
     }
 }
 
-} // namespace
 } // namespace NSTextPackage

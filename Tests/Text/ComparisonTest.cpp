@@ -5,7 +5,6 @@
 #include <vector>
 
 namespace NSTextPackage {
-namespace {
 
 TEST(Comparison, EqualTexts) {
     EXPECT_TRUE(TextEquals(u"\uFEFF\u00E9", u"\u00E9"));
@@ -46,5 +45,4 @@ TEST(Comparison, LowerCase) {
     EXPECT_EQ(ToLowerUtf16(caseless), caseless);
 }
 
-} // namespace
 } // namespace NSTextPackage

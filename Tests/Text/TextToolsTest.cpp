@@ -9,7 +9,6 @@
 #include <vector>
 
 namespace NSTextPackage {
-namespace {
 
 TEST(TextTools, CopyToBufferCutsAndTerminates) {
     std::vector<char16_t> buffer(1025, u'#');
@@ -17,10 +16,8 @@ TEST(TextTools, CopyToBufferCutsAndTerminates) {
     EXPECT_EQ(std::u16string(buffer.data()), std::u16string(1023, u'x'));
     EXPECT_EQ(buffer[1024], u'#');
 
-    CopyToBuffer(buffer.data(), u"ab", 2);
-    EXPECT_EQ(std::u16string(buffer.data()), u"ab");
-    CopyToBuffer(buffer.data(), u"ab\U0001F600", 3);
-    EXPECT_EQ(std::u16string(buffer.data()), u"ab");
+    CopyToBuffer(buffer.data(), u"ab\U0001F600", 3); // also inside a pair
+    EXPECT_EQ(std::u16string(buffer.data()), (std::u16string{u'a', u'b', 0xD83D}));
     CopyToBuffer(buffer.data(), u"ab", 0);
     EXPECT_EQ(buffer[0], u'\0');
 }
@@ -78,5 +75,4 @@ TEST(NumberGrouping, ModesAndStreams) {
                  std::runtime_error);
 }
 
-} // namespace
 } // namespace NSTextPackage

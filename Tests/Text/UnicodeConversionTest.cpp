@@ -1,26 +1,8 @@
 #include "Text/UnicodeConversion.h"
 
-#include "Failure/Chain/FailureQuestions.h"
-#include "Failure/Chain/ObjectTypeWords.h"
-#include "Failure/Classes/XClasses.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
+#include "Tests/Text/RefusalOf.h"
 
 namespace NSTextPackage {
-namespace {
-
-// The text of the failure, which must be about Unicode.
-std::string RefusalOf(const std::function<void()>& conversion) {
-    try {
-        conversion();
-    } catch (const NSLichen::XFormatViolation& failure) {
-        EXPECT_TRUE(NSLichen::HasTargetObjectType(failure, NSLichen::UnicodeWord()));
-        return failure.what();
-    }
-    return "not refused";
-}
 
 TEST(UnicodeConversion, BothWaysForEveryLength) {
     const struct {
@@ -43,6 +25,8 @@ TEST(UnicodeConversion, BothWaysForEveryLength) {
     }
     EXPECT_EQ(Utf16ToUtf8WithMark(u"", true), "\xEF\xBB\xBF");
     EXPECT_EQ(Utf16ToUtf8WithMark(u"x", false), "x");
+    // One allocation: the capacity is what was asked for, and no growth came on top.
+    EXPECT_EQ(Utf16ToUtf8(std::u16string(1000, u'\u20AC')).capacity(), 3001U);
 }
 
 TEST(UnicodeConversion, SurrogatesInWrongPlaces) {
@@ -69,8 +53,9 @@ TEST(UnicodeConversion, LongFormsAreReadAndCutTo16Bits) {
 }
 
 TEST(UnicodeConversion, BrokenUtf8IsRefused) {
-    for (const char* const text : {"\x80", "\xBF", "\xFF", "a\xC3", "\xE2\x82", "\xF0\x9F\x98",
-                                   "\xF8\x80\x80\x80", "\xFE", "\xFE\x80\x80\x80\x80\x80"}) {
+    for (const char* const text :
+         {"\x80", "\xBF", "\xFF", "\xFF\x80\x80\x80\x80\x80\x80", "a\xC3", "\xE2\x82",
+          "\xF0\x9F\x98", "\xF8\x80\x80\x80", "\xFE", "\xFE\x80\x80\x80\x80\x80"}) {
         EXPECT_EQ(RefusalOf([text] { Utf8ToUtf16Default(text); }), "")
             << testing::PrintToString(text);
     }
@@ -95,5 +80,4 @@ TEST(UnicodeConversion, Ascii) {
     EXPECT_EQ(Utf16ToAscii(u"a\u007F\u0080\u20AC", '?'), "a\x7F??");
 }
 
-} // namespace
 } // namespace NSTextPackage

@@ -1,5 +1,7 @@
 #include "Debug/Log/TraceLine.h"
 
+#include "Text/CodeUnits.h"
+
 #include <algorithm>
 #include <array>
 #include <cinttypes>
@@ -23,13 +25,12 @@ std::string CompactTime(const NSSupport::SCalendarTime& time) {
 
 void RemoveLastUnlessAscii(char* text) {
     for (size_t length = std::strlen(text); length > 0; --length) {
-        const auto byte = static_cast<uint8_t>(text[length - 1]);
-        if (byte < 0x80) {
+        const char last = text[length - 1];
+        if (static_cast<uint8_t>(last) < 0x80) {
             return;
         }
         text[length - 1] = '\0';
-        const bool isContinuation = byte < 0xC0;
-        if (!isContinuation) {
+        if (!NSTextPackage::IsContinuationByte(last)) {
             return;
         }
     }

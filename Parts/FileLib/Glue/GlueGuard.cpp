@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "Text/CodeUnits.h"
 #include "Text/TextTools.h"
 
 namespace NSFileLibInternals {
@@ -13,10 +14,6 @@ namespace {
 using namespace NSFileLib;
 
 constexpr size_t kLongestText = kFileLibTextUnits - 1;
-
-bool IsContinuationByte(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0u) == 0x80u;
-}
 
 } // namespace
 
@@ -77,12 +74,16 @@ void PutFlag(int32_t* flag, bool value) noexcept {
 }
 
 void PutText(char16_t* buffer, const std::u16string& text) {
-    NSTextPackage::CopyToBuffer(buffer, text, kLongestText);
+    size_t count = std::min(text.size(), kLongestText);
+    if (count > 0 && NSTextPackage::IsPairAt(text, count - 1)) {
+        --count;
+    }
+    NSTextPackage::CopyToBuffer(buffer, text, count);
 }
 
 void PutText(char* buffer, const std::string& utf8) {
     size_t count = std::min(utf8.size(), kLongestText);
-    while (count > 0 && count < utf8.size() && IsContinuationByte(utf8[count])) {
+    while (count > 0 && count < utf8.size() && NSTextPackage::IsContinuationByte(utf8[count])) {
         --count;
     }
     std::memcpy(buffer, utf8.data(), count);

@@ -3,16 +3,13 @@
 #include "Failure/Classes/XClasses.h"
 #include "Failure/Raising/Raise.h"
 #include "FileLib/Rules/PathRules.h"
+#include "Text/CodeUnits.h"
 
 #include <algorithm>
 
 namespace NSFileLibInternals {
 
 namespace {
-
-bool IsHighSurrogate(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
 
 std::u16string TrimWhiteSpaceEnd(std::u16string text) {
     while (!text.empty() && IsNameWhiteSpace(text.back())) {
@@ -46,12 +43,12 @@ std::u16string TruncateFileName(const std::u16string& name, size_t limit) {
     std::u16string extension;
     SplitFileName(name, stem, extension);
     size_t room = limit > extension.size() ? limit - extension.size() : 0;
-    // Half a pair would make the whole name unreadable as text.
-    if (room > 0 && room < stem.size() && IsHighSurrogate(stem[room - 1])) {
-        --room;
-    }
     if (room < 1) {
         NSLichen::Raise(NSLichen::XOutOfSpace("not enough room for truncated file name"));
+    }
+    // Half a pair is no text; it stays only where the stem would be empty without it.
+    if (room > 1 && room < stem.size() && NSTextPackage::IsHighSurrogate(stem[room - 1])) {
+        --room;
     }
     return stem.substr(0, room) + extension;
 }

@@ -1,6 +1,7 @@
 #include "FileLib/Rules/PosixNameCodec.h"
 
 #include "FileLib/Rules/PathRules.h"
+#include "Text/CodeUnits.h"
 #include "Text/UnicodeConversion.h"
 
 #include <algorithm>
@@ -20,10 +21,6 @@ char16_t Escape(char byte) {
 
 bool IsEscape(uint32_t codePoint) {
     return codePoint >= kEscapeBase && codePoint <= kEscapeBase + 0xFF;
-}
-
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
 struct SCodePoint {
@@ -49,12 +46,13 @@ SCodePoint DecodeUtf8(std::string_view text) {
         }
         uint32_t value = lead & ~static_cast<uint32_t>(form.fMask) & 0xFFU;
         for (size_t i = 1; i < form.fLength; ++i) {
-            if (!IsContinuation(text[i])) {
+            if (!NSTextPackage::IsContinuationByte(text[i])) {
                 return {0, 0};
             }
             value = (value << 6) | (static_cast<unsigned char>(text[i]) & 0x3FU);
         }
-        const bool isSurrogate = value >= 0xD800 && value <= 0xDFFF;
+        const bool isSurrogate =
+            NSTextPackage::IsHighSurrogate(value) || NSTextPackage::IsLowSurrogate(value);
         const bool isGood = value >= form.fLeast && value <= 0x10FFFF && !isSurrogate;
         return isGood ? SCodePoint{value, form.fLength} : SCodePoint{0, 0};
     }
@@ -97,14 +95,12 @@ std::string PosixNameFromNative(const std::u16string& name) {
     bytes.reserve(name.size());
     for (size_t i = 0; i < name.size(); ++i) {
         uint32_t value = name[i];
-        const bool isPair = value >= 0xD800 && value <= 0xDBFF && i + 1 < name.size() &&
-                            name[i + 1] >= 0xDC00 && name[i + 1] <= 0xDFFF;
         if (IsEscape(value)) {
             bytes += static_cast<char>(value - kEscapeBase);
         } else {
-            if (isPair) {
+            if (NSTextPackage::IsPairAt(name, i)) {
+                value = NSTextPackage::JoinPair(name[i], name[i + 1]);
                 ++i;
-                value = 0x10000 + ((value - 0xD800) << 10) + (name[i] - 0xDC00U);
             }
             NSTextPackage::AppendCodePointAsUtf8(value, bytes);
         }

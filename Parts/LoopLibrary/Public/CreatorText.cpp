@@ -1,25 +1,18 @@
 #include "LoopLibrary/Public/CreatorText.h"
 
+#include "Text/CodeUnits.h"
 #include "Text/UnicodeConversion.h"
 
 #include <cstring>
 
 namespace NSLOPDLL {
 
-namespace {
-
-bool IsContinuationByte(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
-} // namespace
-
 std::string CutUtf8(const std::string& text, size_t limit) {
     if (text.size() <= limit) {
         return text;
     }
     size_t end = limit;
-    while (end > 0 && IsContinuationByte(text[end])) {
+    while (end > 0 && NSTextPackage::IsContinuationByte(text[end])) {
         --end;
     }
     return text.substr(0, end);

@@ -97,6 +97,7 @@ TEST(NameMaking, CutsTheStemAndKeepsTheExtension) {
                                 u"b.wav";
     EXPECT_EQ(TruncateFileName(pair, 7), u"a\xD834\xDD1E.wav");
     EXPECT_EQ(TruncateFileName(pair, 6), u"a.wav") << "half a pair must not stay";
+    EXPECT_EQ(TruncateFileName(pair.substr(1), 5), u"\xD834.wav") << "unless nothing else would";
     for (const size_t limit : {size_t{4}, size_t{3}, size_t{0}}) {
         EXPECT_EQ(TextRaised<NSLichen::XOutOfSpace>([&] { TruncateFileName(u"ab.wav", limit); }),
                   "not enough room for truncated file name");
