@@ -1,9 +1,9 @@
 #include "Failure/Chain/FailureChain.h"
 
+#include "Failure/Codes/ThrowByFailureCode.h"
+
 #include <algorithm>
 #include <utility>
-
-#include "Failure/Codes/ThrowByFailureCode.h"
 
 namespace NSLichen {
 

@@ -1,9 +1,9 @@
 #include "Failure/Chain/FailureQuestions.h"
 
-#include <optional>
-
 #include "Failure/Chain/FailureChain.h"
 #include "Failure/Chain/PartKeys.h"
+
+#include <optional>
 
 namespace NSLichen {
 

@@ -1,11 +1,11 @@
+#include "Failure/Classes/XClasses.h"
+#include "Failure/Raising/RaisingSteps.h"
+
 #include <array>
 #include <cstring>
 #include <new>
 #include <stdexcept>
 #include <typeinfo>
-
-#include "Failure/Classes/XClasses.h"
-#include "Failure/Raising/RaisingSteps.h"
 
 namespace NSLichen {
 
@@ -104,7 +104,9 @@ std::string GetText(const std::exception& exception) {
     if (IsExactly<std::bad_alloc>(exception)) {
         return "bad allocation";
     }
-    return exception.what();
+    // Classes of hosts may answer null.
+    const char* const text = exception.what();
+    return text != nullptr ? text : "";
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "Failure/Codes/FailureMap.h"
 
-#include <exception>
-
 #include "Failure/Raising/Raise.h"
+
+#include <exception>
 
 namespace NSLichen {
 

@@ -1,10 +1,10 @@
 #include "Failure/Codes/PackedFailure.h"
 
-#include <optional>
-#include <stdexcept>
-
 #include "Failure/Chain/ObjectTypeWords.h"
 #include "Failure/Raising/Raise.h"
+
+#include <optional>
+#include <stdexcept>
 
 namespace NSLichen {
 

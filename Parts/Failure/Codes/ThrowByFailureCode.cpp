@@ -1,10 +1,10 @@
 #include "Failure/Codes/ThrowByFailureCode.h"
 
-#include <array>
-#include <cstddef>
-
 #include "Failure/Chain/FailureChain.h"
 #include "Failure/Classes/XClasses.h"
+
+#include <array>
+#include <cstddef>
 
 namespace NSLichen {
 

@@ -1,10 +1,10 @@
 #include "Failure/Raising/CFailureModule.h"
 
-#include <array>
-#include <new>
-
 #include "Failure/Chain/ObjectTypeWords.h"
 #include "Failure/Raising/DebuggerAccess.h"
+
+#include <array>
+#include <new>
 
 namespace NSLichen {
 

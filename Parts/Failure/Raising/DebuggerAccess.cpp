@@ -1,11 +1,11 @@
 #include "Failure/Raising/DebuggerAccess.h"
 
+#include "Failure/Classes/XUnitTestFailure.h"
+#include "Failure/Raising/Raise.h"
+
 #include <atomic>
 #include <cstdarg>
 #include <cstdio>
-
-#include "Failure/Classes/XUnitTestFailure.h"
-#include "Failure/Raising/Raise.h"
 
 namespace NSLichen {
 
@@ -22,6 +22,18 @@ constexpr std::size_t kTraceBufferSize = 4096;
     text[sizeof text - 1] = '\0';
     debugger.Trace(site, text);
 }
+
+// Moves the calling thread's lines out by one level for a scope, however that ends.
+class COutdentedTrace {
+public:
+    explicit COutdentedTrace(IDebugger& debugger) : fDebugger(debugger) { fDebugger.Outdent(); }
+    ~COutdentedTrace() { fDebugger.Indent(); }
+    COutdentedTrace(const COutdentedTrace&) = delete;
+    COutdentedTrace& operator=(const COutdentedTrace&) = delete;
+
+private:
+    IDebugger& fDebugger;
+};
 
 } // namespace
 
@@ -52,12 +64,11 @@ void TraceFormatted(const CFailureSite& site, const char* format, ...) {
 
 void TraceFormattedOutdented(const CFailureSite& site, const char* format, ...) {
     if (IDebugger* const debugger = GetDebugger()) {
-        debugger->Outdent();
+        const COutdentedTrace outdented(*debugger);
         va_list arguments;
         va_start(arguments, format);
         TraceRendered(*debugger, site, format, arguments);
         va_end(arguments);
-        debugger->Indent();
     }
 }
 

@@ -1,11 +1,11 @@
 #include "Failure/Chain/FailureChain.h"
 
+#include "Failure/Chain/ObjectTypeWords.h"
+#include "Failure/Chain/PartKeys.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
-
-#include "Failure/Chain/ObjectTypeWords.h"
-#include "Failure/Chain/PartKeys.h"
 
 using namespace NSLichen;
 
@@ -33,6 +33,7 @@ TEST(FailureChain, ABodyWithoutItemsAnswersItsOwnCode) {
     expected.fSite.fNumber = 7;
     EXPECT_EQ(ExpandBodyItems(body), std::vector{expected});
     EXPECT_EQ(CombineBody(body, MakeItem(30)).fCode, 25);
+    EXPECT_EQ(CombineBody(body, MakeItem(30)).fSite, body.fSite);
     body.fEmpty = true;
     EXPECT_TRUE(ExpandBodyItems(body).empty());
 }

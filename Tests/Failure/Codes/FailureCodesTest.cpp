@@ -1,11 +1,11 @@
 #include "Failure/Codes/FailureCodes.h"
 
+#include "Failure/Chain/ObjectTypeWords.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
 #include <string>
-
-#include "Failure/Chain/ObjectTypeWords.h"
 
 using namespace NSLichen;
 

@@ -1,17 +1,17 @@
 #include "Failure/Codes/IntegerForm.h"
 
-#include <gtest/gtest.h>
-
-#include <new>
-#include <stdexcept>
-#include <vector>
-
 #include "Failure/Chain/FailureQuestions.h"
 #include "Failure/Chain/ObjectTypeWords.h"
 #include "Failure/Chain/PartKeys.h"
 #include "Failure/Classes/XClasses.h"
 #include "Failure/Raising/Raise.h"
 #include "Failure/Raising/RaisingSteps.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+#include <vector>
 
 using namespace NSLichen;
 using NSLichenDetails::XStdDomainError;

@@ -1,14 +1,14 @@
 #include "Failure/Raising/DebuggerAccess.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "Failure/Chain/ObjectTypeWords.h"
 #include "Failure/Classes/XClasses.h"
 #include "Failure/Raising/CFailureModule.h"
 #include "Failure/Raising/LastChanceHandler.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
 
 using namespace NSLichen;
 
@@ -21,6 +21,9 @@ public:
 
     void Trace(const CFailureSite& site, const char* text) override {
         fCalls.push_back("trace " + std::to_string(site.fNumber) + " " + text);
+        if (*text == '!') {
+            throw std::runtime_error("full");
+        }
     }
     void Report(const CExceptionBodyMixin& failure) override {
         fCalls.push_back("report " + std::to_string(failure.fCode));
@@ -77,9 +80,11 @@ TEST(DebuggerAccess, EveryEntryReachesTheDebugger) {
     site.fNumber = 3;
     TraceFormatted(site, "%s %d", "x", 5);
     TraceFormattedOutdented(site, "y");
+    EXPECT_THROW(TraceFormattedOutdented(site, "!"), std::runtime_error);
     ReportToDebugger(CExceptionBodyMixin());
     OnAssertionFailed(site, "a > b");
     const std::vector<std::string> expected{"trace 3 x 5", "out",      "trace 3 y",
+                                            "in",          "out",      "trace 3 !",
                                             "in",          "report 5", "assertion a > b"};
     EXPECT_EQ(debugger.fCalls, expected);
     TraceFormatted(site, "%s", std::string(5000, 'z').c_str());

@@ -1,5 +1,8 @@
 #include "Failure/Codes/ThrowByFailureCode.h"
 
+#include "Failure/Classes/XClasses.h"
+#include "Failure/Raising/RaisingSteps.h"
+
 #include <gtest/gtest.h>
 
 #include <ios>
@@ -9,17 +12,21 @@
 #include <typeinfo>
 #include <vector>
 
-#include "Failure/Classes/XClasses.h"
-#include "Failure/Raising/RaisingSteps.h"
-
 using namespace NSLichen;
 using namespace NSLichenDetails;
 
 namespace {
 
-class XForeign : public std::exception {};
+class XForeign : public std::exception {
+public:
+    const char* what() const noexcept override { return nullptr; }
+};
 class XForeignRuntime : public std::runtime_error {
     using std::runtime_error::runtime_error;
+};
+class XOfBothKinds : public std::logic_error, public std::range_error {
+public:
+    XOfBothKinds() : std::logic_error("l"), std::range_error("r") {}
 };
 
 template <class... X>
@@ -86,6 +93,10 @@ TEST(ClassifyException, AsksTheStandardClassesInOrder) {
     }
     const XForeign foreign;
     EXPECT_EQ(ClassifyException(&foreign).fCode, 6);
+    EXPECT_EQ(ClassifyException(&foreign).fText, "");
+    // A runtime error before it is a logic error, through whichever base it is caught.
+    const XOfBothKinds both;
+    EXPECT_EQ(ClassifyException(static_cast<const std::logic_error*>(&both)).fCode, 20);
     const std::bad_array_new_length tooLong;
     EXPECT_EQ(ClassifyException(&tooLong).fCode, 16);
     EXPECT_EQ(ClassifyException(nullptr).fCode, 5);
