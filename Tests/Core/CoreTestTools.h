@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -44,6 +45,10 @@ inline std::string BigEndian(size_t value) {
 inline std::string LittleEndian(size_t value) {
     const std::string bytes = BigEndian(value);
     return {bytes.rbegin(), bytes.rend()};
+}
+
+inline std::string Native(size_t value) {
+    return std::endian::native == std::endian::big ? BigEndian(value) : LittleEndian(value);
 }
 
 inline std::string Padded(const std::string& data) {

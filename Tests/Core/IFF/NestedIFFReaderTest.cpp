@@ -115,22 +115,25 @@ TEST(CIFFFileReader, WalksLevels) {
 }
 
 TEST(CIFFFileReader, FailureLeavesTheLevelsAsTheyStood) {
-    // The second group claims one byte more than its parent has.
-    const std::string inner = Chunk("AAAA", "ab") + "CAT " + BigEndian(9) + "TYPExxxx";
-    const std::string file = Chunk("CAT ", "TYPE" + inner) + Chunk("BBBB", "behind");
-    CMemoryMedia media = MediaOf(file);
-    CIFFFileReader reader(&media, kIFFMode_BigEndian);
-    reader.EnterCat(kType);
-    EXPECT_VIOLATION(reader.EnterCat(kType));
-    ASSERT_TRUE(reader.EnterFirstChild());
-    EXPECT_VIOLATION(reader.EnterNextSibling());
-    EXPECT_EQ(reader.GetHeader().fID, kA);
-    EXPECT_RAISES(NSLichen::XRead, reader.GetMedia()->ReadU32());
-    reader.Leave();
-    reader.Leave();
-    reader.EnterChunk(kB);
-    reader.Leave();
-    EXPECT_RAISES(NSLichen::XIllegalCallSequence, reader.EnterNextSibling());
+    // The second group claims one byte more than its parent has, or too few for its type.
+    for (const std::string& second :
+         {"CAT " + BigEndian(9) + "TYPExxxx", "FORM" + BigEndian(3) + "TYPE"}) {
+        const std::string file =
+            Chunk("CAT ", "TYPE" + Chunk("AAAA", "ab") + second) + Chunk("BBBB", "behind");
+        CMemoryMedia media = MediaOf(file);
+        CIFFFileReader reader(&media, kIFFMode_BigEndian);
+        reader.EnterCat(kType);
+        EXPECT_VIOLATION(reader.EnterCat(kType));
+        ASSERT_TRUE(reader.EnterFirstChild());
+        EXPECT_VIOLATION(reader.EnterNextSibling());
+        EXPECT_EQ(reader.GetHeader().fID, kA);
+        EXPECT_RAISES(NSLichen::XRead, reader.GetMedia()->ReadU32());
+        reader.Leave();
+        reader.Leave();
+        reader.EnterChunk(kB);
+        reader.Leave();
+        EXPECT_RAISES(NSLichen::XIllegalCallSequence, reader.EnterNextSibling());
+    }
 }
 
 TEST(DumpIFFStructure, ListsChunksByLevel) {
@@ -148,6 +151,12 @@ TEST(DumpIFFStructure, ListsChunksByLevel) {
                        "     Dumping contents of 'FORM' chunk (BBBB), size 8\n"
                        "         Simple chunk, type: A  A, size: 0\n"
                        " Dumping contents of 'LIST' chunk (TYPE), size 0\n");
+    // A group that is too short for its type ends the listing behind the lines before it.
+    const std::string small = Chunk("AAAA", "") + "FORM" + BigEndian(3) + "TYPE";
+    CMemoryMedia smallMedia = MediaOf(small);
+    COwnedMemoryMedia begun;
+    EXPECT_VIOLATION(DumpIFFStructure(smallMedia, begun, 0));
+    EXPECT_EQ(BytesOf(begun), "Simple chunk, type: AAAA, size: 0\n");
     // Depth and indent are bounded.
     for (int level = 0; level < 3000; ++level) {
         file = Chunk("FORM", file.insert(0, "TYPE"));

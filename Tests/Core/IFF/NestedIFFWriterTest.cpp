@@ -1,5 +1,6 @@
 #include "Tests/Core/CoreTestTools.h"
 
+#include "PorterPackage/Core/IFF/CIFFFileReader.h"
 #include "PorterPackage/Core/IFF/CIFFFileWriter.h"
 #include "PorterPackage/Core/IFF/CRIFFReader2.h"
 #include "PorterPackage/Core/IFF/CRIFFWriter2.h"
@@ -29,6 +30,20 @@ TEST(CIFFFileWriter, WritesWhatTheRulesSay) {
     EXPECT_EQ(BytesOf(media), Chunk("CAT ", "TYPE" + Chunk("AAAA", "abc") + Chunk("AAAA", "") +
                                                 Chunk("FORM", form) + Chunk("AAAA", "1234")));
     EXPECT_EQ(media.BytesLeft(), 0);
+}
+
+TEST(CIFFFileWriter, NativeSizesComeBack) {
+    COwnedMemoryMedia media;
+    {
+        CIFFFileWriter writer(&media, kIFFMode_Native);
+        writer.EnterForm(kType);
+        writer.WriteChunk(kA, 3, Raw("abc"));
+    }
+    EXPECT_EQ(BytesOf(media), "FORM" + Native(16) + "TYPEAAAA" + Native(3) + "abc\0"s);
+    EXPECT_TRUE(IsIFFMedia(media, kIFFMode_Native));
+    CIFFFileReader reader(&media, kIFFMode_Native);
+    reader.EnterForm(kType);
+    EXPECT_EQ(BytesOf(*reader.OpenChunk(kA)), "abc");
 }
 
 TEST(CIFFFileWriter, DestructionSurvivesAMediaThatFails) {
@@ -77,6 +92,7 @@ TEST(RIFF, WritesAndReadsBackToTheByte) {
     EXPECT_EQ(media.GetPosition(), 24);
     CIFFChunkHeader list;
     body.BeginList(list, FourCharID("INFO"));
+    EXPECT_EQ(media.GetPosition(), 36);
     CRIFFWriter2 info(&body, list);
     info.WriteChunk(kA, 1, Raw("x"));
     body.EndChunk(list, info.GetMedia()->GetLength());

@@ -70,6 +70,11 @@ TYPED_TEST(MemoryMedia, KeepsBytesWhenGrownOrCopied) {
     TypeParam copy(static_cast<const CMedia&>(media));
     EXPECT_EQ(copy.GetPosition(), kMost);
     EXPECT_EQ(BytesOf(TypeParam(copy)), BytesOf(media));
+    // From the media's own block, while that is replaced and where both runs overlap.
+    copy.WriteAt(copy.GetCapacity(), 4, copy.GetData());
+    copy.WriteAt(1, 3, copy.GetData());
+    EXPECT_EQ(BytesOf(copy).substr(0, 4), "\1\1\2\3");
+    EXPECT_TRUE(BytesOf(copy).ends_with("\1\2\3\4"));
 }
 
 TEST(CMemoryMedia, BorrowedBlocksAreNeverReplaced) {
@@ -112,6 +117,9 @@ TEST(CPartialMedia, ReadOnlyViewGuardsItsEnds) {
     EXPECT_EQ(view.GetPosition(), 2);
     EXPECT_EQ(parent.GetPosition(), 4);
     EXPECT_RAISES(NSLichen::XIllegalCallSequence, view.WriteU8(1));
+    parent.SetPosition(6); // off the view's start, before it or behind it
+    EXPECT_EQ(CPartialMedia(&parent, 4, 3).GetPosition(), 2);
+    EXPECT_EQ(CPartialMedia(&parent, 7).GetPosition(), -1);
     CPartialMedia empty(&parent, 4, 0);
     empty.ReadBytes(0, 0, bytes);
     EXPECT_RAISES(NSLichen::XRead, empty.ReadBytes(0, 1, bytes));

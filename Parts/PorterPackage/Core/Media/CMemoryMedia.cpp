@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 namespace NSPorter {
 
@@ -56,8 +57,8 @@ void CMemoryMedia::ReadBytes(int64_t position, int64_t count, uint8_t* destinati
 void CMemoryMedia::WriteBytes(int64_t position, int64_t count, const uint8_t* source) {
     if (count > 0) {
         const int64_t end = EndOfRun(position, count);
-        GrowTo(end);
-        std::memcpy(fData + position, source, static_cast<size_t>(count));
+        const std::unique_ptr<uint8_t[]> replaced = GrowTo(end);
+        std::memmove(fData + position, source, static_cast<size_t>(count));
         fLength = std::max(fLength, end);
     }
 }
@@ -69,20 +70,20 @@ uint8_t* CMemoryMedia::GetWritableBuffer(int64_t count) {
     return fData;
 }
 
-void CMemoryMedia::GrowTo(int64_t needed) {
+std::unique_ptr<uint8_t[]> CMemoryMedia::GrowTo(int64_t needed) {
     if (fOwnership == kBlockOwnership_BorrowedConst ||
         (fOwnership == kBlockOwnership_Borrowed && needed > fCapacity)) {
         NSLichen::Raise(NSLichen::XIllegalCallSequence(""));
     }
     if (needed <= fCapacity) {
-        return;
+        return nullptr;
     }
     const int64_t capacity = GrownCapacity(fCapacity, needed);
     uint8_t* block = AllocateBlock(capacity);
     std::copy_n(fData, fLength, block);
-    delete[] fData;
-    fData = block;
+    std::unique_ptr<uint8_t[]> replaced(std::exchange(fData, block));
     fCapacity = capacity;
+    return replaced;
 }
 
 } // namespace NSPorter

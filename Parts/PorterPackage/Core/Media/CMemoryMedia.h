@@ -3,6 +3,8 @@
 
 #include "PorterPackage/Core/Media/CMedia.h"
 
+#include <memory>
+
 namespace NSPorter {
 
 constexpr int32_t kBlockOwnership_Owned = 69;
@@ -27,7 +29,8 @@ public:
     ~CMemoryMedia() override;
 
     void ReadBytes(int64_t position, int64_t count, uint8_t* destination) const override;
-    /// A gap between the old length and the position holds whatever the allocator gave.
+    /// The source may lie in the media's own block. A gap between the old length and the position
+    /// holds whatever the allocator gave.
     void WriteBytes(int64_t position, int64_t count, const uint8_t* source) override;
     int64_t GetLength() const override { return fLength; }
 
@@ -38,7 +41,8 @@ public:
     uint8_t* GetWritableBuffer(int64_t count);
 
 private:
-    void GrowTo(int64_t needed);
+    /// Answers the block that was replaced, if any: the bytes to be written may lie in it.
+    std::unique_ptr<uint8_t[]> GrowTo(int64_t needed);
 
     int32_t fOwnership;
     /// Allocated by new[] and freed here when the ownership says so, otherwise borrowed.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace NSPorter {
 
@@ -27,8 +28,8 @@ void COwnedMemoryMedia::ReadBytes(int64_t position, int64_t count, uint8_t* dest
 
 void COwnedMemoryMedia::WriteBytes(int64_t position, int64_t count, const uint8_t* source) {
     if (count > 0) {
-        GrowTo(EndOfRun(position, count));
-        std::memcpy(fBytes.data() + position, source, static_cast<size_t>(count));
+        const std::vector<uint8_t> replaced = GrowTo(EndOfRun(position, count));
+        std::memmove(fBytes.data() + position, source, static_cast<size_t>(count));
     }
 }
 
@@ -37,13 +38,18 @@ uint8_t* COwnedMemoryMedia::GetWritableBuffer(int64_t count) {
     return fBytes.data();
 }
 
-void COwnedMemoryMedia::GrowTo(int64_t needed) {
+std::vector<uint8_t> COwnedMemoryMedia::GrowTo(int64_t needed) {
+    std::vector<uint8_t> replaced;
     if (needed > GetCapacity()) {
-        fBytes.reserve(static_cast<size_t>(GrownCapacity(GetCapacity(), needed)));
+        std::vector<uint8_t> grown;
+        grown.reserve(static_cast<size_t>(GrownCapacity(GetCapacity(), needed)));
+        grown.assign(fBytes.begin(), fBytes.end());
+        replaced = std::exchange(fBytes, std::move(grown));
     }
     if (needed > GetLength()) {
         fBytes.resize(static_cast<size_t>(needed));
     }
+    return replaced;
 }
 
 } // namespace NSPorter

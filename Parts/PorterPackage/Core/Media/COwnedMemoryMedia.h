@@ -32,7 +32,8 @@ public:
     uint8_t* GetWritableBuffer(int64_t count);
 
 private:
-    void GrowTo(int64_t needed);
+    /// Answers the array that was replaced, if any: the bytes to be written may lie in it.
+    std::vector<uint8_t> GrowTo(int64_t needed);
 
     std::vector<uint8_t> fBytes;
 };
