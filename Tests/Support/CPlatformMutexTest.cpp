@@ -5,9 +5,8 @@
 #include <thread>
 
 namespace NSSupport {
-namespace {
 
-bool IsFreeForAnotherThread(CPlatformMutex& mutex) {
+static bool IsFreeForAnotherThread(CPlatformMutex& mutex) {
     bool isFree = false;
     std::thread([&] { isFree = static_cast<bool>(CMutexTryLock(mutex)); }).join();
     return isFree;
@@ -43,5 +42,4 @@ TEST(PlatformMutex, PassesOnFromAThreadThatEnded) {
     EXPECT_TRUE(IsFreeForAnotherThread(tried));
 }
 
-} // namespace
 } // namespace NSSupport

@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <ctime>
 
 namespace NSSupport {
-namespace {
 
 constexpr FileTime kUnitsPerSecond = 10000000;
 constexpr FileTime kUnitsPerQuarter = 9000000000;
@@ -23,7 +23,7 @@ TEST(DateTimeText, BothWays) {
     EXPECT_EQ(FormatDateTime(0), "1601-01-01T00:00:00Z");
 }
 
-std::string RefusalOf(const char* text) {
+static std::string RefusalOf(const char* text) {
     try {
         ParseDateTime(text);
     } catch (const NSLichen::XFormatViolation& failure) {
@@ -58,33 +58,37 @@ TEST(DateTimeText, EachFieldHasItsMessage) {
     EXPECT_THROW(FormatDateTime(0x8000000000000000), NSLichen::XFormatViolation);
 }
 
-// Against the C library's calendar, from the days around each new year and leap day to the last
-// year that both know.
-TEST(CalendarTime, AgreesWithTheCLibrary) {
-    const auto check = [](int64_t unixSeconds) {
-        const std::time_t seconds = unixSeconds;
-        const std::tm* const known = std::gmtime(&seconds);
+// Counts through all days that have a date, and asks about both ends of each month.
+TEST(CalendarTime, EveryMonthFrom1601To30827) {
+    constexpr FileTime kUnitsPerDay = 86400 * kUnitsPerSecond;
+    FileTime day = 0;
+    SCalendarTime date = {1601, 1, 1, 1, 23, 59, 59, 123}; // a Monday
+    const auto check = [&] {
+        const FileTime time = (day + 1) * kUnitsPerDay - kUnitsPerSecond + 1230000;
+        date.fDayOfWeek = static_cast<uint16_t>((day + 1) % 7);
         SCalendarTime calendar;
-        const FileTime time = kUnixEpoch + static_cast<FileTime>(unixSeconds) * kUnitsPerSecond;
-        if (known == nullptr || !FileTimeToCalendar(time + 1230000, calendar)) {
-            ADD_FAILURE() << unixSeconds;
-            return;
-        }
-        EXPECT_EQ(calendar.fYear, known->tm_year + 1900);
-        EXPECT_EQ(calendar.fMonth, known->tm_mon + 1);
-        EXPECT_EQ(calendar.fDay, known->tm_mday);
-        EXPECT_EQ(calendar.fDayOfWeek, known->tm_wday);
-        EXPECT_EQ(calendar.fHour * 3600 + calendar.fMinute * 60 + calendar.fSecond,
-                  known->tm_hour * 3600 + known->tm_min * 60 + known->tm_sec);
-        EXPECT_EQ(calendar.fMillisecond, 123);
+        EXPECT_TRUE(FileTimeToCalendar(time, calendar));
+        EXPECT_EQ(std::memcmp(&calendar, &date, sizeof date), 0)
+            << date.fYear << '-' << date.fMonth;
         FileTime back = 0;
-        EXPECT_TRUE(CalendarToFileTime(calendar, back));
-        EXPECT_EQ(back, time + 1230000);
+        EXPECT_TRUE(CalendarToFileTime(date, back));
+        EXPECT_EQ(back, time);
     };
-    constexpr int64_t kDay = 86400;
-    for (int64_t day = 0; day < 375950; day += day % 1461 < 62 ? 1 : 97) {
-        check(day * kDay + day % kDay);
+    for (; date.fYear <= 30827; ++date.fYear) {
+        const bool isLeap = date.fYear % 4 == 0 && (date.fYear % 100 != 0 || date.fYear % 400 == 0);
+        const uint16_t lengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+        for (date.fMonth = 1; date.fMonth <= 12; ++date.fMonth) {
+            const bool isLeapMonth = isLeap && date.fMonth == 2;
+            date.fDay = 1;
+            check();
+            date.fDay = isLeapMonth ? 29 : lengths[date.fMonth - 1];
+            day += date.fDay - 1U;
+            check();
+            ++day;
+        }
     }
+    EXPECT_FALSE(CalendarToFileTime({30828, 1, 1, 1}, day));
+    EXPECT_FALSE(CalendarToFileTime({2023, 257, 1, 1}, day)); // 1 in eight bits
 }
 
 TEST(CalendarTime, NowAndHere) {
@@ -101,5 +105,4 @@ TEST(CalendarTime, NowAndHere) {
     EXPECT_EQ(distance % kUnitsPerQuarter, 0U);
 }
 
-} // namespace
 } // namespace NSSupport

@@ -11,9 +11,8 @@
 #include <vector>
 
 namespace NSSupport {
-namespace {
 
-CTextTable MakeTable(const std::string& text) {
+static CTextTable MakeTable(const std::string& text) {
     NSPorter::CMemoryMedia media(static_cast<int64_t>(text.size()),
                                  reinterpret_cast<const uint8_t*>(text.data()));
     return CTextTable(media);
@@ -102,5 +101,4 @@ TEST(VersionInfo, OfThisModule) {
     EXPECT_EQ(OpenFileVersionInfo(u"C:\\no such file"), nullptr);
 }
 
-} // namespace
 } // namespace NSSupport

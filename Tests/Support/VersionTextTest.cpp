@@ -7,11 +7,10 @@
 #include <gtest/gtest.h>
 
 namespace NSSupport {
-namespace {
 
 using NSPorter::SVersionRecord;
 
-bool SameFields(const SVersionRecord& a, const SVersionRecord& b) {
+static bool SameFields(const SVersionRecord& a, const SVersionRecord& b) {
     return a.fMajor == b.fMajor && a.fMinor == b.fMinor && a.fBugFix == b.fBugFix &&
            a.fStage == b.fStage && a.fBuild == b.fBuild && a.fExtra == b.fExtra;
 }
@@ -70,5 +69,4 @@ TEST(VersionText, ShortVersionFromAReader) {
     EXPECT_THROW(ReadShortVersion(failing, 0), NSLichen::XNotFound);
 }
 
-} // namespace
 } // namespace NSSupport

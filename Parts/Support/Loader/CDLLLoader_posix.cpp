@@ -38,7 +38,10 @@ std::unique_ptr<IOpenDLL> CDLLLoaderPosix::Open(const std::u16string& name) {
         module = dlopen(native.c_str(), RTLD_NOW | RTLD_LOCAL);
     }
     if (module == nullptr) {
-        NSLichen::RaiseWithTarget(NSLichen::XNotFound("dlopen failed"), NSLichen::DllWord());
+        // The system's text names the module. A name that it was not asked for leaves none.
+        const char* const reason = native.empty() ? nullptr : dlerror();
+        NSLichen::RaiseWithTarget(NSLichen::XNotFound(reason != nullptr ? reason : "dlopen failed"),
+                                  NSLichen::DllWord());
     }
     return std::make_unique<COpenDLLPosix>(module);
 }

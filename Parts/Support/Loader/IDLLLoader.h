@@ -28,7 +28,8 @@ public:
     virtual ~IDLLLoader() = default;
     /// A name without folder is searched for where the system looks for modules; one without
     /// extension gets the system's (".dll", ".so"). A name with "\" is a path. Raises XNotFound
-    /// with the target word "dll" when the module is not there or cannot be loaded.
+    /// with the target word "dll", and with the system's reason if it gives one, when the module is
+    /// not there or cannot be loaded.
     virtual std::unique_ptr<IOpenDLL> Open(const std::u16string& name) = 0;
 
 protected:
