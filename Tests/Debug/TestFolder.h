@@ -24,3 +24,11 @@ public:
 private:
     std::filesystem::path fPath;
 };
+
+// This program stands in for what the system knows of the user, so that no test writes into a
+// person's folders: they are "Documents" and "Desktop" below this one. At first, and with an empty
+// path again, there is no user.
+void SetUserHome(const std::filesystem::path& home);
+
+// How often a file was told to reach its disk.
+int GetFileFlushCount();

@@ -218,11 +218,6 @@ void CDebugger::RemoveListener(const NSLichen::IDebugger* listener) {
     RemoveFirst(fListeners, listener);
 }
 
-std::vector<std::shared_ptr<NSLichen::IDebugger>> CDebugger::GetListeners() const {
-    const CMutexLock lock(fListenersMutex);
-    return fListeners;
-}
-
 std::string CDebugger::WriteMiniDump() {
     return WriteMiniDumpOnFault(nullptr);
 }

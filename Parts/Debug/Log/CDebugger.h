@@ -60,13 +60,12 @@ public:
     /// Takes the first match away.
     void RemoveStreamer(const ITraceOutputStreamer* streamer);
 
-    /// Debuggers that a host wants to find by this one; it hands them nothing by itself.
+    /// Debuggers that live at least as long as this one; it hands them nothing.
     void AddListener(const std::shared_ptr<NSLichen::IDebugger>& listener);
     void RemoveListener(const NSLichen::IDebugger* listener);
-    std::vector<std::shared_ptr<NSLichen::IDebugger>> GetListeners() const;
 
     /// Dumps the process into the log folder. Answers the dump's path, empty when there is no
-    /// folder, no free name (19 dumps of one second) or no dump to be had.
+    /// folder, no free name (19 dumps of one second), or when the dump fails.
     std::string WriteMiniDump();
     /// The same for a fault of the calling thread: `fault` is what the system hands to the handler,
     /// EXCEPTION_POINTERS* on Windows, ucontext_t* elsewhere. It allocates, so it may not come back

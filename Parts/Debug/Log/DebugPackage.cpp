@@ -81,12 +81,6 @@ void TraceToDebugger(const std::string& name, const char* text) {
     }
 }
 
-void FlushDebugger(const std::string& name) {
-    if (const auto debugger = FindDebugger(name)) {
-        debugger->Flush();
-    }
-}
-
 std::string GetDebuggerLogFileName(const std::string& name) {
     const auto debugger = FindDebugger(name);
     return debugger ? debugger->GetLogFileName() : std::string();

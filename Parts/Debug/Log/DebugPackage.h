@@ -12,15 +12,14 @@ void InitDebugPackage();
 /// Destroys all debuggers, each of which writes and flushes what it holds, and ends the package.
 void CloseAllDebuggers();
 
-/// A debugger with a log file in GetDebugLogFolder(logFolderName), or without one where that folder
-/// is not to be had. An existing name does nothing.
+/// A debugger with a log file in GetDebugLogFolder(logFolderName), or without one where there is no
+/// such folder. An existing name does nothing.
 void OpenDebugger(const std::string& name, const std::string& title,
                   const std::string& logFolderName);
 
 /// By the debugger's name; nothing happens, and the texts are empty, where there is none. These
 /// wait for the registry.
 void TraceToDebugger(const std::string& name, const char* text);
-void FlushDebugger(const std::string& name);
 std::string GetDebuggerLogFileName(const std::string& name);
 std::string GetDebuggerLogFolder(const std::string& name);
 

@@ -13,13 +13,14 @@ bool HaveFolder(const std::u16string& path) {
     return PathExists(path) || MakeFolder(path);
 }
 
-} // namespace
-
+// `base` ends in "\", and so does the answer.
 std::u16string MakeLogFolder(const std::u16string& base, const std::u16string& name) {
     const std::u16string logs = base + u"Halyard Logs";
     const std::u16string folder = logs + u"\\" + name + u" Logs";
     return HaveFolder(logs) && HaveFolder(folder) ? folder + u"\\" : base;
 }
+
+} // namespace
 
 std::string GetDebugLogFolder(const std::string& name) {
     std::u16string documents;

@@ -10,9 +10,6 @@ namespace NSDebugPackage {
 /// documents folder itself; empty when there is none.
 std::string GetDebugLogFolder(const std::string& name);
 
-/// The same below any folder, which ends in "\".
-std::u16string MakeLogFolder(const std::u16string& base, const std::u16string& name);
-
 /// Copies a file of a folder, which ends in "\", into the folder `folderName` on the user's
 /// desktop, which is made when missing.
 bool CopyLogToFolder(const std::string& sourceFolder, const std::string& fileName,

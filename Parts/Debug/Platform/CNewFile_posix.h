@@ -10,7 +10,7 @@ namespace NSDebugPackage {
 /// again with the object unless it was finished.
 class CNewFile {
 public:
-    /// Makes the file, unless one of that name exists, be it a link that leads nowhere.
+    /// Makes the file, unless the name exists, even as a link that leads nowhere.
     explicit CNewFile(const std::string& path);
     ~CNewFile();
     CNewFile(const CNewFile&) = delete;

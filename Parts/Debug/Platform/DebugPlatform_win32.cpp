@@ -43,7 +43,11 @@ intptr_t GetThreadSlot(int slot) noexcept {
     if (gSlots[slot] == TLS_OUT_OF_INDEXES) {
         return 0;
     }
-    return reinterpret_cast<intptr_t>(TlsGetValue(gSlots[slot]));
+    // The call clears the thread's last error, which is the host's.
+    const DWORD lastError = GetLastError();
+    const auto value = reinterpret_cast<intptr_t>(TlsGetValue(gSlots[slot]));
+    SetLastError(lastError);
+    return value;
 }
 
 void SetThreadSlot(int slot, intptr_t value) noexcept {

@@ -4,22 +4,18 @@
 
 #include <gtest/gtest.h>
 
-#include <elf.h>
-#include <sys/procfs.h>
 #include <ucontext.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdio>
-#include <cstring>
 #include <thread>
 
 namespace NSDebugPackage {
 
 [[gnu::noinline]] std::string DumpFromHere(CDebugger& debugger) {
-    volatile char marker[] = "marker on the stack"; // found again in the dump
     std::string path = debugger.WriteMiniDump();
-    EXPECT_EQ(marker[0], 'm');
+    asm volatile("" : : : "memory"); // keeps the call from becoming a jump
     return path;
 }
 
@@ -60,36 +56,16 @@ protected:
     CDebugger fDebugger{"X", "Title", 0};
 };
 
-TEST_F(CoreDumpTest, IsAnElfCoreWithTheStacks) {
-    const std::string bytes = ReadWholeFile(ToPosix(DumpFromHere(fDebugger)));
-    Elf64_Ehdr header;
-    ASSERT_GE(bytes.size(), sizeof header);
-    std::memcpy(&header, bytes.data(), sizeof header);
-    EXPECT_EQ(header.e_type, ET_CORE);
-    Elf64_Phdr notes;
-    std::memcpy(&notes, bytes.data() + header.e_phoff, sizeof notes);
-    ASSERT_EQ(notes.p_type, static_cast<uint32_t>(PT_NOTE));
-    Elf64_Nhdr note;
-    std::memcpy(&note, bytes.data() + notes.p_offset, sizeof note);
-    EXPECT_EQ(note.n_type, static_cast<uint32_t>(NT_PRSTATUS));
-    EXPECT_EQ(note.n_descsz, sizeof(elf_prstatus));
-    EXPECT_NE(bytes.find("marker on the stack", notes.p_offset + notes.p_filesz),
-              std::string::npos);
-    for (size_t i = 0; i < header.e_phnum; ++i) {
-        Elf64_Phdr segment;
-        std::memcpy(&segment, bytes.data() + header.e_phoff + i * sizeof segment, sizeof segment);
-        EXPECT_LE(segment.p_offset + segment.p_filesz, bytes.size());
-    }
+TEST_F(CoreDumpTest, IsSmallAndHasATextBesideIt) {
+    const std::string dump = ToPosix(DumpFromHere(fDebugger));
     // Small enough to send, also where a sanitizer maps whole terabytes.
-    EXPECT_LT(bytes.size(), size_t{300} << 20);
-}
-
-TEST_F(CoreDumpTest, HasATextBesideIt) {
-    const std::string name = ToPosix(DumpFromHere(fDebugger)) + ".txt";
-    const std::string text = ReadWholeFile(name);
+    EXPECT_LT(std::filesystem::file_size(dump), size_t{300} << 20);
+    const std::string text = ReadWholeFile(dump + ".txt");
     EXPECT_LT(text.find("DumpFromHere"), text.find("\nMemory map:\n")) << text;
     EXPECT_NE(text.find("[stack]\n"), std::string::npos) << text;
-    EXPECT_EQ(std::filesystem::status(name).permissions(), std::filesystem::perms(0600));
+    for (const char* const end : {"", ".txt"}) {
+        EXPECT_EQ(std::filesystem::status(dump + end).permissions(), std::filesystem::perms(0600));
+    }
 }
 
 TEST_F(CoreDumpTest, ShowsTheCallingFunctionAndWaitingThreads) {
@@ -111,6 +87,7 @@ TEST_F(CoreDumpTest, ShowsTheCallingFunctionAndWaitingThreads) {
     }
     EXPECT_NE(called.find("DumpFromHere"), std::string::npos) << called;
     EXPECT_NE(called.find("read ("), std::string::npos) << called;
+    EXPECT_EQ(called.find("truncated"), std::string::npos) << called;
     EXPECT_NE(fault.find("FaultFromHere"), std::string::npos) << fault;
     EXPECT_EQ(fault.find("WriteProcessDump"), std::string::npos) << fault;
 }

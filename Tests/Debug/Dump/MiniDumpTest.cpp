@@ -8,7 +8,6 @@
 #include <fstream>
 
 namespace NSDebugPackage {
-namespace {
 
 namespace fs = std::filesystem;
 
@@ -34,5 +33,4 @@ TEST(MiniDump, TakesTheFirstFreeName) {
     EXPECT_EQ(CDebugger("X", "Title", 0).WriteMiniDump(), ""); // it has no folder
 }
 
-} // namespace
 } // namespace NSDebugPackage

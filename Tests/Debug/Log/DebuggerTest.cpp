@@ -9,107 +9,110 @@
 
 #include <functional>
 #include <stdexcept>
-#include <string>
 #include <thread>
-#include <vector>
 
 namespace NSDebugPackage {
-namespace {
 
-const char* const kSkipped = "Debug: At least one line of the log was skipped because of too fast "
-                             "tracing and/or too much CPU load.";
+using Texts = std::vector<std::string>;
+
+static const char* const kSkipped =
+    "Debug: At least one line of the log was skipped because of too fast tracing and/or too much "
+    "CPU load.";
 
 // Keeps what a debugger writes.
 class CRecordingStreamer : public ITraceOutputStreamer {
 public:
     void Write(const char* line, size_t bufferSize) override {
-        fLines.emplace_back(line);
-        fBufferSize = bufferSize;
+        EXPECT_EQ(bufferSize, 4096U);
+        fThread = std::stoul(std::string(line, 16), nullptr, 16);
+        fTexts.emplace_back(line + 37); // behind thread and time
         if (fOnWrite) {
             fOnWrite();
         }
     }
     void Flush() override { ++fFlushCount; }
 
-    // What follows thread, time and indentation of 0.
-    std::string GetText(size_t index) const { return fLines.at(index).substr(37); }
-
     std::function<void()> fOnWrite;
-    std::vector<std::string> fLines;
-    size_t fBufferSize = 0;
+    Texts fTexts;
+    unsigned long fThread = 0; // of the last line
     int fFlushCount = 0;
 };
 
+static void OnOtherThread(const std::function<void()>& work) {
+    std::thread(work).join();
+}
+
 class DebuggerTest : public testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(AllocateThreadSlots()); }
-    void TearDown() override {
+    DebuggerTest() { EXPECT_TRUE(AllocateThreadSlots()); }
+    ~DebuggerTest() override {
+        fDebugger.reset();
         ClearLogThread();
         FreeThreadSlots();
     }
 
-    std::shared_ptr<CRecordingStreamer> AddRecorder(CDebugger& debugger) {
-        auto recorder = std::make_shared<CRecordingStreamer>();
-        debugger.AddStreamer(recorder);
-        return recorder;
+    void Open(uint32_t flags) {
+        fDebugger = std::make_unique<CDebugger>("X", "Title", flags);
+        fDebugger->AddStreamer(fRecorder);
+    }
+    void Trace(const std::string& text) { fDebugger->Trace({}, text.c_str()); }
+    void TraceElsewhere(const std::string& text) {
+        OnOtherThread([&] { Trace(text); });
     }
 
-    static void OnOtherThread(const std::function<void()>& work) { std::thread(work).join(); }
+    const std::shared_ptr<CRecordingStreamer> fRecorder = std::make_shared<CRecordingStreamer>();
+    std::unique_ptr<CDebugger> fDebugger;
 };
 
 TEST_F(DebuggerTest, WithoutALogThreadEachThreadWritesForItself) {
-    CDebugger debugger("X", "Title", 0);
-    const auto recorder = AddRecorder(debugger);
-    debugger.Trace({}, "here");
-    OnOtherThread([&] { debugger.Trace({}, "there"); });
-    ASSERT_EQ(recorder->fLines.size(), 2U);
-    EXPECT_EQ(recorder->fLines[1].substr(0, 17), "0000000000000000 ");
-    EXPECT_EQ(recorder->GetText(1), "there");
-    EXPECT_EQ(recorder->fBufferSize, 4096U);
-    EXPECT_EQ(recorder->fFlushCount, 0);
-    debugger.Flush();
-    EXPECT_EQ(recorder->fFlushCount, 1);
+    Open(0);
+    Trace("here");
+    TraceElsewhere("there");
+    EXPECT_EQ(fRecorder->fTexts, (Texts{"here", "there"}));
+    EXPECT_EQ(fRecorder->fThread, 0U);
+    EXPECT_EQ(fRecorder->fFlushCount, 0);
+    fDebugger->Flush();
+    EXPECT_EQ(fRecorder->fFlushCount, 1);
 }
 
 TEST_F(DebuggerTest, LinesOfOtherThreadsWaitForTheLogThread) {
-    CDebugger debugger("X", "Title", kDebuggerFlag_OwnLogThread);
-    const auto recorder = AddRecorder(debugger);
+    Open(kDebuggerFlag_OwnLogThread);
     uint32_t other = 0;
     OnOtherThread([&] {
         other = GetCurrentThreadNumber();
-        debugger.Indent();
-        debugger.Trace({}, std::string(3000, 'x').c_str());
-        debugger.DrainTraceQueue();
+        fDebugger->Indent();
+        Trace(std::string(3000, 'x'));
+        fDebugger->DrainTraceQueue();
     });
-    EXPECT_TRUE(recorder->fLines.empty());
-    debugger.Trace({}, "own");
-    ASSERT_EQ(recorder->fLines.size(), 2U);
-    EXPECT_EQ(recorder->GetText(0), "|  " + std::string(2047, 'x'));
-    EXPECT_EQ(std::stoul(recorder->fLines[0].substr(0, 16), nullptr, 16), other);
-    EXPECT_EQ(recorder->GetText(1), "own");
+    EXPECT_EQ(fRecorder->fTexts, Texts{});
+    fDebugger->DrainTraceQueue();
+    EXPECT_EQ(fRecorder->fThread, other);
+    Trace("own");
+    EXPECT_EQ(fRecorder->fTexts, (Texts{"|  " + std::string(2047, 'x'), "own"}));
 }
 
 TEST_F(DebuggerTest, LostLinesAreToldOncePerDrain) {
-    CDebugger debugger("X", "Title", kDebuggerFlag_OwnLogThread);
-    const auto recorder = AddRecorder(debugger);
+    Open(kDebuggerFlag_OwnLogThread);
     for (int round = 0; round < 2; ++round) {
+        Texts expected;
+        for (int i = 0; i < 150; ++i) {
+            expected.push_back(std::to_string(i));
+        }
         OnOtherThread([&] {
             for (int i = 0; i < 155; ++i) {
-                debugger.Trace({}, std::to_string(i).c_str());
+                Trace(std::to_string(i));
             }
         });
-        recorder->fLines.clear();
-        debugger.DrainTraceQueue();
-        ASSERT_EQ(recorder->fLines.size(), 151U);
-        EXPECT_EQ(recorder->GetText(149), "149");
-        EXPECT_EQ(recorder->GetText(150), kSkipped);
-        debugger.DrainTraceQueue();
-        EXPECT_EQ(recorder->fLines.size(), 151U);
+        expected.emplace_back(kSkipped);
+        fRecorder->fTexts.clear();
+        fDebugger->DrainTraceQueue();
+        fDebugger->DrainTraceQueue();
+        EXPECT_EQ(fRecorder->fTexts, expected);
     }
 }
 
 TEST_F(DebuggerTest, QueuingAllocatesNothing) {
-    CDebugger debugger("X", "Title", kDebuggerFlag_OwnLogThread | kDebuggerFlag_Install);
+    Open(kDebuggerFlag_OwnLogThread | kDebuggerFlag_Install);
     uint64_t allocations = 1;
     OnOtherThread([&] {
         const uint64_t before = GetAllocationCount();
@@ -123,127 +126,110 @@ TEST_F(DebuggerTest, QueuingAllocatesNothing) {
 }
 
 TEST_F(DebuggerTest, LevelsBelongToThreads) {
-    CDebugger debugger("X", "Title", 0);
-    const auto recorder = AddRecorder(debugger);
-    debugger.Indent();
-    debugger.Trace({}, "in");
-    OnOtherThread([&] { debugger.Trace({}, "other"); });
-    debugger.SetFlatTrace(true);
-    debugger.Indent();
-    debugger.Trace({}, "flat");
-    debugger.SetFlatTrace(false);
-    debugger.Trace({}, "in");
+    Open(0);
+    fDebugger->Indent();
+    Trace("in");
+    TraceElsewhere("other");
+    fDebugger->SetFlatTrace(true);
+    fDebugger->Indent();
+    Trace("flat");
+    fDebugger->SetFlatTrace(false);
+    Trace("in");
     // One level out of its block, also at the edge.
-    debugger.Outdent();
-    debugger.Outdent();
-    debugger.Trace({}, "edge");
-    debugger.Indent();
-    debugger.Trace({}, "edge");
-    const char* const expected[] = {"|  in", "other", "flat", "|  in", "edge", "edge"};
-    for (size_t i = 0; i < std::size(expected); ++i) {
-        EXPECT_EQ(recorder->GetText(i), expected[i]);
-    }
+    fDebugger->Outdent();
+    fDebugger->Outdent();
+    Trace("edge");
+    fDebugger->Indent();
+    Trace("edge");
+    EXPECT_EQ(fRecorder->fTexts, (Texts{"|  in", "other", "flat", "|  in", "edge", "edge"}));
 }
 
 TEST_F(DebuggerTest, InstallsItselfAndGivesUpEverything) {
-    const auto recorder = std::make_shared<CRecordingStreamer>();
-    {
-        CDebugger debugger("X", "Title", kDebuggerFlag_Install | kDebuggerFlag_OwnLogThread);
-        debugger.AddStreamer(recorder);
-        EXPECT_EQ(NSLichen::GetDebugger(), &debugger);
-        NSLichen::TraceFormattedOutdented({}, "%s", "line");
-        NSLichen::OnAssertionFailed({}, "dropped");
-        OnOtherThread([&] {
-            EXPECT_FALSE(IsLogThread());
-            debugger.Trace({}, "late");
-        });
-    }
+    Open(kDebuggerFlag_Install | kDebuggerFlag_OwnLogThread);
+    EXPECT_EQ(NSLichen::GetDebugger(), fDebugger.get());
+    NSLichen::TraceFormattedOutdented({}, "%s", "line");
+    NSLichen::OnAssertionFailed({}, "dropped");
+    OnOtherThread([] { EXPECT_FALSE(IsLogThread()); });
+    TraceElsewhere("late");
+    fDebugger.reset();
     EXPECT_EQ(NSLichen::GetDebugger(), nullptr);
     OnOtherThread([] { EXPECT_TRUE(IsLogThread()); });
-    ASSERT_EQ(recorder->fLines.size(), 2U);
-    EXPECT_EQ(recorder->GetText(1), "late");
-    EXPECT_EQ(recorder->fFlushCount, 1);
-    EXPECT_EQ(recorder.use_count(), 1);
+    EXPECT_EQ(fRecorder->fTexts, (Texts{"line", "late"}));
+    EXPECT_EQ(fRecorder->fFlushCount, 1);
+    EXPECT_EQ(fRecorder.use_count(), 1);
     NSLichen::TraceFormatted({}, "nobody listens");
 }
 
 TEST_F(DebuggerTest, StreamersAndListenersGoByPointer) {
-    CDebugger debugger("X", "Title", 0);
-    const auto first = AddRecorder(debugger);
-    const auto second = AddRecorder(debugger);
-    debugger.AddStreamer(first);
-    debugger.RemoveStreamer(first.get());
-    debugger.RemoveStreamer(nullptr);
-    debugger.Trace({}, "line");
-    EXPECT_EQ(first->fLines.size(), 1U);
-    EXPECT_EQ(second->fLines.size(), 1U);
+    Open(0);
+    const auto second = std::make_shared<CRecordingStreamer>();
+    fDebugger->AddStreamer(second);
+    fDebugger->AddStreamer(fRecorder);
+    fDebugger->RemoveStreamer(fRecorder.get());
+    fDebugger->RemoveStreamer(nullptr);
+    Trace("line");
+    EXPECT_EQ(fRecorder->fTexts, Texts{"line"});
+    EXPECT_EQ(second->fTexts, Texts{"line"});
 
     const auto listener = std::make_shared<CDebugger>("Y", "Listener", 0);
-    debugger.AddListener(listener);
-    EXPECT_EQ(debugger.GetListeners().size(), 1U);
-    debugger.RemoveListener(listener.get());
-    EXPECT_TRUE(debugger.GetListeners().empty());
+    fDebugger->AddListener(listener);
+    EXPECT_EQ(listener.use_count(), 2);
+    fDebugger->RemoveListener(listener.get());
+    EXPECT_EQ(listener.use_count(), 1);
 }
 
 TEST_F(DebuggerTest, AStreamerThatTracesComesToAnEnd) {
-    CDebugger debugger("X", "Title", kDebuggerFlag_OwnLogThread);
-    const auto recorder = AddRecorder(debugger);
-    recorder->fOnWrite = [&] { debugger.Trace({}, "again"); };
-    OnOtherThread([&] { debugger.Trace({}, "queued"); });
-    debugger.DrainTraceQueue();
-    EXPECT_EQ(recorder->GetText(0), "queued");
-    EXPECT_LT(recorder->fLines.size(), 100U);
+    Open(kDebuggerFlag_OwnLogThread);
+    fRecorder->fOnWrite = [&] { Trace("again"); };
+    TraceElsewhere("queued");
+    fDebugger->DrainTraceQueue();
+    EXPECT_EQ(fRecorder->fTexts.at(0), "queued");
+    EXPECT_LT(fRecorder->fTexts.size(), 100U);
 }
 
 TEST_F(DebuggerTest, AStreamerThatFailsTakesNothingFromOthers) {
+    Open(kDebuggerFlag_OwnLogThread);
     const auto failing = std::make_shared<CRecordingStreamer>();
     failing->fOnWrite = [] { throw std::runtime_error("full"); };
-    const auto recorder = std::make_shared<CRecordingStreamer>();
-    {
-        CDebugger debugger("X", "Title", kDebuggerFlag_OwnLogThread);
-        debugger.AddStreamer(failing);
-        debugger.AddStreamer(recorder);
-        OnOtherThread([&] { debugger.Trace({}, "queued"); });
-        EXPECT_THROW(debugger.DrainTraceQueue(), std::runtime_error);
-        debugger.RemoveStreamer(failing.get());
-        debugger.DrainTraceQueue();
-        ASSERT_EQ(recorder->fLines.size(), 1U);
-        debugger.AddStreamer(failing);
-        OnOtherThread([&] { debugger.Trace({}, "late"); });
-    }
-    EXPECT_EQ(recorder->fLines.size(), 2U);
-    EXPECT_EQ(recorder->fFlushCount, 1);
+    fDebugger->RemoveStreamer(fRecorder.get());
+    fDebugger->AddStreamer(failing);
+    fDebugger->AddStreamer(fRecorder);
+    TraceElsewhere("queued");
+    EXPECT_THROW(fDebugger->DrainTraceQueue(), std::runtime_error);
+    fDebugger->RemoveStreamer(failing.get());
+    fDebugger->DrainTraceQueue();
+    EXPECT_EQ(fRecorder->fTexts, Texts{"queued"});
+    fDebugger->AddStreamer(failing);
+    TraceElsewhere("late");
+    fDebugger.reset();
+    EXPECT_EQ(fRecorder->fTexts, (Texts{"queued", "late"}));
+    EXPECT_EQ(fRecorder->fFlushCount, 1);
 }
 
 TEST_F(DebuggerTest, AllThreadsAtOnce) {
-    const auto recorder = std::make_shared<CRecordingStreamer>();
-    {
-        CDebugger debugger("X", "Title", 0);
-        debugger.AddStreamer(recorder);
-        std::vector<std::thread> threads;
-        threads.reserve(4);
-        for (int thread = 0; thread < 4; ++thread) {
-            threads.emplace_back([&debugger] {
-                for (int i = 0; i < 500; ++i) {
-                    debugger.Trace({}, "line");
-                }
-            });
-        }
-        // The log thread is claimed and given up in the midst of it.
-        for (int i = 0; i < 50; ++i) {
-            SetLogThread();
-            debugger.Trace({}, "line");
-            ClearLogThread();
-        }
-        for (auto& thread : threads) {
-            thread.join();
-        }
+    Open(0);
+    std::vector<std::thread> threads(4);
+    for (std::thread& thread : threads) {
+        thread = std::thread([this] {
+            for (int i = 0; i < 500; ++i) {
+                Trace("line");
+            }
+        });
     }
-    for (size_t i = 0; i < recorder->fLines.size(); ++i) {
-        EXPECT_TRUE(recorder->GetText(i) == "line" || recorder->GetText(i) == kSkipped);
+    // The log thread is claimed and given up in the midst of it.
+    for (int i = 0; i < 50; ++i) {
+        SetLogThread();
+        Trace("line");
+        ClearLogThread();
     }
-    EXPECT_GE(recorder->fLines.size(), 50U);
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    fDebugger.reset();
+    EXPECT_GE(fRecorder->fTexts.size(), 50U);
+    for (const std::string& text : fRecorder->fTexts) {
+        EXPECT_TRUE(text == "line" || text == kSkipped) << text;
+    }
 }
 
-} // namespace
 } // namespace NSDebugPackage

@@ -13,7 +13,6 @@
 #include <fstream>
 
 namespace NSDebugPackage {
-namespace {
 
 namespace fs = std::filesystem;
 
@@ -36,7 +35,7 @@ TEST(LogFile, LinesAreAppended) {
     EXPECT_FALSE(fs::exists(path));
 }
 
-TEST(LogFile, WhatFailsIsDroppedSaveForErasing) {
+TEST(LogFile, WhatFailsIsDroppedExceptErasing) {
     const CTestFolder folder;
     CLogFile log("a.log", folder.GetUtf8Text() + "missing\\", true);
     log.Write("lost", 4096);
@@ -48,6 +47,7 @@ TEST(LogFile, WhatFailsIsDroppedSaveForErasing) {
 
 TEST(LogFile, ADebuggersOwnFile) {
     const CTestFolder folder;
+    std::ofstream(folder.GetPath() / "second.log") << "erased";
     {
         CDebugger debugger("X \xC3\xA9", "Title", 0);
         debugger.AddLogFile(folder.GetUtf8Text());
@@ -59,20 +59,11 @@ TEST(LogFile, ADebuggersOwnFile) {
         const auto name = NSTextPackage::Utf8ToUtf16Default(debugger.GetLogFileName());
         EXPECT_TRUE(ReadWholeFile(ToSystemPath(folder.GetText() + name)).ends_with("line\r\n"));
     }
-    EXPECT_TRUE(ReadWholeFile(folder.GetPath() / "second.log").ends_with("line\r\n"));
+    const std::string second = ReadWholeFile(folder.GetPath() / "second.log");
+    EXPECT_TRUE(second.starts_with("0000000000000000 ") && second.ends_with("line\r\n"));
 }
 
-TEST(LogFolders, MadeOnceAndFallingBack) {
-    const CTestFolder folder;
-    const std::u16string logs = folder.GetText() + u"Halyard Logs\\X Logs\\";
-    EXPECT_EQ(MakeLogFolder(folder.GetText(), u"X"), logs);
-    EXPECT_TRUE(fs::is_directory(folder.GetPath() / "Halyard Logs" / "X Logs"));
-    EXPECT_EQ(MakeLogFolder(folder.GetText(), u"X"), logs);
-    const std::u16string missing = folder.GetText() + u"missing\\";
-    EXPECT_EQ(MakeLogFolder(missing, u"X"), missing);
-}
-
-TEST(LogFolders, CopiesReplaceFilesAndSpareTheSource) {
+TEST(LogFile, CopiesReplaceFilesAndSpareTheSource) {
     const CTestFolder folder;
     const std::u16string source = folder.GetText() + u"a.log";
     const std::u16string target = folder.GetText() + u"b.log";
@@ -86,59 +77,62 @@ TEST(LogFolders, CopiesReplaceFilesAndSpareTheSource) {
     EXPECT_FALSE(CopyOneFile(source, folder.GetText() + u"missing\\b.log"));
 }
 
-TEST(LogFolders, CopiesGoToTheDesktop) {
-    const CTestFolder folder;
-    std::ofstream(folder.GetPath() / "a.log") << "line";
-    const std::string name = folder.GetPath().filename().string();
-    std::u16string desktop;
-    const bool isThere = FindDesktopFolder(desktop);
-    EXPECT_EQ(CopyLogToFolder(folder.GetUtf8Text(), "a.log", name), isThere);
-    if (isThere) {
-        const fs::path target = ToSystemPath(desktop) / name;
-        EXPECT_EQ(ReadWholeFile(target / "a.log"), "line");
-        fs::remove_all(target);
+class UserFolders : public testing::Test {
+protected:
+    UserFolders() {
+        fs::create_directory(fDocuments);
+        fs::create_directory(fFolder.GetPath() / "Desktop");
+        SetUserHome(fFolder.GetPath());
     }
+    ~UserFolders() override { SetUserHome({}); }
+
+    const CTestFolder fFolder;
+    const fs::path fDocuments = fFolder.GetPath() / "Documents";
+};
+
+TEST_F(UserFolders, HoldLogsOrTheFallBackDoes) {
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(GetDebugLogFolder("X").ends_with("\\Documents\\Halyard Logs\\X Logs\\"));
+        EXPECT_TRUE(fs::is_directory(fDocuments / "Halyard Logs" / "X Logs"));
+    }
+    fs::remove_all(fDocuments / "Halyard Logs");
+    std::ofstream(fDocuments / "Halyard Logs") << "in the way";
+    EXPECT_TRUE(GetDebugLogFolder("X").ends_with("\\Documents\\"));
+    SetUserHome({});
+    EXPECT_EQ(GetDebugLogFolder("X"), "");
+    EXPECT_FALSE(CopyLogToFolder(fFolder.GetUtf8Text(), "a.log", "Reports"));
 }
 
-TEST(DebugPackage, ServesDebuggersByNameWhileItIsStarted) {
-    const std::string logs = "LoopDebugTest";
-    std::u16string documents;
-    const bool isThere = FindDocumentsFolder(documents);
-    OpenDebugger("X", "Title", logs);
+TEST_F(UserFolders, TakeTheLogsOfDebuggersByName) {
+    const auto open = [] { OpenDebugger("X", "Title", "A"); };
+    open();
     TraceToDebugger("X", "lost");
-    FlushDebugger("X");
     FlushAllDebuggers();
     EXPECT_EQ(GetDebuggerLogFileName("X"), "");
-    EXPECT_FALSE(PathExists(documents + u"Halyard Logs\\LoopDebugTest Logs"));
+    EXPECT_TRUE(fs::is_empty(fDocuments));
 
     InitDebugPackage();
     InitDebugPackage();
-    OpenDebugger("X", "Title", logs);
-    const std::string name = GetDebuggerLogFileName("X");
+    open();
+    OpenDebugger("X", "Another", "B");
+    OpenDebugger("Y", "Title", "B");
     const std::string folder = GetDebuggerLogFolder("X");
-    OpenDebugger("X", "Another", "LoopDebugTest 2");
-    EXPECT_EQ(GetDebuggerLogFolder("X"), folder);
+    const std::string name = GetDebuggerLogFileName("X");
+    EXPECT_TRUE(folder.ends_with("\\Documents\\Halyard Logs\\A Logs\\"));
     TraceToDebugger("X", "line");
-    TraceToDebugger("Y", "lost");
-    FlushDebugger("X");
-    FlushAllDebuggers();
-    EXPECT_EQ(isThere, !(folder + name).empty());
-    const fs::path path =
-        isThere ? ToSystemPath(NSTextPackage::Utf8ToUtf16Default(folder)) / name : fs::path();
-    if (isThere) {
-        EXPECT_EQ(path.parent_path().filename(), "LoopDebugTest Logs");
-        EXPECT_TRUE(ReadWholeFile(path).ends_with(" line\r\n"));
-    }
+    TraceToDebugger("Z", "lost");
+    const int flushCount = GetFileFlushCount();
+    FlushAllDebuggers(); // that of "Y" has no file yet
+    EXPECT_EQ(GetFileFlushCount(), flushCount + 1);
+    EXPECT_TRUE(CopyLogToFolder(folder, name, "Reports"));
+    EXPECT_TRUE(
+        ReadWholeFile(fFolder.GetPath() / "Desktop" / "Reports" / name).ends_with(" line\r\n"));
     CloseAllDebuggers();
+    EXPECT_EQ(GetFileFlushCount(), flushCount + 2);
+    EXPECT_TRUE(
+        ReadWholeFile(fDocuments / "Halyard Logs" / "A Logs" / name).ends_with(" line\r\n"));
     EXPECT_EQ(GetDebuggerLogFolder("X"), "");
     CloseAllDebuggers();
-    if (isThere) {
-        fs::remove(path);
-        fs::remove(path.parent_path());
-        std::error_code others; // may have logs there
-        fs::remove(path.parent_path().parent_path(), others);
-    }
 }
 
-} // namespace
 } // namespace NSDebugPackage

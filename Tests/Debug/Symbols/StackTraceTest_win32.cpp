@@ -6,7 +6,6 @@
 #include <windows.h>
 
 namespace NSDebugPackage {
-namespace {
 
 // The system reads no symbols of this compiler, but those that modules export.
 TEST(StackTrace, NamesExportedFunctions) {
@@ -21,5 +20,4 @@ TEST(StackTrace, NamesExportedFunctions) {
     ExitSymbols();
 }
 
-} // namespace
 } // namespace NSDebugPackage
