@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace NSLOPDLL {
 namespace {
@@ -105,6 +106,52 @@ TEST(Equalizer, CoefficientsAndClicksAsWorkedOut) {
             EXPECT_NEAR(block.fLeft[i], row.fClick[i], 1e-6F) << i;
         }
     }
+}
+
+// At this rate the float poles of the low cut lie outside the unit circle: valid sound overflows.
+TEST(Equalizer, SoundIsFiniteWhereTheLowCutIsUnstable) {
+    CTestNoise noise(4);
+    CEqualizerEffect equalizer(1000000);
+    SwitchOn(equalizer);
+    equalizer.SetLowCut(17);
+    const CTestBlock silence;
+    int32_t silentBlocks = 0;
+    for (int32_t i = 0; i < 20000; ++i) {
+        CTestBlock block = MakeNoiseBlock(noise);
+        equalizer.Process(block.Buffers());
+        silentBlocks += block == silence;
+        for (size_t frame = 0; frame < 64; ++frame) {
+            ASSERT_TRUE(std::isfinite(block.fLeft[frame]) && std::isfinite(block.fRight[frame]));
+        }
+    }
+    EXPECT_GT(silentBlocks, 0);
+    EXPECT_LT(silentBlocks, 10);
+}
+
+// One channel's overflow silences both and clears both memories, and nothing else.
+TEST(Equalizer, OverflowClearsTheMemoriesAlone) {
+    CTestNoise noise(5);
+    CEqualizerEffect equalizer(44100);
+    SwitchOn(equalizer);
+    equalizer.SetBand1Frequency(20);
+    CTestBlock block = MakeNoiseBlock(noise);
+    equalizer.Process(block.Buffers());
+    equalizer.SetBand1Frequency(3000); // on its way for the next blocks
+    for (const bool left : {true, false}) {
+        block = MakeNoiseBlock(noise);
+        (left ? block.fLeft : block.fRight)[5] = std::numeric_limits<float>::infinity();
+        equalizer.Process(block.Buffers());
+        EXPECT_EQ(block, CTestBlock());
+
+        block = MakeNoiseBlock(noise);
+        CTestBlock expected = block;
+        equalizer.Process(block.Buffers());
+        CEqualizerState cleared[2];
+        FilterChannel(equalizer.GetCoefficients(), cleared[0], expected.fLeft.data());
+        FilterChannel(equalizer.GetCoefficients(), cleared[1], expected.fRight.data());
+        EXPECT_EQ(block, expected);
+    }
+    EXPECT_NEAR(equalizer.GetParameters().fBand1Frequency, 3000.0F - 0.8145F * 2980.0F, 0.1F);
 }
 
 TEST(Equalizer, StereoFormGivesTheBitsOfTwoChannels) {

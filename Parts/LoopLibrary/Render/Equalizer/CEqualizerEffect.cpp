@@ -109,6 +109,18 @@ void CEqualizerEffect::Process(const CBlockBuffers& buffers) noexcept {
     UpdateCoefficients();
     if (run) {
         FilterStereoSse2(fCoefficients, fLeftState, fRightState, buffers);
+        RecoverFromOverflow(buffers);
+    }
+}
+
+// At rates from about 500 kHz on the poles of the low cut, in floats, can lie on the unit circle or
+// outside, so that the memories of a valid loop grow without end. Not-a-number would stay for good.
+void CEqualizerEffect::RecoverFromOverflow(const CBlockBuffers& buffers) noexcept {
+    if (!fLeftState.IsFinite() || !fRightState.IsFinite()) {
+        fLeftState = {};
+        fRightState = {};
+        std::fill_n(buffers.fLeft, kBlockFrames, 0.0F);
+        std::fill_n(buffers.fRight, kBlockFrames, 0.0F);
     }
 }
 

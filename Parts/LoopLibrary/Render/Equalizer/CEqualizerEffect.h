@@ -63,11 +63,13 @@ public:
     void Reset() noexcept;
 
     /// Works on 64 frames of both arrays; leaves them untouched while a switch is off. A change of
-    /// the switches resets first.
+    /// the switches resets first. Where a filter memory is no longer finite at the end, both
+    /// channels start from cleared memories again and the block is silent.
     void Process(const CBlockBuffers& buffers) noexcept;
 
 private:
     void UpdateCoefficients() noexcept;
+    void RecoverFromOverflow(const CBlockBuffers& buffers) noexcept;
 
     bool fEnabled = false;
     bool fRun = false;

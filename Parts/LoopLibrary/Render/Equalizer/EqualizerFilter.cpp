@@ -1,5 +1,8 @@
 #include "LoopLibrary/Render/Equalizer/EqualizerFilter.h"
 
+#include <cmath>
+#include <initializer_list>
+
 namespace NSLOPDLL {
 
 namespace {
@@ -19,6 +22,14 @@ float FilterBand(const CEqualizerBand& band, float difference, float* memory) {
 }
 
 } // namespace
+
+bool CEqualizerState::IsFinite() const noexcept {
+    bool isFinite = true;
+    for (const auto* memory : {&fInput, &fBand1, &fBand2, &fLow, &fOutput}) {
+        isFinite = isFinite && std::isfinite((*memory)[0]) && std::isfinite((*memory)[1]);
+    }
+    return isFinite;
+}
 
 void FilterChannel(const CEqualizerCoefficients& coefficients, CEqualizerState& state,
                    float* frames) noexcept {

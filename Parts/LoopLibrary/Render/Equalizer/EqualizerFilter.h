@@ -32,6 +32,8 @@ struct CEqualizerState {
     float fBand2[2] = {};
     float fLow[2] = {};
     float fOutput[2] = {};
+
+    bool IsFinite() const noexcept;
 };
 
 /// The reference: filters one channel of 64 frames in place.
