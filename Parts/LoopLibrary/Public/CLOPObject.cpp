@@ -67,8 +67,8 @@ void CLOPObject::GetCreatorInfo(LOPCreatorInfo& record) const {
 
 void CLOPObject::SetOutputSampleRate(int32_t rate) {
     // What can run out of memory comes ahead of any change.
-    COutputRateTables previewTables = CTesselSequencer::PrepareOutputRate(rate);
-    COutputRateTables exportTables = CTesselSequencer::PrepareOutputRate(rate);
+    CDSPTablesHandle previewTables(rate);
+    CDSPTablesHandle exportTables(rate);
     fSequencer.CommitOutputRate(std::move(previewTables));
     fExporter->CommitOutputRate(std::move(exportTables));
 }

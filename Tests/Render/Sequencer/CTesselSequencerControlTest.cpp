@@ -1,14 +1,18 @@
 #include "Tests/Render/Sequencer/SequencerTestKit.h"
 
 #include <future>
+#include <set>
 #include <stdexcept>
 
 namespace NSLOPDLL {
 
-class CTesselSequencerTestAccess {
-public:
-    static auto& State(CTesselSequencer& sequencer) { return sequencer.fStateMutex; }
-    static auto& Table(CTesselSequencer& sequencer) { return sequencer.fTableMutex; }
+struct SSequencerMutexes : CTesselSequencer {
+    static auto& State(CTesselSequencer& sequencer) {
+        return sequencer.*(&SSequencerMutexes::fStateMutex);
+    }
+    static auto& Table(CTesselSequencer& sequencer) {
+        return sequencer.*(&SSequencerMutexes::fTableMutex);
+    }
 };
 
 namespace {
@@ -24,8 +28,8 @@ TEST(CTesselSequencerControl, LostMutexesDelayCommandsAndTriggers) {
     const std::vector<float> silence(size_t{2} * kBlockFrames, 0.0f);
     SBarLoop loop;
     CTesselSequencer& sequencer = loop.fSequencer;
-    auto& state = CTesselSequencerTestAccess::State(sequencer);
-    auto& table = CTesselSequencerTestAccess::Table(sequencer);
+    auto& state = SSequencerMutexes::State(sequencer);
+    auto& table = SSequencerMutexes::Table(sequencer);
     sequencer.StartOneShot(1);
     EXPECT_EQ(RenderAgainst(table, sequencer, 2), silence);
     sequencer.Start();
@@ -34,12 +38,52 @@ TEST(CTesselSequencerControl, LostMutexesDelayCommandsAndTriggers) {
     RenderBlocks(sequencer, 340);
     // Blocks without the state do not count toward the trigger; without the table they do.
     RenderAgainst(state, sequencer, 100);
-    EXPECT_EQ(sequencer.GetPlayFields().fFramesToNext, 5 * kBlockFrames);
+    EXPECT_EQ(Plan(sequencer).fFramesToNext, 5 * kBlockFrames);
     RenderAgainst(table, sequencer, 8);
-    EXPECT_EQ(sequencer.GetPlayFields().fFramesToNext, -3 * kBlockFrames);
+    EXPECT_EQ(Plan(sequencer).fFramesToNext, -3 * kBlockFrames);
     RenderBlocks(sequencer, 1);
-    EXPECT_EQ(sequencer.GetPlayFields().fFramesToNext, (689 - 345) * kBlockFrames);
-    EXPECT_EQ(sequencer.GetPlayFields().fCurrentStart, 22050);
+    EXPECT_EQ(Plan(sequencer).fFramesToNext, (689 - 345) * kBlockFrames);
+    EXPECT_EQ(Plan(sequencer).fCurrentStart, 22050);
+}
+
+// The time of a start is worked out when it is asked for, by all that holds when it is taken. The
+// ranges before it are crowded and push it back.
+TEST(CTesselSequencerControl, ChangesReachAStartThatWaits) {
+    const std::vector<int32_t> starts = {0, 10, 20, 30, 40, 50, 1000, 1010, 1020, 1030};
+    std::vector<int32_t> moved = starts;
+    moved.erase(moved.begin() + 7);
+    const std::function<void(CTesselSequencer&)> changes[] = {
+        [](CTesselSequencer&) {},
+        [](CTesselSequencer& s) { s.SetTempo(20000); },
+        [](CTesselSequencer& s) { s.SetOutputRate(96000); },
+        [](CTesselSequencer& s) { s.SetBars(3); },
+        [](CTesselSequencer& s) { s.SetBeats(2); },
+        [](CTesselSequencer& s) { s.SetTempoSync(false); },
+        [](CTesselSequencer& s) { s.SetTimeSignature(3, 4); },
+        [](CTesselSequencer& s) { s.SetLoopRange(0, 22050); },
+        [&](CTesselSequencer& s) {
+            s.SetSliceTable(std::make_unique<SliceTable>(MakeTable(moved, kBarFrames)));
+        },
+    };
+    std::set<int32_t> times;
+    for (const auto& change : changes) {
+        SBarLoop before;
+        SBarLoop after;
+        for (SBarLoop* loop : {&before, &after}) {
+            loop->fSequencer.SetBars(1);
+            loop->fSequencer.SetSliceTable(
+                std::make_unique<SliceTable>(MakeTable(starts, kBarFrames)));
+            StandOn(loop->fSequencer, 1030, 0, kBarFrames);
+        }
+        change(before.fSequencer);
+        before.fSequencer.Start();
+        after.fSequencer.Start();
+        change(after.fSequencer);
+        times.insert(after.fSequencer.GetPlayFields().fCommandTime);
+        EXPECT_EQ(RenderBlocks(before.fSequencer, 900), RenderBlocks(after.fSequencer, 900));
+        EXPECT_EQ(Plan(before.fSequencer).fCurrentTime, Plan(after.fSequencer).fCurrentTime);
+    }
+    EXPECT_EQ(times.size(), std::size(changes)) << "each matters";
 }
 
 TEST(CTesselSequencerControl, OneShotPlaysItsRangeAndEndsTheLoop) {
@@ -76,9 +120,9 @@ TEST(CTesselSequencerControl, LoopWithoutAnEntry) {
     SBarLoop loop;
     loop.fSequencer.SetLoopRange(30000, 40000);
     loop.fSequencer.ResetPosition();
-    EXPECT_EQ(loop.fSequencer.GetPlayFields().fNextStart, 0);
+    EXPECT_EQ(Plan(loop.fSequencer).fNextStart, 0);
     loop.fSequencer.MoveToLoopStart(); // to the entry before the one behind the loop end
-    EXPECT_EQ(loop.fSequencer.GetPlayFields().fNextStart, 22050);
+    EXPECT_EQ(Plan(loop.fSequencer).fNextStart, 22050);
 }
 
 TEST(CTesselSequencerControl, NewRateReachesTheSamplerAtTheNextRender) {
@@ -184,12 +228,12 @@ TEST(CTesselSequencerControl, MovedLoopsTakeAnotherNextRange) {
         sequencer.SetBeats(move.fEnd / 22050);
         sequencer.Start();
         RenderBlocks(sequencer, 1);
-        RenderBlocks(sequencer, sequencer.GetPlayFields().fFramesToNext / kBlockFrames - 1);
-        EXPECT_EQ(sequencer.GetPlayFields().fCurrentStart, move.fFirst);
+        RenderBlocks(sequencer, Plan(sequencer).fFramesToNext / kBlockFrames - 1);
+        EXPECT_EQ(Plan(sequencer).fCurrentStart, move.fFirst);
         sequencer.SetLoopRange(move.fNewStart, move.fNewEnd);
         sequencer.SetBeats((move.fNewEnd - move.fNewStart) / 22050);
         RenderBlocks(sequencer, 1);
-        const CSequencerPlayFields fields = sequencer.GetPlayFields();
+        const CTriggerPlan fields = Plan(sequencer);
         EXPECT_EQ(fields.fCurrentStart, move.fCurrent);
         EXPECT_EQ(fields.fNextStart, move.fNext);
         EXPECT_EQ(fields.fCurrentTime, move.fCurrentTime * kBlockFrames);

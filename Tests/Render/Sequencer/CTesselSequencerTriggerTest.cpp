@@ -108,7 +108,7 @@ TEST(CTesselSequencerTrigger, TempoChangeActsOnThePlannedTrigger) {
     SBarLoop loop;
     CTesselSequencer& sequencer = loop.fSequencer;
     const auto expectBlocks = [&](int32_t toNext, int32_t lastGap, int32_t currentTime) {
-        const CSequencerPlayFields fields = sequencer.GetPlayFields();
+        const CTriggerPlan fields = Plan(sequencer);
         EXPECT_EQ(fields.fFramesToNext, toNext * kBlockFrames);
         EXPECT_EQ(fields.fLastGap, lastGap * kBlockFrames);
         EXPECT_EQ(fields.fCurrentTime, currentTime * kBlockFrames);
@@ -142,10 +142,10 @@ TEST(CTesselSequencerTrigger, TimesBeyond32BitsSaturate) {
     EXPECT_EQ(sequencer.FramesToOutput(500000), INT32_MAX);
     sequencer.Start();
     RenderBlocks(sequencer, 10);
-    EXPECT_EQ(sequencer.GetPlayFields().fFramesToNext, INT32_MAX - 640);
+    EXPECT_EQ(Plan(sequencer).fFramesToNext, INT32_MAX - 640);
     sequencer.SetTempo(0); // nobody should, but no render thread may fall over it
     RenderBlocks(sequencer, 10);
-    EXPECT_EQ(sequencer.GetPlayFields().fFramesToNext, INT32_MAX - 1280);
+    EXPECT_EQ(Plan(sequencer).fFramesToNext, INT32_MAX - 1280);
     EXPECT_EQ(sequencer.FramesToOutput(0), 0); // not a number, before it is an integer
 }
 

@@ -40,6 +40,10 @@ struct SBarLoop {
     }
 };
 
+inline CTriggerPlan Plan(const CTesselSequencer& sequencer) {
+    return sequencer.GetPlayFields().fClock.GetPlan();
+}
+
 // Lets the next start begin on the range at `start`, wherever the loop is.
 inline void StandOn(CTesselSequencer& sequencer, int32_t start, int32_t loopStart,
                     int32_t loopEnd) {

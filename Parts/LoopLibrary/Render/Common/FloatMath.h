@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Support/Threads/RealTime.h"
+
 namespace NSLOPDLL {
 
 // The float functions that the sound depends on, worked out in double and rounded to float once.
@@ -7,11 +9,11 @@ namespace NSLOPDLL {
 // ones differs between systems and between processors. Nothing else here may call those forms.
 
 /// `base` to the power of `exponent`.
-float FloatPow(float base, float exponent) noexcept;
-float FloatExp(float value) noexcept;
+float FloatPow(float base, float exponent) noexcept LOOP_REALTIME;
+float FloatExp(float value) noexcept LOOP_REALTIME;
 /// The natural logarithm.
 float FloatLog(float value) noexcept;
 /// `angle` in radians.
-float FloatCos(float angle) noexcept;
+float FloatCos(float angle) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

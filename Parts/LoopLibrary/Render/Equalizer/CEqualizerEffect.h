@@ -2,6 +2,7 @@
 
 #include "LoopLibrary/Render/Common/CBlockBuffers.h"
 #include "LoopLibrary/Render/Equalizer/EqualizerFilter.h"
+#include "Support/Threads/RealTime.h"
 
 #include <cstdint>
 
@@ -33,9 +34,9 @@ public:
 
     /// The filters run while both switches are on: the loop file's and the sequencer's.
     void SetEnabled(bool enabled) noexcept { fEnabled = enabled; }
-    void SetRunFlag(bool run) noexcept { fRun = run; }
+    void SetRunFlag(bool run) noexcept LOOP_REALTIME { fRun = run; }
     /// Clipped to 11025 to 1000000.
-    void SetSampleRate(int32_t rate) noexcept;
+    void SetSampleRate(int32_t rate) noexcept LOOP_REALTIME;
     bool IsEnabled() const noexcept { return fEnabled; }
     bool GetRunFlag() const noexcept { return fRun; }
     int32_t GetSampleRate() const noexcept { return fSampleRate; }
@@ -60,16 +61,16 @@ public:
     const CEqualizerCoefficients& GetCoefficients() const noexcept { return fCoefficients; }
 
     /// Clears coefficients and filter memories and jumps every parameter to its target.
-    void Reset() noexcept;
+    void Reset() noexcept LOOP_REALTIME;
 
     /// Works on 64 frames of both arrays; leaves them untouched while a switch is off. A change of
     /// the switches resets first. Where a filter memory is no longer finite at the end, both
     /// channels start from cleared memories again and the block is silent.
-    void Process(const CBlockBuffers& buffers) noexcept;
+    void Process(const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
 private:
-    void UpdateCoefficients() noexcept;
-    void RecoverFromOverflow(const CBlockBuffers& buffers) noexcept;
+    void UpdateCoefficients() noexcept LOOP_REALTIME;
+    void RecoverFromOverflow(const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
     bool fEnabled = false;
     bool fRun = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LoopLibrary/Render/Common/CBlockBuffers.h"
+#include "Support/Threads/RealTime.h"
 
 namespace NSLOPDLL {
 
@@ -33,15 +34,16 @@ struct CEqualizerState {
     float fLow[2] = {};
     float fOutput[2] = {};
 
-    bool IsFinite() const noexcept;
+    bool IsFinite() const noexcept LOOP_REALTIME;
 };
 
 /// The reference: filters one channel of 64 frames in place.
 void FilterChannel(const CEqualizerCoefficients& coefficients, CEqualizerState& state,
-                   float* frames) noexcept;
+                   float* frames) noexcept LOOP_REALTIME;
 
 /// Both channels at once, in the lanes of a vector: the bits of two calls of FilterChannel.
 void FilterStereoSse2(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
-                      CEqualizerState& rightState, const CBlockBuffers& buffers) noexcept;
+                      CEqualizerState& rightState,
+                      const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

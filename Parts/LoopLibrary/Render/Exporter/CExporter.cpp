@@ -3,6 +3,7 @@
 #include "Failure/Raising/Raise.h"
 #include "LoopLibrary/Render/Common/BlockTime.h"
 #include "LoopLibrary/Render/Common/LoopRanges.h"
+#include "LoopLibrary/Render/Common/OutputRate.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 
 #include <algorithm>
@@ -41,10 +42,10 @@ CExporter::CExporter(const CTesselSequencer& sequencer, bool perSlice, bool fade
 CExporter::~CExporter() = default;
 
 void CExporter::SetOutputRate(int32_t rate) {
-    CommitOutputRate(CTesselSequencer::PrepareOutputRate(rate));
+    CommitOutputRate(CDSPTablesHandle(ClipOutputRate(rate)));
 }
 
-void CExporter::CommitOutputRate(COutputRateTables tables) {
+void CExporter::CommitOutputRate(CDSPTablesHandle tables) {
     fSequencer.CommitOutputRate(std::move(tables));
     fSequencer.ApplyOutputRate();
 }

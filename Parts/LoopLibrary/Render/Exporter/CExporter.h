@@ -38,8 +38,8 @@ public:
     /// Acts at once. `rate` is clipped to 11025 to 1000000. Raises std::bad_alloc and has then
     /// changed nothing.
     void SetOutputRate(int32_t rate);
-    /// The second step of SetOutputRate; the first is CTesselSequencer::PrepareOutputRate.
-    void CommitOutputRate(COutputRateTables tables);
+    /// The second step of SetOutputRate, which cannot fail: the first is to get the tables.
+    void CommitOutputRate(CDSPTablesHandle tables);
     int32_t GetOutputRate() const noexcept { return fSequencer.GetOutputRate(); }
     /// Silence behind every item.
     void SetExtraFrames(uint32_t frames) noexcept { fExtraFrames = frames; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LoopLibrary/Render/Sample/CWaveSamplePreview.h"
+#include "Support/Threads/RealTime.h"
 
 #include <cstdint>
 #include <memory>
@@ -43,7 +44,7 @@ public:
     /// Rounds half away from zero and clips to the depth; not-a-number stores 0.
     virtual void SetFloatSample(int32_t frame, float value, int32_t channel) noexcept = 0;
     virtual void GetFloatSamples(int32_t first, int32_t count, float* values,
-                                 int32_t channel) const noexcept = 0;
+                                 int32_t channel) const noexcept LOOP_REALTIME = 0;
     virtual void SetFloatSamples(int32_t first, int32_t count, const float* values,
                                  int32_t channel) noexcept = 0;
 
@@ -83,13 +84,13 @@ public:
     /// a level under about 3 percent of full scale, or a change of sign. 0 for an empty sample.
     virtual int32_t FindZeroCrossing(int32_t frame) const noexcept = 0;
 
-    uint32_t GetSampleRate() const noexcept { return fSampleRate; }
-    uint32_t GetFrameCount() const noexcept { return fFrameCount; }
+    uint32_t GetSampleRate() const noexcept LOOP_REALTIME { return fSampleRate; }
+    uint32_t GetFrameCount() const noexcept LOOP_REALTIME { return fFrameCount; }
     uint32_t GetBitDepth() const noexcept { return fBitDepth; }
-    bool IsStereo() const noexcept { return fStereo; }
+    bool IsStereo() const noexcept LOOP_REALTIME { return fStereo; }
     uint32_t GetLoopMode() const noexcept { return fLoopMode; }
-    int32_t GetLoopStart() const noexcept { return fLoopStart; }
-    int32_t GetLoopEnd() const noexcept { return fLoopEnd; }
+    int32_t GetLoopStart() const noexcept LOOP_REALTIME { return fLoopStart; }
+    int32_t GetLoopEnd() const noexcept LOOP_REALTIME { return fLoopEnd; }
     bool HasLoop() const noexcept { return fLoopSet; }
 
     /// These change what is told about the planes, never the planes: a count above the one of the

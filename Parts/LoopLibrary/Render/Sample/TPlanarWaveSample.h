@@ -2,6 +2,7 @@
 
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "LoopLibrary/Render/Sample/CSamplePlane.h"
+#include "Support/Threads/RealTime.h"
 
 namespace NSLOPDLL {
 
@@ -17,7 +18,7 @@ public:
     float GetFloatSample(int32_t frame, int32_t channel) const noexcept override;
     void SetFloatSample(int32_t frame, float value, int32_t channel) noexcept override;
     void GetFloatSamples(int32_t first, int32_t count, float* values,
-                         int32_t channel) const noexcept override;
+                         int32_t channel) const noexcept LOOP_REALTIME override;
     void SetFloatSamples(int32_t first, int32_t count, const float* values,
                          int32_t channel) noexcept override;
     int16_t Get16BitSample(int32_t frame, int32_t channel) const noexcept override;

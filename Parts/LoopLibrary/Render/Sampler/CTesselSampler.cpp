@@ -42,7 +42,7 @@ CTesselSampler::CTesselSampler(const CABCWaveSample* sample, int32_t outputRate)
       fLeftFetch(MakeFetchArray()), fRightFetch(MakeFetchArray()) {}
 
 CTesselSampler::CTesselSampler(const CTesselSampler& other)
-    : fSample(other.fSample), fSettings(other.fSettings), fTables(other.fTables),
+    : fSample(other.fSample), fSettings(other.fSettings), fTables(other.GetOutputRate()),
       fInterpolate(other.fInterpolate), fLeftFetch(MakeFetchArray()),
       fRightFetch(MakeFetchArray()) {}
 
@@ -51,13 +51,9 @@ CTesselSampler::~CTesselSampler() = default;
 void CTesselSampler::SetOutputRate(int32_t rate) {
     const int32_t clipped = ClipOutputRate(rate);
     if (clipped != GetOutputRate()) {
-        CDSPTablesCache& cache = CDSPTablesCache::Instance();
-        cache.Release(AdoptTables(*cache.Acquire(clipped)));
+        CDSPTablesHandle tables(clipped);
+        SwapTables(tables);
     }
-}
-
-int32_t CTesselSampler::AdoptTables(const CDSPTables& tables) noexcept {
-    return fTables.Exchange(tables).GetSampleRate();
 }
 
 float CTesselSampler::RateRatio() const noexcept {
@@ -210,7 +206,7 @@ void CTesselSampler::RenderSliceVoice(SamplerVoice& voice, const CBlockBuffers& 
     }
     const uint32_t step = SliceStep(voice);
     std::array<float, kBlockFrames> gains;
-    const CGainMove move = StepEnvelopes(voice, fSettings, fTables.Get());
+    const CGainMove move = StepEnvelopes(voice, fSettings, *fTables);
     voice.fGain = FillGains(voice.fGain, move, gains.data());
 
     const uint32_t phase = voice.fPhase;

@@ -7,7 +7,8 @@
 #include "LoopLibrary/Render/Sampler/Interpolator.h"
 #include "LoopLibrary/Render/Sampler/SamplerVoice.h"
 #include "LoopLibrary/Render/Slices/CSlicePlayRange.h"
-#include "LoopLibrary/Render/Tables/CDSPTablesCache.h"
+#include "LoopLibrary/Render/Tables/CDSPTablesHandle.h"
+#include "Support/Threads/RealTime.h"
 
 #include <array>
 #include <cstdint>
@@ -35,10 +36,9 @@ public:
     /// Clips the rate and takes its tables; voices that sound keep their pitch ratio. Not on the
     /// render thread. On std::bad_alloc the old rate stands.
     void SetOutputRate(int32_t rate);
-    int32_t GetOutputRate() const noexcept { return fTables->GetSampleRate(); }
-    /// The render thread's way to a new rate: takes over a reference that the caller holds on
-    /// `tables`. Answers the rate used so far, whose reference is now the caller's to release.
-    int32_t AdoptTables(const CDSPTables& tables) noexcept;
+    int32_t GetOutputRate() const noexcept LOOP_REALTIME { return fTables->GetSampleRate(); }
+    /// The render thread's way to a new rate: takes `tables` and leaves those used so far in it.
+    void SwapTables(CDSPTablesHandle& tables) noexcept LOOP_REALTIME { fTables.Swap(tables); }
 
     /// Each stores its field and acts from the next block on.
     void SetTranspose(int16_t cents) noexcept { fSettings.fTranspose = cents; }
@@ -55,22 +55,22 @@ public:
     const CSamplerSettings& GetSettings() const noexcept { return fSettings; }
 
     /// Each releases all voices and starts the next one. Ranges lie inside the sample.
-    void StartRange(const CSlicePlayRange& range) noexcept;
+    void StartRange(const CSlicePlayRange& range) noexcept LOOP_REALTIME;
     /// A plain voice, once over the range.
-    void StartFreeRange(int32_t start, int32_t end) noexcept;
+    void StartFreeRange(int32_t start, int32_t end) noexcept LOOP_REALTIME;
     /// A plain voice from `frame` on, round the loop range, or round the whole sample when `frame`
     /// lies behind it.
-    void StartFreeRun(int32_t frame) noexcept;
+    void StartFreeRun(int32_t frame) noexcept LOOP_REALTIME;
 
-    void ReleaseAllVoices() noexcept;
+    void ReleaseAllVoices() noexcept LOOP_REALTIME;
     /// Plain voices that go round play on to the end of their range and stop.
-    void EndFreeLoops() noexcept;
+    void EndFreeLoops() noexcept LOOP_REALTIME;
     /// All voices off at once.
-    void ResetVoices() noexcept;
+    void ResetVoices() noexcept LOOP_REALTIME;
 
-    bool IsCurrentVoiceIdle() const noexcept;
-    int32_t GetCurrentVoicePosition() const noexcept;
-    bool IsCurrentVoiceInTail() const noexcept;
+    bool IsCurrentVoiceIdle() const noexcept LOOP_REALTIME;
+    int32_t GetCurrentVoicePosition() const noexcept LOOP_REALTIME;
+    bool IsCurrentVoiceInTail() const noexcept LOOP_REALTIME;
     /// For tests and meters. `index` is 0 to 7.
     const SamplerVoice& GetVoice(size_t index) const noexcept { return fVoices[index]; }
 
@@ -78,28 +78,28 @@ public:
     int32_t GetRenderLength(const CSlicePlayRange& range) const noexcept;
 
     /// Overwrites 64 frames of both arrays with the sum of the voices, unclipped.
-    void RenderBlock(const CBlockBuffers& buffers) noexcept;
+    void RenderBlock(const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
 private:
     static constexpr uint16_t kVoiceCount = 8;
 
-    SamplerVoice& TakeNextVoice() noexcept;
-    SamplerVoice MakeSliceVoice(const CSlicePlayRange& range) const noexcept;
-    SamplerVoice MakePlainVoice(int32_t frame) const noexcept;
-    void PickFreeRunRange(SamplerVoice& voice) const noexcept;
-    float RateRatio() const noexcept;
-    uint32_t SliceStep(const SamplerVoice& voice) const noexcept;
-    void RenderSliceVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept;
-    void RenderPlainVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept;
+    SamplerVoice& TakeNextVoice() noexcept LOOP_REALTIME;
+    SamplerVoice MakeSliceVoice(const CSlicePlayRange& range) const noexcept LOOP_REALTIME;
+    SamplerVoice MakePlainVoice(int32_t frame) const noexcept LOOP_REALTIME;
+    void PickFreeRunRange(SamplerVoice& voice) const noexcept LOOP_REALTIME;
+    float RateRatio() const noexcept LOOP_REALTIME;
+    uint32_t SliceStep(const SamplerVoice& voice) const noexcept LOOP_REALTIME;
+    void RenderSliceVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
+    void RenderPlainVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
     /// Moves the phase on by a block; answers the source frames that it passes.
-    static int32_t AdvancePhase(SamplerVoice& voice, uint32_t step) noexcept;
+    static int32_t AdvancePhase(SamplerVoice& voice, uint32_t step) noexcept LOOP_REALTIME;
     void Interpolate(uint32_t phase, uint32_t step, const float* gains,
-                     const CBlockBuffers& buffers) noexcept;
+                     const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
     uint16_t fCurrentVoice = 0;
     const CABCWaveSample* fSample;
     CSamplerSettings fSettings;
-    CDSPTablesReference fTables;
+    CDSPTablesHandle fTables;
     InterpolateFunction fInterpolate;
     std::unique_ptr<float[]> fLeftFetch;
     std::unique_ptr<float[]> fRightFetch;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LoopLibrary/Render/Common/CBlockBuffers.h"
+#include "Support/Threads/RealTime.h"
 
 #include <cstdint>
 
@@ -18,15 +19,15 @@ struct CInterpolationJob {
     CBlockBuffers fOutput; // added to
 };
 
-using InterpolateFunction = void (*)(const CInterpolationJob& job) noexcept;
+using InterpolateFunction = void (*)(const CInterpolationJob& job) noexcept LOOP_REALTIME;
 
 /// The reference: one frame after the other, in plain floats. The other forms put several frames in
 /// the lanes of a vector; each lane does the same operations in the same order, so that all forms
 /// give the same bits.
-void InterpolateScalar(const CInterpolationJob& job) noexcept;
-void InterpolateSse2(const CInterpolationJob& job) noexcept;
+void InterpolateScalar(const CInterpolationJob& job) noexcept LOOP_REALTIME;
+void InterpolateSse2(const CInterpolationJob& job) noexcept LOOP_REALTIME;
 /// Only where the processor has AVX2.
-void InterpolateAvx2(const CInterpolationJob& job) noexcept;
+void InterpolateAvx2(const CInterpolationJob& job) noexcept LOOP_REALTIME;
 bool HasAvx2() noexcept;
 
 /// The fastest form that this processor can run.

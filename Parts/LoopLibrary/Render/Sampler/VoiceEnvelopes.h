@@ -4,6 +4,7 @@
 #include "LoopLibrary/Render/Sampler/SamplerVoice.h"
 #include "LoopLibrary/Render/Slices/CSlicePlayRange.h"
 #include "LoopLibrary/Render/Tables/CDSPTables.h"
+#include "Support/Threads/RealTime.h"
 
 namespace NSLOPDLL {
 
@@ -15,21 +16,22 @@ struct CGainMove {
 };
 
 /// The entry of a table of kEnvelopeTableSize floats for a setting.
-float EnvelopeTableValue(const float* table, int16_t index) noexcept;
+float EnvelopeTableValue(const float* table, int16_t index) noexcept LOOP_REALTIME;
 
 /// Sets the shaper's and the compressor's envelope and the tail fade of a voice that starts
 /// `range`.
 void StartEnvelopes(SamplerVoice& voice, const CSlicePlayRange& range,
-                    const CSamplerSettings& settings) noexcept;
+                    const CSamplerSettings& settings) noexcept LOOP_REALTIME;
 
 /// The gain that the two envelopes and the output level ask for.
-float TargetGain(const SamplerVoice& voice, const CSamplerSettings& settings) noexcept;
+float TargetGain(const SamplerVoice& voice,
+                 const CSamplerSettings& settings) noexcept LOOP_REALTIME;
 
 /// Moves both envelopes of a slice voice on by one block.
 CGainMove StepEnvelopes(SamplerVoice& voice, const CSamplerSettings& settings,
-                        const CDSPTables& tables) noexcept;
+                        const CDSPTables& tables) noexcept LOOP_REALTIME;
 
 /// Writes the gain of each of the block's 64 frames; answers the gain behind the last.
-float FillGains(float gain, CGainMove move, float* gains) noexcept;
+float FillGains(float gain, CGainMove move, float* gains) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

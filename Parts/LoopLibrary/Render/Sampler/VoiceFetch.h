@@ -2,6 +2,7 @@
 
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "LoopLibrary/Render/Sampler/SamplerVoice.h"
+#include "Support/Threads/RealTime.h"
 
 #include <cstdint>
 
@@ -18,11 +19,11 @@ constexpr int32_t kFetchCapacity = 64 * 64 + kFetchLookAhead;
 /// tail. The voice moves on by `count` frames; the look-ahead leaves no trace in it. `right` is
 /// written only for a stereo sample.
 void FetchSliceVoice(SamplerVoice& voice, const CABCWaveSample& sample, int32_t count, float* left,
-                     float* right) noexcept;
+                     float* right) noexcept LOOP_REALTIME;
 
 /// The same for a plain voice, which has neither tail nor fade: it goes round its range, or stops
 /// behind it and fetches silence from there on.
 void FetchPlainVoice(SamplerVoice& voice, const CABCWaveSample& sample, int32_t count, float* left,
-                     float* right) noexcept;
+                     float* right) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

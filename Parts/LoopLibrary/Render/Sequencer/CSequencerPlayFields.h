@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LoopLibrary/Render/Sequencer/CTriggerClock.h"
 #include "LoopLibrary/Render/Slices/CSlicePlayRange.h"
 
 #include <cstdint>
@@ -19,38 +20,20 @@ constexpr int32_t kPlayCommand_Start = 1;
 constexpr int32_t kPlayCommand_OneShot = 2;
 constexpr int32_t kPlayCommand_Stop = 3;
 
-/// Where a sequencer stands. "Source" values count frames of the wave sample, "output" values
-/// frames at the sampler's rate and the playing tempo.
+/// Where a sequencer stands.
 struct CSequencerPlayFields {
     int32_t fPlayState = kPlayState_Idle;
     /// Asked for by the control side and not yet taken by the render side. A later one replaces it.
     int32_t fCommand = kPlayCommand_None;
     CSlicePlayRange fCommandRange{};
-    /// Source: start of the range to trigger next.
-    int32_t fNextStart = 0;
-    /// Source: where the sound is.
+    /// Of a start: the clock's EntryTime of the range, which the control side works out, and again
+    /// at each change before the render side takes the command.
+    int32_t fCommandTime = 0;
+    /// Source frame of the sound.
     int32_t fPlayPosition = 0;
     /// The current voice plays its body and not yet its tail.
     bool fVoiceSounding = false;
-    /// Source: start of the range triggered last.
-    int32_t fCurrentStart = -1;
-    /// Output: from the reference point to that trigger. The reference point is the loop start for
-    /// ranges behind it and the start of the sample for those before.
-    int32_t fCurrentTime = -1;
-    /// Output: the gap planned up to the next trigger; joins fCurrentTime when that trigger comes.
-    int32_t fLastGap = 0;
-    /// Output: until the next trigger.
-    int32_t fFramesToNext = 0;
-    /// The tempos that the plan was made with.
-    int32_t fPlannedLoopTempo = -1;
-    int32_t fPlannedTempo = -1;
-    /// Source: the loop range at the last trigger.
-    int32_t fPlannedLoopStart = -1;
-    int32_t fPlannedLoopEnd = -1;
-    /// The triggers follow the tempo.
-    bool fSyncedNow = false;
-    /// A change into sync waits for its first trigger.
-    bool fSyncPending = false;
+    CTriggerClock fClock;
 };
 
 } // namespace NSLOPDLL

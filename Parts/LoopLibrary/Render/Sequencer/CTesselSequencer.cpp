@@ -1,6 +1,5 @@
 #include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
 
-#include "LoopLibrary/Render/Common/BlockTime.h"
 #include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "LoopLibrary/Render/Sequencer/LoopTempo.h"
@@ -55,50 +54,41 @@ CTesselSequencer::CTesselSequencer(const CTesselSequencer& other)
     ResetPosition();
 }
 
-CTesselSequencer::~CTesselSequencer() {
-    ReleaseRetiredRate(fRetiredRate);
-}
-
 void CTesselSequencer::SetTempo(int32_t tempo) {
-    const NSSupport::CMutexLock lock(fStateMutex);
-    fTempo = tempo;
+    Change([&] { fTempo = tempo; });
 }
 
 void CTesselSequencer::SetTimeSignature(int32_t numerator, int32_t denominator) {
-    const NSSupport::CMutexLock lock(fStateMutex);
-    fTimeSignatureNumerator = numerator;
-    fTimeSignatureDenominator = denominator;
+    Change([&] {
+        fTimeSignatureNumerator = numerator;
+        fTimeSignatureDenominator = denominator;
+    });
 }
 
 void CTesselSequencer::SetBars(int32_t bars) {
-    const NSSupport::CMutexLock lock(fStateMutex);
-    fBars = bars;
+    Change([&] { fBars = bars; });
 }
 
 void CTesselSequencer::SetBeats(int32_t beats) {
-    const NSSupport::CMutexLock lock(fStateMutex);
-    fBeats = beats;
+    Change([&] { fBeats = beats; });
 }
 
 void CTesselSequencer::SetDropMuted(bool dropMuted) {
-    const NSSupport::CMutexLock lock(fStateMutex);
-    fDropMuted = dropMuted;
+    Change([&] { fDropMuted = dropMuted; });
 }
 
 void CTesselSequencer::SetTempoSync(bool tempoSync) {
-    const NSSupport::CMutexLock lock(fStateMutex);
-    fTempoSync = tempoSync;
+    Change([&] { fTempoSync = tempoSync; });
 }
 
 void CTesselSequencer::SetLoopRange(int32_t start, int32_t end) {
-    const NSSupport::CMutexLock lock(fStateMutex);
-    fWaveSample->SetLoop(kSampleLoopMode_Forward, start, end);
+    Change([&] { fWaveSample->SetLoop(kSampleLoopMode_Forward, start, end); });
 }
 
 int32_t CTesselSequencer::GetLoopTempo() const noexcept {
     const int64_t beats = int64_t{fBars} * fTimeSignatureNumerator + fBeats;
-    return LoopTempo(int64_t{LoopEnd()} - LoopStart(), static_cast<uint32_t>(GetSourceRate()),
-                     beats);
+    return LoopTempo(int64_t{fWaveSample->GetLoopEnd()} - fWaveSample->GetLoopStart(),
+                     static_cast<uint32_t>(GetSourceRate()), beats);
 }
 
 bool CTesselSequencer::IsTempoSynced() const noexcept {
@@ -109,12 +99,21 @@ int32_t CTesselSequencer::GetSourceRate() const noexcept {
     return ClippedRate(*fWaveSample);
 }
 
-int32_t CTesselSequencer::LoopStart() const noexcept {
-    return fWaveSample->GetLoopStart();
+int32_t CTesselSequencer::FramesToOutput(int32_t frames) const noexcept {
+    return ClockSettings(fOutputRate).OutputTime(frames);
 }
 
-int32_t CTesselSequencer::LoopEnd() const noexcept {
-    return fWaveSample->GetLoopEnd();
+CClockSettings CTesselSequencer::ClockSettings(int32_t outputRate) const noexcept {
+    CClockSettings settings;
+    settings.fTempo = fTempo;
+    settings.fLoopTempo = GetLoopTempo();
+    settings.fIsSynced = IsTempoSynced();
+    settings.fSourceRate = GetSourceRate();
+    settings.fOutputRate = outputRate;
+    settings.fLoopStart = fWaveSample->GetLoopStart();
+    settings.fLoopEnd = fWaveSample->GetLoopEnd();
+    settings.fFrameCount = fWaveSample->GetFrameCount();
+    return settings;
 }
 
 int32_t CTesselSequencer::GetRenderLength(const CSlicePlayRange& range) const noexcept {

@@ -3,11 +3,13 @@
 #include "LoopLibrary/Render/Common/CBlockBuffers.h"
 #include "LoopLibrary/Render/Equalizer/CEqualizerEffect.h"
 #include "LoopLibrary/Render/Sampler/CTesselSampler.h"
+#include "LoopLibrary/Render/Sequencer/CClockSettings.h"
 #include "LoopLibrary/Render/Sequencer/CSequencerPlayFields.h"
 #include "LoopLibrary/Render/Slices/CSlicePlayRange.h"
 #include "LoopLibrary/Render/Slices/CSliceTableLookup.h"
-#include "LoopLibrary/Render/Tables/COutputRateTables.h"
+#include "LoopLibrary/Render/Tables/CDSPTablesHandle.h"
 #include "Support/Threads/CPlatformMutex.h"
+#include "Support/Threads/RealTime.h"
 
 #include <atomic>
 #include <cstdint>
@@ -39,7 +41,7 @@ public:
     /// slice table of its own, at rest on the loop start. The other must not be rendering.
     CTesselSequencer(const CTesselSequencer& other);
     CTesselSequencer& operator=(const CTesselSequencer&) = delete;
-    virtual ~CTesselSequencer();
+    virtual ~CTesselSequencer() = default;
 
     // -- Settings: control side. Values are stored unchecked; the tempo must be above 0. --
 
@@ -65,12 +67,12 @@ public:
     int32_t GetBeats() const noexcept { return fBeats; }
     bool GetDropMuted() const noexcept { return fDropMuted; }
     /// The tempo at which the loop lasts as long as its source frames; 0 for a loop of no length.
-    int32_t GetLoopTempo() const noexcept;
+    int32_t GetLoopTempo() const noexcept LOOP_REALTIME;
     /// Sync is switched on and the loop has a length in bars or beats.
-    bool IsTempoSynced() const noexcept;
+    bool IsTempoSynced() const noexcept LOOP_REALTIME;
     const CABCWaveSample& GetWaveSample() const noexcept { return *fWaveSample; }
     /// The wave sample's rate within 11025 to 1000000.
-    int32_t GetSourceRate() const noexcept;
+    int32_t GetSourceRate() const noexcept LOOP_REALTIME;
     /// The rate set last, although the render side takes it over only at its next call.
     int32_t GetOutputRate() const noexcept { return fOutputRate; }
     /// Output frames that a distance in the source lasts, at the playing tempo if synced.
@@ -84,10 +86,9 @@ public:
     /// Clips `rate` to 11025 to 1000000. Raises std::bad_alloc and has then changed nothing. Render
     /// takes the new rate over at its next call, before any command.
     void SetOutputRate(int32_t rate);
-    /// The two steps of SetOutputRate, for an owner of several sequencers that are to change all or
-    /// none: only the first can run out of memory.
-    static COutputRateTables PrepareOutputRate(int32_t rate);
-    void CommitOutputRate(COutputRateTables tables);
+    /// The second step of SetOutputRate, which cannot fail: the first is to get the tables. For an
+    /// owner of several sequencers that are to change all or none.
+    void CommitOutputRate(CDSPTablesHandle tables);
 
     // -- Slice table: control side. --
 
@@ -122,12 +123,12 @@ public:
 
     /// Fills `frameCount` frames of both buffers. Any split of a run into calls gives the same
     /// samples; commands are taken at the head of a call.
-    void Render(const CBlockBuffers& buffers, int32_t frameCount) noexcept;
+    void Render(const CBlockBuffers& buffers, int32_t frameCount) noexcept LOOP_REALTIME;
 
     // -- Alone --
 
     /// The sound of 64 frames with neither commands nor triggers.
-    void RenderBlock(const CBlockBuffers& buffers) noexcept;
+    void RenderBlock(const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
     /// Takes over the rate set last at once.
     void ApplyOutputRate();
     /// Silences all at once.
@@ -139,68 +140,60 @@ public:
     CEqualizerEffect& GetEqualizer() noexcept { return fEqualizer; }
     const CEqualizerEffect& GetEqualizer() const noexcept { return fEqualizer; }
 
+protected:
+    /// For those who hold them against the render side.
+    mutable NSSupport::CPlatformMutex fTableMutex;
+    mutable NSSupport::CPlatformMutex fStateMutex;
+
 private:
     using SliceTable = std::vector<CSlicePlayRange>;
 
-    /// Tests hold the mutexes against the render side through this.
-    friend class CTesselSequencerTestAccess;
-
-    int32_t LoopStart() const noexcept;
-    int32_t LoopEnd() const noexcept;
-    int32_t TimeAtRate(int64_t frames, bool useTempo, int32_t outputRate) const noexcept;
-    void ReleaseRetiredRate(int32_t rate) noexcept;
+    /// Control side: makes a change under the state mutex.
+    template <class Action>
+    void Change(Action change) {
+        const NSSupport::CMutexLock lock(fStateMutex);
+        change();
+        TimePendingStart();
+    }
+    /// At the settings of the moment, for the rate given.
+    CClockSettings ClockSettings(int32_t outputRate) const noexcept LOOP_REALTIME;
 
     /// With the table mutex held.
-    bool HasTable() const noexcept { return fSliceTable != nullptr && !fSliceTable->empty(); }
+    bool HasTable() const noexcept LOOP_REALTIME {
+        return fSliceTable != nullptr && !fSliceTable->empty();
+    }
     const CSlicePlayRange& TableEntry(uint32_t index) const;
-    CSliceTableLookup Lookup() const noexcept { return {*fSliceTable, LoopStart(), LoopEnd()}; }
+    CSliceTableLookup Lookup() const noexcept LOOP_REALTIME {
+        return {*fSliceTable, fWaveSample->GetLoopStart(), fWaveSample->GetLoopEnd()};
+    }
 
     /// With the state mutex held.
-    void AdoptOutputRate() noexcept;
-    void TakeCommand() noexcept;
-    void TakeStart() noexcept;
-    void TakeOneShot() noexcept;
-    void TakeStop() noexcept;
-    void RunDown() noexcept;
-    void NoteVoice() noexcept;
-    void FollowTempo() noexcept;
-    void RescalePlan(int32_t numerator, int32_t denominator) noexcept;
-    void NotePlannedTempos() noexcept;
-    void NotePlannedLoop() noexcept;
-    /// Output frames at the rate that the sampler renders at.
-    int32_t OutputTime(int64_t frames) const noexcept;
-    /// The same, rounded to a block.
-    int32_t BlockTime(int64_t frames) const noexcept;
+    void TimePendingStart();
+    void AdoptOutputRate() noexcept LOOP_REALTIME;
+    void TakeCommand() noexcept LOOP_REALTIME;
+    void TakeStart() noexcept LOOP_REALTIME;
+    void TakeOneShot() noexcept LOOP_REALTIME;
+    void TakeStop() noexcept LOOP_REALTIME;
+    void RunDown() noexcept LOOP_REALTIME;
+    void NoteVoice() noexcept LOOP_REALTIME;
 
-    /// With both mutexes held and an entry in the table.
-    int32_t NextStart(int32_t position) const noexcept;
-    void RebuildCurrentTime() noexcept;
-    void PlanNextTrigger() noexcept;
-    void PlanForward() noexcept;
-    void PlanWrap() noexcept;
-    void Trigger() noexcept;
-    void StartCurrentVoice() noexcept;
-    void TriggerIntoSync() noexcept;
-    void FollowMovedLoopEnd() noexcept;
-    void PlanIntoSync() noexcept;
-    int64_t DistanceIntoSync() const noexcept;
+    /// With both mutexes held.
+    void Trigger(const CClockSettings& now) noexcept LOOP_REALTIME;
 
     /// Of the render thread, with no mutex held.
-    void TakeRequests() noexcept;
-    void Tick() noexcept;
-    int32_t ServeCarry(const CBlockBuffers& buffers, int32_t frameCount) noexcept;
+    void TakeRequests() noexcept LOOP_REALTIME;
+    void Tick() noexcept LOOP_REALTIME;
+    int32_t ServeCarry(const CBlockBuffers& buffers, int32_t frameCount) noexcept LOOP_REALTIME;
 
     CABCWaveSample* const fWaveSample;        // borrowed
     CSliceSequence* fSliceSequence = nullptr; // borrowed
     CTesselSampler fSampler;
     CEqualizerEffect fEqualizer;
 
-    mutable NSSupport::CPlatformMutex fTableMutex;
     std::unique_ptr<SliceTable> fSliceTable; // guarded by fTableMutex; sorted by fStart
 
-    /// Guards everything below but the carry. The settings change only under it and are read by
-    /// anyone.
-    mutable NSSupport::CPlatformMutex fStateMutex;
+    /// The state mutex guards everything below but the carry. The settings change only under it and
+    /// are read by anyone.
     CSequencerPlayFields fPlay;
     std::atomic<bool> fDropMuted = false;
     std::atomic<int32_t> fTempo = 130000;
@@ -210,11 +203,10 @@ private:
     std::atomic<int32_t> fBeats = 0;
     std::atomic<bool> fTempoSync = false;
     std::atomic<int32_t> fOutputRate;
-    /// Got by the control side, waiting for the render side.
-    COutputRateTables fPendingTables;
-    /// Given up by the render side: a rate of whose tables the control side owes the release, or 0.
-    /// It is 0 whenever fPendingTables is set.
-    int32_t fRetiredRate = 0;
+    /// While fTablesArePending: got by the control side, waiting for the render side. Otherwise
+    /// given up by the render side, until the control side puts others in their place.
+    CDSPTablesHandle fTableSlot;
+    bool fTablesArePending = false;
 
     /// Of the render thread: the last block, when a call ended inside it.
     int32_t fCarryCount = 0;

@@ -6,13 +6,15 @@ namespace NSLOPDLL {
 void CTesselSequencer::ResetPosition() {
     const NSSupport::CMutexLock stateLock(fStateMutex);
     const NSSupport::CMutexLock tableLock(fTableMutex);
-    fPlay.fNextStart = 0;
+    int32_t next = 0;
     if (HasTable()) {
         const CSliceTableLookup lookup = Lookup();
         const int32_t start = lookup[lookup.FindLoopEntry()].fStart;
-        const bool isInLoop = start >= LoopStart() && start < LoopEnd();
-        fPlay.fNextStart = isInLoop ? start : lookup[0].fStart;
+        const bool isInLoop =
+            start >= fWaveSample->GetLoopStart() && start < fWaveSample->GetLoopEnd();
+        next = isInLoop ? start : lookup[0].fStart;
     }
+    fPlay.fClock.SetNextStart(next);
 }
 
 void CTesselSequencer::MoveToLoopStart() {
@@ -27,12 +29,12 @@ void CTesselSequencer::MoveToLoopStart() {
     }
     const CSliceTableLookup lookup = Lookup();
     size_t entry = lookup.FindLoopEntry();
-    if (lookup[entry].fStart >= LoopEnd() && entry != 0) {
+    if (lookup[entry].fStart >= fWaveSample->GetLoopEnd() && entry != 0) {
         --entry;
     }
-    fPlay.fNextStart = lookup[entry].fStart;
+    fPlay.fClock.SetNextStart(lookup[entry].fStart);
     if (fPlay.fPlayState == kPlayState_Idle) {
-        fPlay.fPlayPosition = fPlay.fNextStart;
+        fPlay.fPlayPosition = lookup[entry].fStart;
     }
 }
 
@@ -46,12 +48,25 @@ void CTesselSequencer::Start() {
         return;
     }
     const CSliceTableLookup lookup = Lookup();
-    const CSlicePlayRange& range = lookup[lookup.FindRange(fPlay.fNextStart)];
+    const CSlicePlayRange& range = lookup[lookup.FindRange(fPlay.fClock.GetPlan().fNextStart)];
     fPlay.fCommand = kPlayCommand_Start;
     fPlay.fCommandRange = range;
     fPlay.fPlayPosition = range.fStart;
-    fPlay.fNextStart = range.fStart;
+    fPlay.fClock.SetNextStart(range.fStart);
     fPlay.fVoiceSounding = true;
+    TimePendingStart();
+}
+
+// The time of an entry takes a walk through the table, for which the render thread has no time.
+void CTesselSequencer::TimePendingStart() {
+    if (fPlay.fCommand != kPlayCommand_Start) {
+        return;
+    }
+    const NSSupport::CMutexLock tableLock(fTableMutex);
+    if (HasTable()) {
+        fPlay.fCommandTime = CTriggerClock::EntryTime(fPlay.fCommandRange.fStart, *fSliceTable,
+                                                      ClockSettings(fOutputRate));
+    }
 }
 
 void CTesselSequencer::StartOneShot(uint32_t index) {

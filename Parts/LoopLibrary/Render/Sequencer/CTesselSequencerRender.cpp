@@ -1,7 +1,5 @@
 #include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
 
-#include "LoopLibrary/Render/Common/BlockTime.h"
-
 #include <algorithm>
 
 // The render thread's side: requests are taken and blocks are filled. Nothing here waits, allocates
@@ -62,12 +60,11 @@ void CTesselSequencer::TakeRequests() noexcept {
 }
 
 void CTesselSequencer::AdoptOutputRate() noexcept {
-    if (fPendingTables == nullptr) {
-        return;
+    if (fTablesArePending) {
+        fTablesArePending = false;
+        fSampler.SwapTables(fTableSlot);
+        fEqualizer.SetSampleRate(fSampler.GetOutputRate());
     }
-    const CDSPTables* const tables = fPendingTables.release();
-    fRetiredRate = fSampler.AdoptTables(*tables);
-    fEqualizer.SetSampleRate(tables->GetSampleRate());
 }
 
 void CTesselSequencer::TakeCommand() noexcept {
@@ -97,19 +94,15 @@ void CTesselSequencer::TakeStart() noexcept {
         return;
     }
     fPlay.fPlayState = kPlayState_Running;
-    fPlay.fCurrentStart = fPlay.fCommandRange.fStart;
-    RebuildCurrentTime();
-    fPlay.fNextStart = NextStart(fPlay.fCurrentStart);
-    PlanNextTrigger();
-    fPlay.fSyncedNow = IsTempoSynced();
-    if (fPlay.fSyncedNow) {
+    const CClockSettings now = ClockSettings(fSampler.GetOutputRate());
+    const int32_t start = fPlay.fCommandRange.fStart;
+    fPlay.fClock.Start(start, fPlay.fCommandTime, *fSliceTable, now);
+    if (now.fIsSynced) {
         fSampler.StartRange(fPlay.fCommandRange);
     } else {
-        fSampler.StartFreeRun(fPlay.fCurrentStart);
+        fSampler.StartFreeRun(start);
     }
-    fPlay.fSyncPending = false;
-    NotePlannedLoop();
-    fEqualizer.SetRunFlag(fPlay.fSyncedNow);
+    fEqualizer.SetRunFlag(now.fIsSynced);
 }
 
 void CTesselSequencer::TakeOneShot() noexcept {
@@ -139,7 +132,7 @@ void CTesselSequencer::TakeStop() noexcept {
 
 void CTesselSequencer::RunDown() noexcept {
     fPlay.fPlayState = kPlayState_RunningDown;
-    fPlay.fNextStart = 0;
+    fPlay.fClock.SetNextStart(0);
     fPlay.fPlayPosition = 0;
     fPlay.fVoiceSounding = false;
     fSampler.EndFreeLoops();

@@ -23,8 +23,10 @@ void CTesselSequencer::RebuildSliceTable() {
 }
 
 void CTesselSequencer::SetSliceTable(std::unique_ptr<std::vector<CSlicePlayRange>> table) {
-    const NSSupport::CMutexLock lock(fTableMutex);
-    fSliceTable.swap(table);
+    Change([&] {
+        const NSSupport::CMutexLock tableLock(fTableMutex);
+        fSliceTable.swap(table);
+    });
 }
 
 const CSlicePlayRange& CTesselSequencer::TableEntry(uint32_t index) const {

@@ -4,11 +4,12 @@
 
 namespace NSLOPDLL {
 
-size_t CSliceTableLookup::FindRange(int32_t position) const noexcept {
+size_t CSliceTableLookup::FindRange(std::span<const CSlicePlayRange> table,
+                                    int32_t position) noexcept {
     const auto behind = std::upper_bound(
-        fTable.begin(), fTable.end(), position,
+        table.begin(), table.end(), position,
         [](int32_t value, const CSlicePlayRange& range) { return value < range.fStart; });
-    return behind == fTable.begin() ? 0 : static_cast<size_t>(behind - fTable.begin()) - 1;
+    return behind == table.begin() ? 0 : static_cast<size_t>(behind - table.begin()) - 1;
 }
 
 size_t CSliceTableLookup::FindLoopEntry() const noexcept {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LoopLibrary/Render/Slices/CSlicePlayRange.h"
+#include "Support/Threads/RealTime.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,19 +18,25 @@ public:
                       int32_t loopEnd) noexcept
         : fTable(table), fLoopStart(loopStart), fLoopEnd(loopEnd) {}
 
-    const CSlicePlayRange& operator[](size_t index) const noexcept { return fTable[index]; }
-    size_t GetCount() const noexcept { return fTable.size(); }
+    const CSlicePlayRange& operator[](size_t index) const noexcept LOOP_REALTIME {
+        return fTable[index];
+    }
+    size_t GetCount() const noexcept LOOP_REALTIME { return fTable.size(); }
 
     /// The last entry that starts at or before `position`, or the first of all.
-    size_t FindRange(int32_t position) const noexcept;
+    static size_t FindRange(std::span<const CSlicePlayRange> table,
+                            int32_t position) noexcept LOOP_REALTIME;
+    size_t FindRange(int32_t position) const noexcept LOOP_REALTIME {
+        return FindRange(fTable, position);
+    }
     /// The first entry at or behind the loop start, or the last of all.
-    size_t FindLoopEntry() const noexcept;
+    size_t FindLoopEntry() const noexcept LOOP_REALTIME;
     /// Where playing goes on from `position`: round the loop for ever once it is inside; from
     /// behind the loop end to the end of the table and back to its first entry.
-    size_t FindNextRange(int32_t position) const noexcept;
+    size_t FindNextRange(int32_t position) const noexcept LOOP_REALTIME;
 
 private:
-    size_t NextInLoop(int32_t position, size_t next) const noexcept;
+    size_t NextInLoop(int32_t position, size_t next) const noexcept LOOP_REALTIME;
 
     std::span<const CSlicePlayRange> fTable;
     int32_t fLoopStart;

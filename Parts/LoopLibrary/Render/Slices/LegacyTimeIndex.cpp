@@ -1,6 +1,6 @@
 #include "LoopLibrary/Render/Slices/LegacyTimeIndex.h"
 
-#include "LoopLibrary/Render/Tables/CDSPTablesCache.h"
+#include "LoopLibrary/Render/Tables/CDSPTablesHandle.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,7 +16,7 @@ int32_t LegacyTimeIndex(int32_t value, bool isDecay, int32_t rate) {
     const float part = static_cast<float>(value) * 0.0078125F;
     const auto time = static_cast<float>(::pow(1.1, static_cast<double>(part) * 100.0) * 4.0);
 
-    const CDSPTablesReference tables(rate);
+    const CDSPTablesHandle tables(rate);
     const float* times = tables->GetTimes();
     const float* atOrAbove = std::lower_bound(times, times + kEnvelopeTableSize, time);
     auto index = static_cast<int32_t>(atOrAbove - times);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Support/Threads/RealTime.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -28,24 +30,24 @@ public:
     CDSPTables& operator=(const CDSPTables&) = delete;
     virtual ~CDSPTables();
 
-    int32_t GetSampleRate() const noexcept { return fSampleRate; }
+    int32_t GetSampleRate() const noexcept LOOP_REALTIME { return fSampleRate; }
 
     /// Rise of an envelope per block of 64 frames.
-    const float* GetAttackRates() const noexcept { return fAttackRates.get(); }
+    const float* GetAttackRates() const noexcept LOOP_REALTIME { return fAttackRates.get(); }
     /// Milliseconds of each index: the same at all rates.
     const float* GetTimes() const noexcept { return fTimes.get(); }
     /// Factor on an envelope per block of 64 frames: a quarter after the index's time. The last one
     /// is exactly 1.0.
-    const float* GetDecayFactors() const noexcept { return fDecayFactors.get(); }
+    const float* GetDecayFactors() const noexcept LOOP_REALTIME { return fDecayFactors.get(); }
 
     /// The windowed-sinc kernel: six rows of 256, element row * 256 + phase. The taps of a phase
     /// add up to 1.
-    static const float* GetInterpolationTable() noexcept;
+    static const float* GetInterpolationTable() noexcept LOOP_REALTIME;
     /// The same kernel phase by phase, for vector loads: element phase * kPhaseStride + j is row
     /// 5 - j, so that j runs with the source frames.
-    static const float* GetInterpolationTableByPhase() noexcept;
+    static const float* GetInterpolationTableByPhase() noexcept LOOP_REALTIME;
     /// Steps through the source in 14 bits of fraction.
-    static const uint32_t* GetPitchTable() noexcept;
+    static const uint32_t* GetPitchTable() noexcept LOOP_REALTIME;
 
 private:
     friend class CDSPTablesCache;

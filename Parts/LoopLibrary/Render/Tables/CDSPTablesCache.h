@@ -46,30 +46,4 @@ private:
     Entries fEntries;
 };
 
-/// One counted reference on the tables of a rate, given back by the destructor.
-class CDSPTablesReference {
-public:
-    /// Acquires. Raises std::bad_alloc.
-    explicit CDSPTablesReference(int32_t rate)
-        : fTables(CDSPTablesCache::Instance().Acquire(rate)) {}
-    CDSPTablesReference(const CDSPTablesReference& other)
-        : CDSPTablesReference(other.fTables->GetSampleRate()) {}
-    CDSPTablesReference& operator=(const CDSPTablesReference&) = delete;
-    ~CDSPTablesReference() { CDSPTablesCache::Instance().Release(fTables->GetSampleRate()); }
-
-    const CDSPTables& Get() const noexcept { return *fTables; }
-    const CDSPTables* operator->() const noexcept { return fTables; }
-
-    /// Takes over a reference that the caller holds on `tables`. The one held so far becomes the
-    /// caller's.
-    const CDSPTables& Exchange(const CDSPTables& tables) noexcept {
-        const CDSPTables& old = *fTables;
-        fTables = &tables;
-        return old;
-    }
-
-private:
-    const CDSPTables* fTables;
-};
-
 } // namespace NSLOPDLL
