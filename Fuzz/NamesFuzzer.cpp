@@ -6,6 +6,7 @@
 #include "FileLib/Rules/PathRules.h"
 #include "FileLib/Rules/PosixNameCodec.h"
 
+#include <sstream>
 #include <string>
 
 namespace {
@@ -13,28 +14,21 @@ namespace {
 using namespace NSFileLibInternals;
 
 // Every path that a POSIX system allows, repeated "/" folded, comes back byte for byte.
-void CheckCodec(std::string path) {
-    path.erase(std::remove(path.begin(), path.end(), '\0'), path.end());
+void CheckCodec(const std::string& path) {
     std::string folded = "/";
-    std::string component;
-    const auto take = [&] {
+    std::istringstream components(path);
+    for (std::string component; std::getline(components, component, '/');) {
+        std::erase(component, '\0');
         component.resize(std::min<size_t>(component.size(), 255));
-        PROMISE(component.empty() || IsValidFileName(NativeNameFromPosix(component)));
-        PROMISE(PosixNameFromNative(NativeNameFromPosix(component)) == component);
-        folded += component;
-        component.clear();
-    };
-    for (const char byte : path) {
-        if (byte != '/') {
-            component.push_back(byte);
-            continue;
-        }
-        take();
-        if (folded.back() != '/') {
-            folded.push_back('/');
+        if (!component.empty()) {
+            PROMISE(IsValidFileName(NativeNameFromPosix(component)));
+            PROMISE(PosixNameFromNative(NativeNameFromPosix(component)) == component);
+            folded += component + '/';
         }
     }
-    take();
+    if (folded.size() > 1 && path.back() != '/') {
+        folded.pop_back();
+    }
     const std::u16string native = NativeFromPosix(folded);
     PROMISE(IsPathWithin(native, kMinPathLength, kNoPathLimit));
     PROMISE(PosixFromNative(native) == folded);

@@ -42,7 +42,8 @@ TEST(Detection, OlderKindsAreKnownByTheirApplicationChunk) {
     const std::pair<int32_t, std::vector<ChunkEdit>> rows[] = {
         {kFileKind_TSL, {{}, Cut("APPL", 8), insert(99, 0x07202020, 0)}},
         {kFileKind_None,
-         {Cut("APPL", 7), Without("APPL"), Poke("APPL", 0, 4, ID("LOP ")), Poke("APPL", 7, 1, 0xD1),
+         {[](auto& root) { FindChunk(root, ID("APPL")).fStoredSize = 7; }, Without("APPL"),
+          Poke("APPL", 0, 4, ID("LOP ")), Poke("APPL", 7, 1, 0xD1),
           [](auto& root) { root.fID = ID("AIFC"); },
           [](auto& root) { root.fStoredSize = 0x7FFFFFFF; }, insert(0, ID("APPL"), 9),
           insert(0, 0x07202020, 0)}}};
