@@ -148,5 +148,13 @@ TEST(TWIP, AStepOfNothingReadsNoRemainder) {
     EXPECT_EQ(DecodeFast(bytes, 1, 1), Samples{-70});
 }
 
+// Each channel holds 2097151860 folded: 7 * 60 * (1 + 4 + ... + 4^10), six times 60 * 4^11 and no
+// remainder.
+TEST(TWIP, ASumOfDamagedChannelsIsGoodModulo2To31) {
+    const std::string value = std::string(83, '0') + '1' + std::string(27, '0');
+    EXPECT_EQ(DecodeFast(BytesOfBits(value + value), 2, 1),
+              (Samples{1048575930, 2 * 1048575930 - 0x7FFFFFFF - 1}));
+}
+
 } // namespace
 } // namespace CodecTests

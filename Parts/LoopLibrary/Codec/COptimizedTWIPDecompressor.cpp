@@ -106,14 +106,16 @@ public:
             {fEnergy0, fEnergy1, fEnergy2, fEnergy3, fEnergy4}};
     }
 
-    int32_t Decode(CBitReader& bits) {
+    // The next value of the channel, doubled.
+    uint32_t Decode(CBitReader& bits) {
         Advance(ReadCodeWord(bits));
-        return Halved(fValue0);
+        return fValue0;
     }
 
-private:
     static uint32_t Doubled(int32_t value) { return static_cast<uint32_t>(value) << 1; }
     static int32_t Halved(uint32_t doubled) { return static_cast<int32_t>(doubled) >> 1; }
+
+private:
 
     // The new value, doubled, of the signal of least energy. The first seven zeros are worth a step
     // each, the next seven four steps, and so on; what follows the 1 is a truncated binary code of
@@ -245,7 +247,7 @@ void COptimizedTWIPDecompressor::DecodeMono(int32_t frameCount, Sample* out) {
     CBitReader bits(*this);
     CChannel channel(fChannels[0]);
     for (int32_t i = 0; i < frameCount; ++i) {
-        out[i] = static_cast<Sample>(channel.Decode(bits));
+        out[i] = static_cast<Sample>(CChannel::Halved(channel.Decode(bits)));
     }
     channel.StoreTo(fChannels[0]);
     bits.StoreTo(*this);
@@ -257,9 +259,10 @@ void COptimizedTWIPDecompressor::DecodeStereo(int32_t frameCount, Sample* out) {
     CChannel first(fChannels[0]);
     CChannel second(fChannels[1]);
     for (int32_t i = 0; i < frameCount; ++i, out += 2) {
-        const int32_t left = first.Decode(bits);
-        out[0] = static_cast<Sample>(left);
-        out[1] = static_cast<Sample>(left + second.Decode(bits));
+        // Added before they are halved: a sum too is good modulo 2^31.
+        const uint32_t left = first.Decode(bits);
+        out[0] = static_cast<Sample>(CChannel::Halved(left));
+        out[1] = static_cast<Sample>(CChannel::Halved(left + second.Decode(bits)));
     }
     first.StoreTo(fChannels[0]);
     second.StoreTo(fChannels[1]);
