@@ -116,7 +116,6 @@ public:
     static int32_t Halved(uint32_t doubled) { return static_cast<int32_t>(doubled) >> 1; }
 
 private:
-
     // The new value, doubled, of the signal of least energy. The first seven zeros are worth a step
     // each, the next seven four steps, and so on; what follows the 1 is a truncated binary code of
     // the range below the last of these steps.
