@@ -1,7 +1,7 @@
 // The decoders and the compressor over the same signals in one run. Items are samples, so that mono
 // and stereo compare. Argument: the signal.
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
-#include "LoopLibrary/Codec/CPlainTWIPDecompressor.h"
+#include "LoopLibrary/Codec/Reference/CPlainTWIPDecompressor.h"
 #include "LoopWriter/CTWIPCompressor.h"
 #include "LoopWriter/SyntheticLoop.h"
 #include "PorterPackage/Core/Media/CMemoryMedia.h"

@@ -25,13 +25,14 @@ function(loop_add_part name)
     endforeach()
 endfunction()
 
-# loop_room(Floor SOURCES file... [POSIX file...] [WIN32 file...]): the sources of this folder, all
-# systems' and each system's own. A source that stands in the folder and in no list is an error, so
-# that none is forgotten.
+# loop_room(Floor SOURCES file... [POSIX file...] [WIN32 file...] [ELSEWHERE file...]): the sources of
+# this folder, all systems' and each system's own, and those of other processors. A source that stands
+# in the folder and in no list is an error, so that none is forgotten.
 function(loop_room floor)
-    cmake_parse_arguments(arg "" "" "SOURCES;POSIX;WIN32" ${ARGN})
+    cmake_parse_arguments(arg "" "" "SOURCES;POSIX;WIN32;ELSEWHERE" ${ARGN})
     file(GLOB here CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp *.c)
-    list(REMOVE_ITEM here ${arg_SOURCES} ${arg_POSIX} ${arg_WIN32} "")
+    list(REMOVE_ITEM here ${arg_SOURCES} ${arg_POSIX} ${arg_WIN32}
+         ${arg_ELSEWHERE} "")
     if(here)
         message(FATAL_ERROR "${CMAKE_CURRENT_SOURCE_DIR}/CMakeLists.txt does not list: ${here}")
     endif()

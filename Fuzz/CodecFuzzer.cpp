@@ -25,16 +25,36 @@ void Decode(NSLOPDLL::COptimizedTWIPDecompressor& decoder, bool stereo, int32_t 
     }
 }
 
-// Any bytes decode to something or end with "bad format", in time that their number bounds.
-void DecodeGarbage(const std::vector<uint8_t>& bytes, bool stereo, bool wide) {
+struct SDecoded {
+    bool fReachedTheEnd = false;
+    std::vector<int16_t> fNarrow;
+    std::vector<int32_t> fWide;
+    bool operator==(const SDecoded&) const = default;
+};
+
+SDecoded DecodeToTheEnd(const std::vector<uint8_t>& bytes, bool stereo, bool wide) {
     NSPorter::CMemoryMedia media = Borrow(bytes);
     NSLOPDLL::COptimizedTWIPDecompressorFromMedia decoder(&media);
-    std::vector<int32_t> out32(kMostSamples);
-    std::vector<int16_t> out16(kMostSamples);
-    int16_t* const narrow = wide ? nullptr : out16.data();
+    SDecoded decoded;
+    decoded.fNarrow.resize(wide ? 0 : kMostSamples);
+    decoded.fWide.resize(wide ? kMostSamples : 0);
     try {
-        Decode(decoder, stereo, kMostFrames, narrow, out32.data());
+        Decode(decoder, stereo, kMostFrames, wide ? nullptr : decoded.fNarrow.data(),
+               decoded.fWide.data());
+        decoded.fReachedTheEnd = true;
     } catch (const std::domain_error&) {
+    }
+    return decoded;
+}
+
+// Any bytes decode to something or end with "bad format", in time that their number bounds, and in
+// each form to the same up to the same sample.
+void DecodeGarbage(const std::vector<uint8_t>& bytes, bool stereo, bool wide) {
+    NSLOPDLL::ForceTWIPForm("plain");
+    const SDecoded plain = DecodeToTheEnd(bytes, stereo, wide);
+    for (const NSLOPDLL::STWIPForm& form : NSLOPDLL::GetTWIPForms().subspan(1)) {
+        NSLOPDLL::ForceTWIPForm(form.fName);
+        PROMISE(DecodeToTheEnd(bytes, stereo, wide) == plain);
     }
 }
 
@@ -61,22 +81,26 @@ void RoundTrip(CByteSource& source, bool stereo) {
         return; // the one signal that the format cannot express
     }
     const auto frames = static_cast<int32_t>(left.size());
-    std::vector<int32_t> decoded(left.size() * (stereo ? 2 : 1));
-    NSPorter::CMemoryMedia media = Borrow(stream);
-    NSLOPDLL::COptimizedTWIPDecompressorFromMedia decoder(&media);
     const int32_t split = frames / 3;
-    Decode(decoder, stereo, split, nullptr, decoded.data());
-    Decode(decoder, stereo, frames - split, nullptr,
-           decoded.data() + static_cast<size_t>(split) * (stereo ? 2 : 1));
-    for (size_t i = 0; i < left.size(); ++i) {
-        PROMISE(decoded[stereo ? 2 * i : i] == left[i]);
-        PROMISE(!stereo || decoded[2 * i + 1] == right[i]);
+    for (const NSLOPDLL::STWIPForm& form : NSLOPDLL::GetTWIPForms()) {
+        NSLOPDLL::ForceTWIPForm(form.fName);
+        std::vector<int32_t> decoded(left.size() * (stereo ? 2 : 1));
+        NSPorter::CMemoryMedia media = Borrow(stream);
+        NSLOPDLL::COptimizedTWIPDecompressorFromMedia decoder(&media);
+        Decode(decoder, stereo, split, nullptr, decoded.data());
+        Decode(decoder, stereo, frames - split, nullptr,
+               decoded.data() + static_cast<size_t>(split) * (stereo ? 2 : 1));
+        for (size_t i = 0; i < left.size(); ++i) {
+            PROMISE(decoded[stereo ? 2 * i : i] == left[i]);
+            PROMISE(!stereo || decoded[2 * i + 1] == right[i]);
+        }
     }
 }
 
 } // namespace
 
-// The decoder on garbage, and on legal streams against the signal itself.
+// Each form of the decoder on garbage against the plain form, and on legal streams against the
+// signal.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     CByteSource source(bytes, size);
     const uint8_t mode = source.Byte();

@@ -1,5 +1,5 @@
-#include "LoopLibrary/Codec/CInputBitStream.h"
-#include "LoopLibrary/Codec/COutputBitStream.h"
+#include "LoopLibrary/Codec/Reference/CInputBitStream.h"
+#include "LoopLibrary/Codec/Reference/COutputBitStream.h"
 #include "LoopWriter/SyntheticLoop.h"
 #include "PorterPackage/Core/Media/COwnedMemoryMedia.h"
 #include "Tests/Codec/CodecStreams.h"

@@ -2,11 +2,14 @@
 #pragma once
 
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
-#include "LoopLibrary/Codec/CPlainTWIPDecompressor.h"
-#include "PorterPackage/Core/Bytes/ByteOrder.h"
+#include "LoopLibrary/Codec/Reference/CPlainTWIPDecompressor.h"
+#include "LoopLibrary/Codec/TWIPForms.h"
 #include "PorterPackage/Core/Media/CMemoryMedia.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -14,6 +17,17 @@ namespace CodecTests {
 
 using Bytes = std::vector<uint8_t>;
 using Samples = std::vector<int32_t>;
+
+// A suite that runs once with each form of the decoder in use.
+class CEachTWIPForm : public testing::TestWithParam<NSLOPDLL::STWIPForm> {
+protected:
+    CEachTWIPForm() { NSLOPDLL::ForceTWIPForm(GetParam().fName); }
+    ~CEachTWIPForm() override { NSLOPDLL::ForceTWIPForm(""); }
+};
+
+inline std::string NameOfForm(const testing::TestParamInfo<NSLOPDLL::STWIPForm>& info) {
+    return info.param.fName;
+}
 
 // '0' and '1' are bits, anything else is there for the eye; zeros fill the last word up.
 inline Bytes BytesOfBits(const std::string& text) {
@@ -31,11 +45,10 @@ inline Bytes BytesOfBits(const std::string& text) {
     return bytes;
 }
 
+// As they stand in the stream.
 inline std::vector<uint32_t> WordsOfBytes(const Bytes& bytes) {
-    std::vector<uint32_t> words;
-    for (size_t i = 0; i + 4 <= bytes.size(); i += 4) {
-        words.push_back(NSPorter::DecodeBigEndian(&bytes[i]));
-    }
+    std::vector<uint32_t> words(bytes.size() / 4);
+    std::memcpy(words.data(), bytes.data(), words.size() * 4);
     return words;
 }
 

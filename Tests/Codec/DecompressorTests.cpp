@@ -11,6 +11,9 @@
 namespace CodecTests {
 namespace {
 
+class TWIP : public CEachTWIPForm {};
+INSTANTIATE_TEST_SUITE_P(Form, TWIP, testing::ValuesIn(NSLOPDLL::GetTWIPForms()), NameOfForm);
+
 using NSLOPDLL::COptimizedTWIPDecompressor;
 using NSLOPDLL::COptimizedTWIPDecompressorFromMedia;
 
@@ -41,7 +44,7 @@ const SWorkedStream kWorkedStreams[] = {
     {"1 00001  1 00010", 2, {-1, 0}},
 };
 
-TEST(TWIP, WorkedStreams) {
+TEST_P(TWIP, WorkedStreams) {
     for (const SWorkedStream& stream : kWorkedStreams) {
         SCOPED_TRACE(stream.fBits);
         const Bytes bytes = BytesOfBits(stream.fBits);
@@ -55,7 +58,7 @@ TEST(TWIP, WorkedStreams) {
     }
 }
 
-TEST(TWIP, SilenceSettlesAtOneBitAndSoDoesAChannelEqualToTheOther) {
+TEST_P(TWIP, SilenceSettlesAtOneBitAndSoDoesAChannelEqualToTheOther) {
     using NSLoopWriter::CompressTWIP;
     EXPECT_EQ(CompressTWIP(Samples(720), {}).size() - CompressTWIP(Samples(400), {}).size(), 40U);
     const auto sizeOfEqual = [](size_t frames) {
@@ -65,7 +68,7 @@ TEST(TWIP, SilenceSettlesAtOneBitAndSoDoesAChannelEqualToTheOther) {
     EXPECT_NEAR(static_cast<double>(sizeOfEqual(32400) - sizeOfEqual(400)), 4000.0, 8.0); // words
 }
 
-TEST(TWIP, SixteenBitsKeepTheLowBitsOfASample) {
+TEST_P(TWIP, SixteenBitsKeepTheLowBitsOfASample) {
     // 30000 on the left, and 10000 more on the right.
     const Bytes bytes = NSLoopWriter::CompressTWIP({30000, -30000}, {40000, -40000});
     NSPorter::CMemoryMedia media = MediaOf(bytes);
@@ -86,7 +89,7 @@ void ExpectFailure(const char* words, Decode decode) {
     }
 }
 
-TEST(TWIP, ASpanThatRunsOutIsAnUnderflow) {
+TEST_P(TWIP, ASpanThatRunsOutIsAnUnderflow) {
     const std::vector<uint32_t> words = WordsOfBytes(BytesOfBits(kWorkedStreams[10].fBits));
     COptimizedTWIPDecompressor decoder;
     decoder.SetWords(static_cast<int32_t>(words.size()), words.data());
@@ -103,7 +106,7 @@ void ExpectBadFormat(const Bytes& bytes, int32_t channels, int32_t frames) {
 }
 
 // The words hold just what the samples need, so that any more need a word that is not there.
-TEST(TWIP, BytesBehindTheLastWholeWordAreNoData) {
+TEST_P(TWIP, BytesBehindTheLastWholeWordAreNoData) {
     const Samples samples = NSLoopWriter::MakeNoise(999, 24, 3);
     const Bytes whole = NSLoopWriter::CompressTWIP(samples, {});
     for (size_t cut = 0; cut < 4; ++cut) {
@@ -122,7 +125,7 @@ TEST(TWIP, BytesBehindTheLastWholeWordAreNoData) {
 
 // Runs of zeros that no sound stream has: from 91 on the step has its highest bit set, from 105 on
 // it is 0. A run ends, and so does a decode, whatever the words hold.
-TEST(TWIP, OverlongRunsOfZerosEnd) {
+TEST_P(TWIP, OverlongRunsOfZerosEnd) {
     for (int32_t zeros : {83, 84, 90, 91, 97, 98, 104, 105, 106, 112, 1000}) {
         for (const char fill : {'0', '1'}) {
             SCOPED_TRACE(zeros);
@@ -141,7 +144,7 @@ TEST(TWIP, OverlongRunsOfZerosEnd) {
     }
 }
 
-TEST(TWIP, AStepOfNothingReadsNoRemainder) {
+TEST_P(TWIP, AStepOfNothingReadsNoRemainder) {
     // 105 zeros: 7 * 60 * (1 + 4 + ... + 4^14) is 140 * (2^30 - 1), modulo 2^32 as good as -140.
     const Bytes bytes = BytesOfBits(std::string(105, '0') + "1");
     EXPECT_EQ(DecodePlain(bytes, 1, 1), Samples{0x7FFFFFFF - 69});
@@ -150,7 +153,7 @@ TEST(TWIP, AStepOfNothingReadsNoRemainder) {
 
 // Each channel holds 2097151860 folded: 7 * 60 * (1 + 4 + ... + 4^10), six times 60 * 4^11 and no
 // remainder.
-TEST(TWIP, ASumOfDamagedChannelsIsGoodModulo2To31) {
+TEST_P(TWIP, ASumOfDamagedChannelsIsGoodModulo2To31) {
     const std::string value = std::string(83, '0') + '1' + std::string(27, '0');
     EXPECT_EQ(DecodeFast(BytesOfBits(value + value), 2, 1),
               (Samples{1048575930, 2 * 1048575930 - 0x7FFFFFFF - 1}));

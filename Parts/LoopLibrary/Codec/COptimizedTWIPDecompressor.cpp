@@ -2,24 +2,28 @@
 
 #include "Failure/Classes/XTransferErrors.h"
 #include "Failure/Raising/Raise.h"
+#include "PorterPackage/Core/Bytes/ByteOrder.h"
 
 #include <bit>
 
 namespace NSLOPDLL {
 
-// The span and the current word in locals. Only Refill reaches the decoder's own fields, so that
+// The plain form. It decodes what no faster form does: everything on a processor that has none, and
+// elsewhere the code words at the end of a span.
+
+// The span and the current word in locals. Only TakeWord reaches the decoder's own fields, so that
 // all of these stay in registers.
 class COptimizedTWIPDecompressor::CBitReader {
 public:
     explicit CBitReader(COptimizedTWIPDecompressor& owner)
-        : fOwner(owner), fNextWord(owner.fNextWord), fEndOfWords(owner.fEndOfWords),
-          fBitsLeft(owner.fBitsLeft), fCurrentWord(owner.fCurrentWord) {}
+        : fOwner(owner), fNextWord(owner.fSpan.fNextWord), fEndOfWords(owner.fSpan.fEndOfWords),
+          fBitsLeft(owner.fSpan.fBitsLeft), fCurrentWord(owner.fSpan.fCurrentWord) {}
 
-    void StoreTo(COptimizedTWIPDecompressor& owner) const {
-        owner.fNextWord = fNextWord;
-        owner.fBitsLeft = fBitsLeft;
-        owner.fCurrentWord = fCurrentWord;
+    void StoreTo(STWIPSpan& span) const {
+        span = {fNextWord, fEndOfWords, fCurrentWord, fBitsLeft};
     }
+
+    ptrdiff_t GetWordsLeft() const { return fEndOfWords - fNextWord; }
 
     // Takes a run of zeros and the 1 that ends it; the result is the number of zeros. Nothing but
     // zeros stands below the bits that are left, so a word that is not 0 holds the 1.
@@ -74,12 +78,11 @@ public:
 private:
     uint32_t TakeWord() {
         if (fNextWord == fEndOfWords) [[unlikely]] {
-            fOwner.fNextWord = fNextWord;
             fOwner.Underflow();
-            fNextWord = fOwner.fNextWord;
-            fEndOfWords = fOwner.fEndOfWords;
+            fNextWord = fOwner.fSpan.fNextWord;
+            fEndOfWords = fOwner.fSpan.fEndOfWords;
         }
-        return *fNextWord++;
+        return NSPorter::DecodeBigEndian(reinterpret_cast<const uint8_t*>(fNextWord++));
     }
 
     COptimizedTWIPDecompressor& fOwner;
@@ -241,55 +244,95 @@ private:
     int32_t fStepBits = 0;
 };
 
-template <class Sample>
-void COptimizedTWIPDecompressor::DecodeMono(int32_t frameCount, Sample* out) {
-    CBitReader bits(*this);
-    CChannel channel(fChannels[0]);
-    for (int32_t i = 0; i < frameCount; ++i) {
-        out[i] = static_cast<Sample>(CChannel::Halved(channel.Decode(bits)));
-    }
-    channel.StoreTo(fChannels[0]);
-    bits.StoreTo(*this);
-}
-
-template <class Sample>
-void COptimizedTWIPDecompressor::DecodeStereo(int32_t frameCount, Sample* out) {
+// From sample `done` of the output on, to its end or until the span has words for a faster form
+// again, but at least to the end of a frame. Answers the samples done then.
+template <int32_t kChannels, class Sample>
+int64_t COptimizedTWIPDecompressor::DecodePlainly(int64_t done, int64_t frameCount,
+                                                  const TTWIPOutput<Sample>& output,
+                                                  bool toTheEnd) {
     CBitReader bits(*this);
     CChannel first(fChannels[0]);
     CChannel second(fChannels[1]);
-    for (int32_t i = 0; i < frameCount; ++i, out += 2) {
-        // Added before they are halved: a sum too is good modulo 2^31.
+    // Added before they are halved: a sum too is good modulo 2^31.
+    const auto decodeSecond = [&](uint32_t left, int64_t frame) {
+        output.fSecond[frame * output.fStride] =
+            static_cast<Sample>(CChannel::Halved(left + second.Decode(bits)));
+    };
+    int64_t frame = done / kChannels;
+    if (done % kChannels != 0) {
+        decodeSecond(CChannel::Doubled(fChannels[0].fValue[0]), frame++);
+    }
+    while (frame < frameCount &&
+           (toTheEnd || bits.GetWordsLeft() < kTWIPFormWords || frame == done / kChannels)) {
         const uint32_t left = first.Decode(bits);
-        out[0] = static_cast<Sample>(CChannel::Halved(left));
-        out[1] = static_cast<Sample>(CChannel::Halved(left + second.Decode(bits)));
+        output.fFirst[frame * output.fStride] = static_cast<Sample>(CChannel::Halved(left));
+        if constexpr (kChannels == 2) {
+            decodeSecond(left, frame);
+        }
+        ++frame;
     }
     first.StoreTo(fChannels[0]);
-    second.StoreTo(fChannels[1]);
-    bits.StoreTo(*this);
+    if constexpr (kChannels == 2) {
+        second.StoreTo(fChannels[1]);
+    }
+    bits.StoreTo(fSpan);
+    return frame * kChannels;
 }
+
+template <class Sample>
+void COptimizedTWIPDecompressor::Decompress(int32_t frameCount, const TTWIPOutput<Sample>& output) {
+    const STWIPForm& form = GetTWIPForm();
+    TDecodeTWIP<Sample> decode;
+    if constexpr (sizeof(Sample) == sizeof(int16_t)) {
+        decode = form.fDecode16;
+    } else {
+        decode = form.fDecode32;
+    }
+    const bool isStereo = output.fSecond != nullptr;
+    const int64_t sampleCount = int64_t{frameCount} * (isStereo ? 2 : 1);
+    int64_t done = 0;
+    while (done < sampleCount) {
+        if (decode != nullptr && fSpan.fEndOfWords - fSpan.fNextWord >= kTWIPFormWords) {
+            const int64_t frame = isStereo ? done / 2 : done;
+            const ptrdiff_t offset = frame * output.fStride;
+            done += decode(fSpan, fChannels,
+                           {output.fFirst + offset, isStereo ? output.fSecond + offset : nullptr,
+                            output.fStride},
+                           frameCount - frame);
+        }
+        if (done < sampleCount) {
+            const bool toTheEnd = decode == nullptr;
+            done = isStereo ? DecodePlainly<2>(done, frameCount, output, toTheEnd)
+                            : DecodePlainly<1>(done, frameCount, output, toTheEnd);
+        }
+    }
+}
+
+template void COptimizedTWIPDecompressor::Decompress(int32_t, const TTWIPOutput<int16_t>&);
+template void COptimizedTWIPDecompressor::Decompress(int32_t, const TTWIPOutput<int32_t>&);
 
 void COptimizedTWIPDecompressor::DecompressMono(int32_t frameCount, int16_t* out16,
                                                 int32_t* out32) {
     if (out16 != nullptr) {
-        DecodeMono(frameCount, out16);
+        Decompress(frameCount, TTWIPOutput<int16_t>{out16, nullptr, 1});
     } else {
-        DecodeMono(frameCount, out32);
+        Decompress(frameCount, TTWIPOutput<int32_t>{out32, nullptr, 1});
     }
 }
 
 void COptimizedTWIPDecompressor::DecompressStereo(int32_t frameCount, int16_t* out16,
                                                   int32_t* out32) {
     if (out16 != nullptr) {
-        DecodeStereo(frameCount, out16);
+        Decompress(frameCount, TTWIPOutput<int16_t>{out16, out16 + 1, 2});
     } else {
-        DecodeStereo(frameCount, out32);
+        Decompress(frameCount, TTWIPOutput<int32_t>{out32, out32 + 1, 2});
     }
 }
 
 void COptimizedTWIPDecompressor::SetWords(int32_t wordCount, const uint32_t* words) {
-    fNextWord = words;
-    fEndOfWords = words + wordCount;
-    fBitsLeft = 0;
+    fSpan.fNextWord = words;
+    fSpan.fEndOfWords = words + wordCount;
+    fSpan.fBitsLeft = 0;
 }
 
 void COptimizedTWIPDecompressor::Underflow() {

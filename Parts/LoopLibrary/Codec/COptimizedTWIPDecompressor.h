@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LoopLibrary/Codec/TWIPChannelState.h"
+#include "LoopLibrary/Codec/TWIPForms.h"
 
 #include <cstdint>
 
@@ -32,8 +33,16 @@ public:
     /// stream is either mono or stereo throughout.
     void DecompressStereo(int32_t frameCount, int16_t* out16, int32_t* out32);
 
-    /// Makes `wordCount` words in native byte order the span, and drops what is left of the
-    /// current word. The words are borrowed until they are used up or replaced.
+    /// Decodes `frameCount` frames into a plane for each channel, mono if `right` is null. `Sample`
+    /// is int16_t or int32_t; samples are stored as by the two functions above.
+    template <class Sample>
+    void DecompressPlanes(int32_t frameCount, Sample* left, Sample* right) {
+        Decompress(frameCount, TTWIPOutput<Sample>{left, right, 1});
+    }
+
+    /// Makes `wordCount` words the span, as they stand in the stream (most significant byte first),
+    /// and drops what is left of the current word. The words are borrowed until they are used up or
+    /// replaced.
     void SetWords(int32_t wordCount, const uint32_t* words);
 
 protected:
@@ -46,15 +55,13 @@ private:
     class CChannel;
 
     template <class Sample>
-    void DecodeMono(int32_t frameCount, Sample* out);
-    template <class Sample>
-    void DecodeStereo(int32_t frameCount, Sample* out);
+    void Decompress(int32_t frameCount, const TTWIPOutput<Sample>& output);
+    template <int32_t kChannels, class Sample>
+    int64_t DecodePlainly(int64_t done, int64_t frameCount, const TTWIPOutput<Sample>& output,
+                          bool toTheEnd);
 
     TWIPChannelState fChannels[6]; // the first two are in use
-    const uint32_t* fNextWord = nullptr;
-    const uint32_t* fEndOfWords = nullptr;
-    int32_t fBitsLeft = 0;
-    uint32_t fCurrentWord = 0; // the next bit is bit 31
+    STWIPSpan fSpan;
 };
 
 #pragma GCC diagnostic pop

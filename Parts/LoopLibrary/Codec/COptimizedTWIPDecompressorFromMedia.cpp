@@ -1,7 +1,6 @@
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
 
 #include "Failure/Raising/Raise.h"
-#include "PorterPackage/Core/Bytes/ByteOrder.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -26,9 +25,6 @@ void COptimizedTWIPDecompressorFromMedia::Underflow() {
     }
     const int32_t wordCount = static_cast<int32_t>(std::min<int64_t>(wordsLeft, kBufferWords));
     fMedia->Read(int64_t{wordCount} * 4, reinterpret_cast<uint8_t*>(fWordBuffer.get()));
-    for (uint32_t* word = fWordBuffer.get(); word != fWordBuffer.get() + wordCount; ++word) {
-        *word = NSPorter::DecodeBigEndian(reinterpret_cast<const uint8_t*>(word));
-    }
     SetWords(wordCount, fWordBuffer.get());
 }
 

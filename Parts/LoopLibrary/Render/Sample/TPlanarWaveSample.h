@@ -14,6 +14,11 @@ class TPlanarWaveSample : public CABCWaveSample {
 public:
     using Value = typename Depth::Value;
 
+    /// The frames as they are stored; null for the right plane of a mono sample.
+    Value* Plane(int32_t channel) noexcept {
+        return channel == kChannel_Left ? fLeft.Get() : fRight.Get();
+    }
+
     void ReplaceChannelFrom(const CABCWaveSample& source, int32_t channel) override;
     float GetFloatSample(int32_t frame, int32_t channel) const noexcept override;
     void SetFloatSample(int32_t frame, float value, int32_t channel) noexcept override;
@@ -53,9 +58,6 @@ protected:
 
 private:
     const Value* Plane(int32_t channel) const noexcept {
-        return channel == kChannel_Left ? fLeft.Get() : fRight.Get();
-    }
-    Value* Plane(int32_t channel) noexcept {
         return channel == kChannel_Left ? fLeft.Get() : fRight.Get();
     }
 

@@ -5,86 +5,71 @@
 #include "LoopLibrary/Codec/COptimizedTWIPDecompressorFromMedia.h"
 #include "LoopLibrary/File/LOP2/CLOP2DecompressCallback.h"
 #include "LoopLibrary/File/LOP2/Chunks/CLOP2SampleInfoChunk.h"
-#include "LoopLibrary/Render/Sample/CABCWaveSample.h"
+#include "LoopLibrary/Render/Sample/C16BitWaveSample.h"
+#include "LoopLibrary/Render/Sample/C24BitWaveSample.h"
 #include "PorterPackage/Core/Media/CMedia.h"
 
 #include <algorithm>
 #include <memory>
 #include <stdexcept>
-#include <type_traits>
 
 namespace NSLOPDLL {
 
 namespace {
 
-// Calls store(first frame, frame count, samples) for each block; stereo samples are interleaved.
-template <class Sample, class Store>
-void DecodeBlocks(NSPorter::CMedia& media, uint32_t frames, bool isStereo,
-                  CLOP2DecompressCallback& callback, const Store& store) {
+// Calls decode(decompressor, first frame, frame count) for each block.
+template <class Decode>
+void DecodeBlocks(NSPorter::CMedia& media, uint32_t frames, CLOP2DecompressCallback& callback,
+                  const Decode& decode) {
     COptimizedTWIPDecompressorFromMedia decompressor(&media);
-    const uint32_t largestBlock =
-        std::min<uint32_t>(frames, CLOP2SampleDataChunk::kBlockFrameLimit);
-    const auto block =
-        std::make_unique_for_overwrite<Sample[]>(size_t{largestBlock} * (isStereo ? 2 : 1));
-    int16_t* out16 = nullptr;
-    int32_t* out32 = nullptr;
-    if constexpr (std::is_same_v<Sample, int16_t>) {
-        out16 = block.get();
-    } else {
-        out32 = block.get();
-    }
-
     uint32_t position = 0;
     while (position < frames) {
         if (callback.ShouldStop(position)) {
             NSLichen::Raise(NSLichen::XAbort("stopped by callback"));
         }
-        const auto count = static_cast<int32_t>(std::min(frames - position, largestBlock));
-        if (isStereo) {
-            decompressor.DecompressStereo(count, out16, out32);
-        } else {
-            decompressor.DecompressMono(count, out16, out32);
-        }
-        store(static_cast<int32_t>(position), count, block.get());
-        position += static_cast<uint32_t>(count);
+        const uint32_t count =
+            std::min<uint32_t>(frames - position, CLOP2SampleDataChunk::kBlockFrameLimit);
+        decode(decompressor, position, static_cast<int32_t>(count));
+        position += count;
     }
     callback.ShouldStop(position);
+}
+
+template <class WaveSample>
+void DecodeInto(WaveSample& sample, NSPorter::CMedia& media, CLOP2DecompressCallback& callback) {
+    using Value = typename WaveSample::Value;
+    Value* const left = sample.Plane(kChannel_Left);
+    Value* const right = sample.IsStereo() ? sample.Plane(kChannel_Right) : nullptr;
+    DecodeBlocks(media, sample.GetFrameCount(), callback,
+                 [&](COptimizedTWIPDecompressor& decompressor, uint32_t first, int32_t count) {
+                     decompressor.DecompressPlanes(count, left + first,
+                                                   right == nullptr ? right : right + first);
+                 });
 }
 
 } // namespace
 
 CLOP2SampleDataChunk::CLOP2SampleDataChunk(NSPorter::CMedia& media, CABCWaveSample& waveSample,
                                            CLOP2DecompressCallback& callback) {
-    const uint32_t frames = waveSample.GetFrameCount();
-    const bool isStereo = waveSample.IsStereo();
     if (waveSample.GetBitDepth() == 16) {
-        DecodeBlocks<int16_t>(media, frames, isStereo, callback,
-                              [&](int32_t first, int32_t count, const int16_t* samples) {
-                                  if (isStereo) {
-                                      waveSample.Set16BitFrames(first, count, samples);
-                                  } else {
-                                      waveSample.Set16BitSamples(first, count, samples,
-                                                                 kChannel_Left);
-                                  }
-                              });
+        DecodeInto(dynamic_cast<C16BitWaveSample&>(waveSample), media, callback);
     } else {
-        DecodeBlocks<int32_t>(media, frames, isStereo, callback,
-                              [&](int32_t first, int32_t count, const int32_t* samples) {
-                                  if (isStereo) {
-                                      waveSample.Set24BitFrames(first, count, samples);
-                                  } else {
-                                      waveSample.Set24BitSamples(first, count, samples,
-                                                                 kChannel_Left);
-                                  }
-                              });
+        DecodeInto(dynamic_cast<C24BitWaveSample&>(waveSample), media, callback);
     }
 }
 
 void CLOP2SampleDataChunk::DecodeUntilFailure(NSPorter::CMedia& media,
                                               const CLOP2SampleInfoChunk& info,
                                               CLOP2DecompressCallback& callback) {
-    DecodeBlocks<int16_t>(media, static_cast<uint32_t>(info.GetFrames()), info.IsStereo(), callback,
-                          [](int32_t, int32_t, const int16_t*) {});
+    const auto frames = static_cast<uint32_t>(info.GetFrames());
+    const size_t blockFrames = std::min<uint32_t>(frames, kBlockFrameLimit);
+    const auto left = std::make_unique_for_overwrite<int16_t[]>(blockFrames);
+    const auto right =
+        info.IsStereo() ? std::make_unique_for_overwrite<int16_t[]>(blockFrames) : nullptr;
+    DecodeBlocks(media, frames, callback,
+                 [&](COptimizedTWIPDecompressor& decompressor, uint32_t, int32_t count) {
+                     decompressor.DecompressPlanes(count, left.get(), right.get());
+                 });
     // Not reached: each sample takes at least a bit, and the stream has fewer bits than samples.
     NSLichen::Raise(std::domain_error("bad format"));
 }

@@ -1,4 +1,4 @@
-#include "LoopLibrary/Codec/COutputBitStream.h"
+#include "LoopLibrary/Codec/Reference/COutputBitStream.h"
 
 #include "PorterPackage/Core/Bytes/ByteOrder.h"
 

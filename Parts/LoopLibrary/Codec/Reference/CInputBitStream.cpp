@@ -1,4 +1,4 @@
-#include "LoopLibrary/Codec/CInputBitStream.h"
+#include "LoopLibrary/Codec/Reference/CInputBitStream.h"
 
 #include "PorterPackage/Core/Bytes/ByteOrder.h"
 

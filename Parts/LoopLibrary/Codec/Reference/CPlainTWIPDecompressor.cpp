@@ -1,4 +1,4 @@
-#include "LoopLibrary/Codec/CPlainTWIPDecompressor.h"
+#include "LoopLibrary/Codec/Reference/CPlainTWIPDecompressor.h"
 
 #include "Failure/Raising/Raise.h"
 

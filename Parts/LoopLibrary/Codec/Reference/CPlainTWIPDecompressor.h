@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LoopLibrary/Codec/CInputBitStream.h"
+#include "LoopLibrary/Codec/Reference/CInputBitStream.h"
 #include "LoopLibrary/Codec/TWIPChannelState.h"
 #include "PorterPackage/Core/Media/CMedia.h"
 
