@@ -128,14 +128,31 @@ TEST_F(CHostTest, ALoopOfNoLengthIsTold) {
     EXPECT_EQ(CreateLoop(handle, WriteLOP2(lop2)), kLOPResult_FileCorrupt);
 }
 
-TEST_F(CHostTest, InfoFromBufferLeavesTheRecordAloneWhenTheFileIsDamaged) {
-    Bytes bytes = DrumLOP2();
-    bytes.resize(200);
-    LOPInfo info;
-    std::memset(&info, 0xEE, sizeof info);
-    const LOPInfo before = info;
-    EXPECT_EQ(LOPGetInfoFromBuffer(200, bytes.data(), sizeof info, &info), kLOPResult_FileCorrupt);
-    EXPECT_EQ(std::memcmp(&info, &before, sizeof info), 0);
+// Of a file of no known kind nothing is written; of any other the record is zeroed first.
+TEST_F(CHostTest, InfoFromBufferZeroesTheRecordBeforeItReadsTheFile) {
+    Bytes damaged = DrumLOP2();
+    damaged.resize(200);
+    Bytes unknown = damaged;
+    unknown[0] ^= 1;
+    NSLoopWriter::SLOP2File newer = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    newer.fHead.fVersion = {4, 0};
+    struct SCase {
+        Bytes fBytes;
+        LOPResult fExpected;
+        int fFill;
+    };
+    for (const SCase& c : {SCase{damaged, kLOPResult_FileCorrupt, 0},
+                           SCase{WriteLOP2(newer), kLOPResult_FileTooNew, 0},
+                           SCase{unknown, kLOPResult_FileCorrupt, 0xEE}}) {
+        LOPInfo info;
+        LOPInfo expected;
+        std::memset(&info, 0xEE, sizeof info);
+        std::memset(&expected, c.fFill, sizeof expected);
+        EXPECT_EQ(LOPGetInfoFromBuffer(static_cast<int32_t>(c.fBytes.size()), c.fBytes.data(),
+                                       sizeof info, &info),
+                  c.fExpected);
+        EXPECT_EQ(std::memcmp(&info, &expected, sizeof info), 0) << c.fExpected << " " << c.fFill;
+    }
 }
 
 } // namespace

@@ -89,17 +89,29 @@ TEST_F(CHostTest, SlicesFollowTheTempo) {
 }
 
 TEST_F(CHostTest, WithoutSlicesInTheLoopThePreviewIsSilent) {
-    NSLoopWriter::SLOP2File file = NSLoopWriter::MakeDrumLOP2(DrumOptions());
-    for (NSLoopWriter::SLOP2Slice& slice : file.fSlices) {
-        slice.fFlags = 4; // muted
+    NSLoopWriter::SLOP2File muted = NSLoopWriter::MakeDrumLOP2(DrumOptions());
+    for (NSLoopWriter::SLOP2Slice& slice : muted.fSlices) {
+        slice.fFlags = 4;
     }
-    file.fGeneralInfo.fDropMuted = 1;
-    for (const bool split : {true, false}) {
-        file.fGeneralInfo.fSplitIntoSlices = split ? 1 : 0;
-        const CHostLoop loop(WriteLOP2(file));
-        EXPECT_EQ(loop.GetInfo().fSliceCount, split ? 0 : 1);
+    muted.fGeneralInfo.fDropMuted = 1;
+    // The one slice that crosses the loop is dropped, so that every range is outside of it.
+    NSLoopWriter::SLOP2File outside = muted;
+    outside.fSampleInfo.fLoopStart = 12000;
+    outside.fSampleInfo.fLoopEnd = 13000;
+    outside.fSlices.front().fFlags = 0;
+    struct SCase {
+        NSLoopWriter::SLOP2File& fFile;
+        bool fSplit;
+        int32_t fSlices;
+        bool fIsSilent;
+    };
+    for (const SCase& c : {SCase{muted, true, 0, true}, SCase{muted, false, 1, true},
+                           SCase{outside, true, 0, true}, SCase{outside, false, 1, false}}) {
+        c.fFile.fGeneralInfo.fSplitIntoSlices = c.fSplit ? 1 : 0;
+        const CHostLoop loop(WriteLOP2(c.fFile));
+        EXPECT_EQ(loop.GetInfo().fSliceCount, c.fSlices);
         EXPECT_EQ(LOPStartPreview(loop.Get()), kLOPResult_OK);
-        EXPECT_TRUE(IsSilent(loop.RenderPreview(4096, 100)[0]));
+        EXPECT_EQ(IsSilent(loop.RenderPreview(4096, 100)[0]), c.fIsSilent);
         EXPECT_EQ(LOPStopPreview(loop.Get()), kLOPResult_OK);
     }
 }

@@ -114,4 +114,42 @@ TEST_F(CHostTest, OfTwoStartsOneWins) {
     }
 }
 
+// Whatever the order of the two, what sounds is what the answers say.
+TEST_F(CHostTest, AStartBesideAStopLeavesNoPreviewThatCannotBeStopped) {
+    const CHostLoop loop(DrumLOP2());
+    constexpr int kRaces = 3000;
+    std::atomic<int> round{0};
+    std::atomic<int> stopped{0};
+    // One comes a little later than the other, by all distances in turn.
+    const auto spin = [&round](int times) {
+        for (int i = 0; i < times * 2; ++i) {
+            round.load();
+        }
+    };
+    std::thread stopper([&] {
+        for (int race = 1; race <= kRaces; ++race) {
+            while (round < race) {
+                std::this_thread::yield();
+            }
+            spin(race % 41);
+            LOPStopPreview(loop.Get());
+            stopped = race;
+        }
+    });
+    int soundingOn = 0;
+    for (int race = 1; race <= kRaces; ++race) {
+        round = race;
+        spin(race % 37);
+        LOPStartPreview(loop.Get());
+        while (stopped < race) {
+            std::this_thread::yield();
+        }
+        LOPStopPreview(loop.Get());
+        loop.RenderPreview(8192, 8192);
+        soundingOn += IsSilent(loop.RenderPreview(4096, 4096)[0]) ? 0 : 1;
+    }
+    stopper.join();
+    EXPECT_EQ(soundingOn, 0) << "of " << kRaces;
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The library exports its fourteen functions and nothing else. Arguments: library, expected names.
+# The library exports its fourteen functions and nothing else, and has no thread-local storage.
+# Arguments: library, expected names.
 set -euo pipefail
 
 library=$1
@@ -17,6 +18,10 @@ case $library in
     ;;
 *)
     found=$(nm -D --defined-only "$library" | awk '{ print $3 }' | sort)
+    if readelf -lW "$library" | grep -q '^ *TLS '; then
+        echo "has thread-local storage, which a host may have used up"
+        exit 1
+    fi
     ;;
 esac
 diff <(echo "$expected") <(echo "$found")

@@ -1,3 +1,4 @@
+#include "LoopLibrary/Public/CCreateCallback.h"
 #include "LoopLibrary/Public/CInsideLibrary.h"
 #include "LoopLibrary/Public/ClipSamples.h"
 #include "LoopLibrary/Public/CreatorText.h"
@@ -8,6 +9,10 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <memory>
+#include <thread>
+#include <vector>
+#include <xmmintrin.h>
 
 namespace {
 
@@ -76,17 +81,44 @@ TEST(ClipSamples, LeavesWhatIsInRangeAndNaN) {
     EXPECT_TRUE(std::isnan(samples[5]));
 }
 
-#if !defined(_WIN32)
-// On Windows the slot that counts exists only inside the DLL.
 TEST(InsideLibrary, CountsTheDepthOfTheThread) {
     EXPECT_EQ(CInsideLibrary::GetDepth(), 0);
     {
         const CInsideLibrary outer;
         const CInsideLibrary inner;
         EXPECT_EQ(CInsideLibrary::GetDepth(), 2);
+        std::thread([] {
+            const CInsideLibrary other;
+            EXPECT_EQ(CInsideLibrary::GetDepth(), 1);
+        }).join();
+        std::vector<std::unique_ptr<CInsideLibrary>> beyondTheTable(CInsideLibrary::kMostMarks);
+        for (auto& mark : beyondTheTable) {
+            mark = std::make_unique<CInsideLibrary>();
+        }
+        EXPECT_EQ(CInsideLibrary::GetDepth(), int32_t{CInsideLibrary::kMostMarks});
     }
     EXPECT_EQ(CInsideLibrary::GetDepth(), 0);
 }
-#endif
+
+extern "C" int32_t RoundUpFromNowOn(int32_t percent, void* /*userData*/) {
+    _mm_setcsr(0x1F80 | 0x4000);
+    return percent;
+}
+
+TEST(CreateCallback, GivesItsPercentageAndKeepsTheFloatingPointMode) {
+    struct SRow {
+        uint32_t fTotal;
+        uint32_t fDone;
+        bool fStops;
+    };
+    const uint32_t before = _mm_getcsr();
+    for (const SRow& row : {SRow{0xFFFFFFFF, 0x028F5C28, false}, SRow{0xFFFFFFFF, 0x028F5C29, true},
+                            SRow{200, 4, false}, SRow{0, 1, false}}) {
+        CCreateCallback callback(row.fTotal, RoundUpFromNowOn, nullptr);
+        EXPECT_EQ(callback.ShouldStop(row.fDone), row.fStops) << row.fDone;
+        EXPECT_EQ(_mm_getcsr(), before);
+        EXPECT_FALSE(CCreateCallback(row.fTotal, nullptr, nullptr).ShouldStop(row.fDone));
+    }
+}
 
 } // namespace

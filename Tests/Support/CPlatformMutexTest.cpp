@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <thread>
 
 namespace NSSupport {
@@ -40,6 +42,21 @@ TEST(PlatformMutex, PassesOnFromAThreadThatEnded) {
     }
     EXPECT_TRUE(IsFreeForAnotherThread(waitedFor));
     EXPECT_TRUE(IsFreeForAnotherThread(tried));
+}
+
+TEST(PlatformMutex, IsWaitedForBeyondTheFirstWait) {
+    CPlatformMutex mutex;
+    std::atomic<bool> released{false};
+    mutex.Lock();
+    std::thread waiter([&] {
+        mutex.Lock(20);
+        EXPECT_TRUE(released) << "two threads hold it";
+        mutex.Unlock();
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    released = true;
+    mutex.Unlock();
+    waiter.join();
 }
 
 } // namespace NSSupport

@@ -16,10 +16,12 @@ constexpr int kThreadSlot_Level = 0;
 constexpr int kThreadSlot_Depth = 2;
 constexpr int kThreadSlotCount = 4;
 
-/// Not to be called while threads use the slots. False when the platform has none to give.
+/// Not to be called while threads use the slots, nor twice in a row. False when the platform has
+/// none to give.
 bool AllocateThreadSlots() noexcept;
 void FreeThreadSlots() noexcept;
-/// Real-time safe. Without slots the value is 0, and setting does nothing.
+/// Without slots the value is 0, and setting does nothing. A thread's first setting may allocate
+/// where the process has taken some thirty slots before.
 intptr_t GetThreadSlot(int slot) noexcept;
 void SetThreadSlot(int slot, intptr_t value) noexcept;
 

@@ -2,8 +2,10 @@
 
 #include "Debug/Platform/WriteAll_posix.h"
 
+#include <pthread.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <cstring>
 
@@ -11,18 +13,10 @@ namespace NSDebugPackage {
 
 namespace {
 
-// 0 while there are no slots; otherwise which allocation they belong to.
-std::atomic<uint32_t> gGeneration{0};
-uint32_t gLastGeneration = 0;
-
-struct SSlots {
-    uint32_t fGeneration;
-    intptr_t fValues[kThreadSlotCount];
-};
-
-// In the static block of each thread: keys of the thread library and the usual model of a shared
-// library may allocate on a thread's first access.
-[[gnu::tls_model("initial-exec")]] thread_local SSlots gSlots;
+// Keys of the thread library and no thread-local variables: the library then has no thread-local
+// segment, and loads where a host has used up the room for those.
+std::array<pthread_key_t, kThreadSlotCount> gKeys{};
+std::atomic<bool> gHasKeys{false};
 
 } // namespace
 
@@ -35,28 +29,38 @@ uint32_t GetCurrentThreadNumber() noexcept {
 }
 
 bool AllocateThreadSlots() noexcept {
-    gGeneration = ++gLastGeneration;
+    for (size_t i = 0; i < gKeys.size(); ++i) {
+        if (pthread_key_create(&gKeys[i], nullptr) != 0) {
+            while (i > 0) {
+                pthread_key_delete(gKeys[--i]);
+            }
+            return false;
+        }
+    }
+    gHasKeys.store(true, std::memory_order_release);
     return true;
 }
 
 void FreeThreadSlots() noexcept {
-    gGeneration = 0;
+    if (gHasKeys.exchange(false)) {
+        for (const pthread_key_t key : gKeys) {
+            pthread_key_delete(key);
+        }
+    }
 }
 
 intptr_t GetThreadSlot(int slot) noexcept {
-    const uint32_t generation = gGeneration.load(std::memory_order_relaxed);
-    return generation != 0 && gSlots.fGeneration == generation ? gSlots.fValues[slot] : 0;
+    if (!gHasKeys.load(std::memory_order_acquire)) {
+        return 0;
+    }
+    return reinterpret_cast<intptr_t>(pthread_getspecific(gKeys[static_cast<size_t>(slot)]));
 }
 
 void SetThreadSlot(int slot, intptr_t value) noexcept {
-    const uint32_t generation = gGeneration.load(std::memory_order_relaxed);
-    if (generation == 0) {
-        return;
+    if (gHasKeys.load(std::memory_order_acquire)) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the slot holds a number.
+        pthread_setspecific(gKeys[static_cast<size_t>(slot)], reinterpret_cast<void*>(value));
     }
-    if (gSlots.fGeneration != generation) {
-        gSlots = {generation, {}};
-    }
-    gSlots.fValues[slot] = value;
 }
 
 } // namespace NSDebugPackage

@@ -6,13 +6,13 @@
 #include "LoopLibrary/Public/CLOPObject.h"
 #include "LoopLibrary/Public/ClipSamples.h"
 #include "LoopLibrary/Public/FillLoopInfo.h"
-#include "LoopLibrary/Public/LoopHandles.h"
 #include "LoopLibrary/Render/Exporter/CExporter.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "PorterPackage/Core/Media/CMemoryMedia.h"
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 namespace NSLOPDLL {
 
@@ -27,28 +27,15 @@ void ZeroRecord(Record* record, int32_t size) {
     std::memset(static_cast<void*>(record), 0, static_cast<size_t>(size));
 }
 
-auto FindLoop(std::vector<std::unique_ptr<CLOPObject>>& loops, const CLOPObject* object) {
-    return std::find_if(loops.begin(), loops.end(),
-                        [object](const auto& loop) { return loop.get() == object; });
-}
-
 } // namespace
 
 CLOPDLL::CLOPDLL(const NSPorter::CCodeModuleLocation& location) : CDLLTarget(location) {}
 
-CLOPDLL::~CLOPDLL() {
-    while (!fLoops.empty()) {
-        fLoops.pop_back();
-    }
-}
-
-bool CLOPDLL::IsValidHandle(LOPHandle handle) {
-    const NSSupport::CMutexLock lock(fMutex);
-    return handle != 0 && FindLoop(fLoops, ObjectFromHandle(handle)) != fLoops.end();
-}
+CLOPDLL::~CLOPDLL() = default;
 
 CLOPObject* CLOPDLL::FindObject(LOPHandle handle) {
-    return IsValidHandle(handle) ? ObjectFromHandle(handle) : nullptr;
+    const NSSupport::CMutexLock lock(fMutex);
+    return fLoops.Find(handle);
 }
 
 LOPResult CLOPDLL::Create(LOPHandle* handle, const void* buffer, int32_t size,
@@ -68,8 +55,7 @@ LOPResult CLOPDLL::Create(LOPHandle* handle, const void* buffer, int32_t size,
     CCreateCallback progress(static_cast<uint32_t>(info.fWaveSampleInfo.fFrames), callback,
                              userData);
     std::unique_ptr<CABCWaveSample> waveSample = file.ReadWaveSample(progress);
-    fLoops.push_back(std::make_unique<CLOPObject>(&media, waveSample));
-    *handle = HandleFromObject(fLoops.back().get());
+    *handle = fLoops.Add(std::make_unique<CLOPObject>(&media, waveSample));
     return kLOPResult_OK;
 }
 
@@ -78,13 +64,11 @@ void CLOPDLL::Delete(LOPHandle* handle) {
     if (handle == nullptr) {
         return;
     }
-    const CLOPObject* object = FindObject(*handle);
+    CLOPObject* object = fLoops.Find(*handle);
     if (object == nullptr || object->IsPreviewRunning()) {
         return;
     }
-    const auto found = FindLoop(fLoops, object);
-    const std::unique_ptr<CLOPObject> doomed = std::move(*found);
-    fLoops.erase(found);
+    const std::unique_ptr<CLOPObject> doomed = fLoops.Remove(object);
     *handle = 0;
 }
 
@@ -131,10 +115,10 @@ LOPResult CLOPDLL::GetInfoFromBuffer(int32_t bufferSize, const void* buffer, int
     if (!CTesselFile::IsKnownFile(media)) {
         return kLOPResult_FileCorrupt;
     }
+    ZeroRecord(info, size);
     const CTesselFile file(&media);
     CTesselFileInfo fileInfo;
     file.GetFileInfo(fileInfo);
-    ZeroRecord(info, size);
     FillInfoFromFile(fileInfo, *info);
     if (size >= kFullInfoSize) {
         info->fBitDepth = PublicBitDepth(fileInfo.fWaveSampleInfo.fBitDepth);
@@ -229,11 +213,7 @@ LOPResult CLOPDLL::SetOutputSampleRate(LOPHandle handle, int32_t rate) {
     if (rate < LOP_MIN_SAMPLE_RATE || rate > LOP_MAX_SAMPLE_RATE) {
         return kLOPResult_InvalidSampleRate;
     }
-    if (object->IsPreviewRunning()) {
-        return kLOPResult_PreviewRunning;
-    }
-    object->SetOutputSampleRate(rate);
-    return kLOPResult_OK;
+    return object->SetOutputSampleRate(rate) ? kLOPResult_OK : kLOPResult_PreviewRunning;
 }
 
 LOPResult CLOPDLL::SetPreviewTempo(LOPHandle handle, int32_t tempo) {

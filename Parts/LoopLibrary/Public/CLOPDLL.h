@@ -1,16 +1,13 @@
 #pragma once
 
+#include "LoopLibrary/Public/CLoopTable.h"
 #include "LoopLibrary/Public/LoopLibrary.h"
 #include "PorterPackage/FileSupport/CodeModule/CDLLTarget.h"
 #include "Support/Threads/CPlatformMutex.h"
 
 #include <cstdint>
-#include <memory>
-#include <vector>
 
 namespace NSLOPDLL {
-
-class CLOPObject;
 
 /// The module object: the open loops, and the body of every export. Exists from LOPInitializeDLL to
 /// LOPUninitializeDLL. Bodies raise freely; the exports turn failures into results.
@@ -39,13 +36,11 @@ public:
                                 LOPInfo* info);
 
 private:
-    /// Whether the handle names an open loop. Waits for fMutex; dereferences nothing.
-    bool IsValidHandle(LOPHandle handle);
-    /// The loop of a handle, or null.
+    /// The loop of a handle, or null. Waits for fMutex: the one wait of the audio thread.
     CLOPObject* FindObject(LOPHandle handle);
 
-    NSSupport::CPlatformMutex fMutex;                // guards fLoops and every create and delete
-    std::vector<std::unique_ptr<CLOPObject>> fLoops; // in order of creation
+    NSSupport::CPlatformMutex fMutex; // guards fLoops and every create and delete
+    CLoopTable fLoops;
 };
 
 } // namespace NSLOPDLL

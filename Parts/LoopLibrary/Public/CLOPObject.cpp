@@ -65,12 +65,22 @@ void CLOPObject::GetCreatorInfo(LOPCreatorInfo& record) const {
     CopyCreatorText(fCreatorInfo->GetText5(), record.fText5);
 }
 
-void CLOPObject::SetOutputSampleRate(int32_t rate) {
+bool CLOPObject::IsPreviewRunning() {
+    const NSSupport::CMutexLock lock(fControlMutex);
+    return fPreviewRunning;
+}
+
+bool CLOPObject::SetOutputSampleRate(int32_t rate) {
+    const NSSupport::CMutexLock lock(fControlMutex);
+    if (fPreviewRunning) {
+        return false;
+    }
     // What can run out of memory comes ahead of any change.
     CDSPTablesHandle previewTables(rate);
     CDSPTablesHandle exportTables(rate);
     fSequencer.CommitOutputRate(std::move(previewTables));
     fExporter->CommitOutputRate(std::move(exportTables));
+    return true;
 }
 
 void CLOPObject::SetPreviewTempo(int32_t tempo) {
@@ -78,11 +88,15 @@ void CLOPObject::SetPreviewTempo(int32_t tempo) {
 }
 
 bool CLOPObject::StartPreview() {
-    if (fPreviewRunning.exchange(true)) {
+    const NSSupport::CMutexLock lock(fControlMutex);
+    if (fPreviewRunning) {
         return false;
     }
+    fPreviewRunning = true;
+    // A thread that died inside a batch has left this set.
+    fRendering.store(false, std::memory_order_release);
     // A preview without slices counts as running and is silent.
-    if (fHasSlices && fSequencer.HasSlices()) {
+    if (PlaysSlices()) {
         fSequencer.RequestStop();
         fSequencer.MoveToLoopStart();
         fSequencer.Start();
@@ -91,16 +105,19 @@ bool CLOPObject::StartPreview() {
 }
 
 bool CLOPObject::StopPreview() {
-    if (!fPreviewRunning.exchange(false)) {
+    const NSSupport::CMutexLock lock(fControlMutex);
+    if (!fPreviewRunning) {
         return false;
     }
-    if (fHasSlices && fSequencer.HasSlices()) {
+    fPreviewRunning = false;
+    if (PlaysSlices()) {
         fSequencer.RequestStop();
     }
     return true;
 }
 
-void CLOPObject::RenderPreviewBatch(int32_t frameCount, const LOPRenderBuffers& buffers) noexcept {
+void CLOPObject::RenderPreviewBatch(int32_t frameCount,
+                                    const LOPRenderBuffers& buffers) noexcept LOOP_REALTIME {
     const bool busy = fRendering.exchange(true, std::memory_order_acquire);
     if (busy || !fHasSlices) {
         std::fill_n(buffers.fLeft, frameCount, 0.0f);
@@ -115,7 +132,8 @@ void CLOPObject::RenderPreviewBatch(int32_t frameCount, const LOPRenderBuffers& 
     }
 }
 
-void CLOPObject::RenderPreviewBlocks(int32_t frameCount, const LOPRenderBuffers& buffers) noexcept {
+void CLOPObject::RenderPreviewBlocks(int32_t frameCount,
+                                     const LOPRenderBuffers& buffers) noexcept LOOP_REALTIME {
     float left[kBlockFrames];
     float right[kBlockFrames];
     for (int32_t done = 0; done < frameCount;) {

@@ -4,6 +4,8 @@
 #include "LoopLibrary/File/Common/CTesselFileInfo.h"
 #include "LoopLibrary/Public/LoopLibrary.h"
 #include "LoopLibrary/Render/Sequencer/CTesselSequencer.h"
+#include "Support/Threads/CPlatformMutex.h"
+#include "Support/Threads/RealTime.h"
 
 #include <atomic>
 #include <cstdint>
@@ -45,23 +47,31 @@ public:
     /// XFormatViolation and leaves those before it filled.
     void GetCreatorInfo(LOPCreatorInfo& record) const;
 
-    bool IsPreviewRunning() const { return fPreviewRunning.load(std::memory_order_relaxed); }
+    /// Whether the host wants the preview to run; the audio follows at its next batch. The answer
+    /// holds until the next start or stop on any thread.
+    bool IsPreviewRunning();
 
-    /// `rate` within the limits, the preview stopped. Changes the preview's and the exporter's
-    /// rate, or neither.
-    void SetOutputSampleRate(int32_t rate);
+    /// `rate` within the limits. Changes the preview's and the exporter's rate, or neither. Answers
+    /// false, and does nothing, while the preview runs.
+    bool SetOutputSampleRate(int32_t rate);
     /// `tempo` within the limits. Of the preview alone: the exporter keeps the file's tempo.
     void SetPreviewTempo(int32_t tempo);
-    /// Each answers false, and does nothing, when the preview ran already or did not run.
+    /// Each answers false, and does nothing, when the preview ran already or did not run. Calls
+    /// from several threads take their turns, so that the sequencer gets its commands in the order
+    /// in which the calls were answered.
     bool StartPreview();
     bool StopPreview();
 
     /// `frameCount` frames into fLeft and fRight, or the mean of both into fLeft when fRight is
-    /// null. Real-time safe. A call beside another one on the same loop gets silence.
-    void RenderPreviewBatch(int32_t frameCount, const LOPRenderBuffers& buffers) noexcept;
+    /// null. A call beside another one on the same loop gets silence; so do all calls after a
+    /// thread died inside one, until the next start that is accepted.
+    void RenderPreviewBatch(int32_t frameCount,
+                            const LOPRenderBuffers& buffers) noexcept LOOP_REALTIME;
 
 private:
-    void RenderPreviewBlocks(int32_t frameCount, const LOPRenderBuffers& buffers) noexcept;
+    bool PlaysSlices() const { return fHasSlices && fSequencer.HasSlices(); }
+    void RenderPreviewBlocks(int32_t frameCount,
+                             const LOPRenderBuffers& buffers) noexcept LOOP_REALTIME;
 
     std::unique_ptr<CABCWaveSample> fWaveSample; // set last: ownership passes with it
     std::unique_ptr<CSliceSequence> fSliceSequence;
@@ -71,7 +81,9 @@ private:
     std::unique_ptr<CLOP2CreatorInfoChunk> fCreatorInfo;
     std::unique_ptr<CExporter> fExporter;
     bool fHasSlices = false;
-    std::atomic<bool> fPreviewRunning{false};
+    /// Taken before the sequencer's mutexes, never by the render thread.
+    NSSupport::CPlatformMutex fControlMutex;
+    bool fPreviewRunning = false; // guarded by fControlMutex, with the commands that follow from it
     std::atomic<bool> fRendering{false};
 };
 

@@ -1,7 +1,6 @@
 #include "LoopLibrary/Public/CInsideLibrary.h"
 #include "LoopLibrary/Public/PlatformVersion.h"
 #include "LoopLibrary/Public/SystemHandle.h"
-#include "LoopLibrary/Public/ThreadSlot_win32.h"
 
 #include <windows.h>
 
@@ -52,21 +51,12 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID);
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processEnds) {
     using namespace NSLOPDLL;
     gSystemHandle = instance;
-    if (reason == DLL_PROCESS_ATTACH) {
-        AllocateThreadSlot();
+    const CInsideLibrary inside;
+    if (reason == DLL_PROCESS_ATTACH && !IsThisWindowsSupported()) {
+        return FALSE;
     }
-    BOOL answer = TRUE;
-    {
-        const CInsideLibrary inside;
-        if (reason == DLL_PROCESS_ATTACH && !IsThisWindowsSupported()) {
-            answer = FALSE;
-        }
+    if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) {
+        __gnu_cxx::__freeres();
     }
-    if (reason == DLL_PROCESS_DETACH) {
-        FreeThreadSlot();
-        if (processEnds == nullptr) {
-            __gnu_cxx::__freeres();
-        }
-    }
-    return answer;
+    return TRUE;
 }

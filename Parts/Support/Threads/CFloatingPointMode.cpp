@@ -11,11 +11,11 @@ constexpr uint32_t kDefaultControl = 0x1F80;
 
 } // namespace
 
-CFloatingPointMode::CFloatingPointMode() noexcept : fSaved(_mm_getcsr()) {
+CFloatingPointMode::CFloatingPointMode() noexcept LOOP_REALTIME : fSaved(_mm_getcsr()) {
     _mm_setcsr(kDefaultControl);
 }
 
-CFloatingPointMode::~CFloatingPointMode() {
+CFloatingPointMode::~CFloatingPointMode() noexcept LOOP_REALTIME {
     _mm_setcsr(fSaved);
 }
 

@@ -1,11 +1,17 @@
 #pragma once
 
+#include "Support/Threads/RealTime.h"
+
+#include <cstdint>
 #include <memory>
 
 namespace NSSupport {
 
 /// A recursive mutex of the platform with a try that never waits. A mutex whose owner ended without
 /// releasing it counts as taken by whoever asks next.
+///
+/// On POSIX systems whoever holds the mutex runs at the priority of the most urgent thread that
+/// waits for it, so that an audio thread never waits behind threads of a priority in between.
 class CPlatformMutex {
 public:
     /// Raises a plain std::exception when the platform has no mutex to give.
@@ -14,13 +20,15 @@ public:
     CPlatformMutex(const CPlatformMutex&) = delete;
     CPlatformMutex& operator=(const CPlatformMutex&) = delete;
 
-    /// Waits 5000 milliseconds, then without limit. Raises a plain std::exception when the platform
-    /// refuses the wait.
-    void Lock();
-    /// Real-time safe: neither waits nor allocates.
-    bool TryLock() noexcept;
+    static constexpr uint32_t kFirstWaitMilliseconds = 5000;
+
+    /// Waits `firstWaitMilliseconds`, then without limit. Raises a plain std::exception when the
+    /// platform refuses the wait. A mutex that is free is taken without a system call on POSIX.
+    void Lock(uint32_t firstWaitMilliseconds = kFirstWaitMilliseconds);
+    /// Neither waits nor allocates.
+    bool TryLock() noexcept LOOP_REALTIME;
     /// Only by the thread that holds the mutex.
-    void Unlock() noexcept;
+    void Unlock() noexcept LOOP_REALTIME;
 
 private:
     struct SNative;
@@ -39,12 +47,12 @@ private:
     CPlatformMutex& fMutex;
 };
 
-/// Holds a mutex for a scope if it was free. Real-time safe.
+/// Holds a mutex for a scope if it was free.
 class CMutexTryLock {
 public:
-    explicit CMutexTryLock(CPlatformMutex& mutex) noexcept
-        : fMutex(mutex), fHeld(mutex.TryLock()) {}
-    ~CMutexTryLock() {
+    explicit CMutexTryLock(CPlatformMutex& mutex) noexcept LOOP_REALTIME : fMutex(mutex),
+                                                                           fHeld(mutex.TryLock()) {}
+    ~CMutexTryLock() noexcept LOOP_REALTIME {
         if (fHeld) {
             fMutex.Unlock();
         }
@@ -52,7 +60,7 @@ public:
     CMutexTryLock(const CMutexTryLock&) = delete;
     CMutexTryLock& operator=(const CMutexTryLock&) = delete;
 
-    explicit operator bool() const noexcept { return fHeld; }
+    explicit operator bool() const noexcept LOOP_REALTIME { return fHeld; }
 
 private:
     CPlatformMutex& fMutex;

@@ -11,8 +11,6 @@ namespace NSSupport {
 
 namespace {
 
-constexpr time_t kFirstWaitSeconds = 5;
-
 class CMutexAttributes {
 public:
     CMutexAttributes() {
@@ -29,6 +27,18 @@ public:
 private:
     pthread_mutexattr_t fAttributes;
 };
+
+timespec DeadlineIn(uint32_t milliseconds) noexcept {
+    timespec deadline{};
+    clock_gettime(CLOCK_REALTIME, &deadline);
+    deadline.tv_sec += milliseconds / 1000;
+    deadline.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000;
+    if (deadline.tv_nsec >= 1000000000) {
+        deadline.tv_nsec -= 1000000000;
+        ++deadline.tv_sec;
+    }
+    return deadline;
+}
 
 } // namespace
 
@@ -47,8 +57,14 @@ struct CPlatformMutex::SNative {
 CPlatformMutex::CPlatformMutex() : fNative(std::make_unique<SNative>()) {
     CMutexAttributes attributes;
     if (pthread_mutexattr_settype(attributes.Get(), PTHREAD_MUTEX_RECURSIVE) != 0 ||
-        pthread_mutexattr_setrobust(attributes.Get(), PTHREAD_MUTEX_ROBUST) != 0 ||
-        pthread_mutex_init(&fNative->fMutex, attributes.Get()) != 0) {
+        pthread_mutexattr_setrobust(attributes.Get(), PTHREAD_MUTEX_ROBUST) != 0) {
+        NSLichen::Raise(std::exception());
+    }
+    // A system without inheritance says so at one of the first two calls.
+    if ((pthread_mutexattr_setprotocol(attributes.Get(), PTHREAD_PRIO_INHERIT) != 0 ||
+         pthread_mutex_init(&fNative->fMutex, attributes.Get()) != 0) &&
+        (pthread_mutexattr_setprotocol(attributes.Get(), PTHREAD_PRIO_NONE) != 0 ||
+         pthread_mutex_init(&fNative->fMutex, attributes.Get()) != 0)) {
         NSLichen::Raise(std::exception());
     }
 }
@@ -57,10 +73,12 @@ CPlatformMutex::~CPlatformMutex() {
     pthread_mutex_destroy(&fNative->fMutex);
 }
 
-void CPlatformMutex::Lock() {
-    timespec deadline{};
-    clock_gettime(CLOCK_REALTIME, &deadline);
-    deadline.tv_sec += kFirstWaitSeconds;
+void CPlatformMutex::Lock(uint32_t firstWaitMilliseconds) {
+    // Ahead of the clock: a mutex that is free is to cost no more than taking it.
+    if (TryLock()) {
+        return;
+    }
+    const timespec deadline = DeadlineIn(firstWaitMilliseconds);
     int answer = pthread_mutex_timedlock(&fNative->fMutex, &deadline);
     if (answer == ETIMEDOUT) {
         answer = pthread_mutex_lock(&fNative->fMutex);
@@ -70,11 +88,11 @@ void CPlatformMutex::Lock() {
     }
 }
 
-bool CPlatformMutex::TryLock() noexcept {
+bool CPlatformMutex::TryLock() noexcept LOOP_REALTIME {
     return fNative->Taken(pthread_mutex_trylock(&fNative->fMutex));
 }
 
-void CPlatformMutex::Unlock() noexcept {
+void CPlatformMutex::Unlock() noexcept LOOP_REALTIME {
     pthread_mutex_unlock(&fNative->fMutex);
 }
 

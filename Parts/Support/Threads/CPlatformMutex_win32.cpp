@@ -9,8 +9,6 @@ namespace NSSupport {
 
 namespace {
 
-constexpr DWORD kFirstWaitMilliseconds = 5000;
-
 bool Taken(DWORD answer) noexcept {
     return answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED;
 }
@@ -32,8 +30,8 @@ CPlatformMutex::~CPlatformMutex() {
     CloseHandle(fNative->fMutex);
 }
 
-void CPlatformMutex::Lock() {
-    DWORD answer = WaitForSingleObject(fNative->fMutex, kFirstWaitMilliseconds);
+void CPlatformMutex::Lock(uint32_t firstWaitMilliseconds) {
+    DWORD answer = WaitForSingleObject(fNative->fMutex, firstWaitMilliseconds);
     if (answer == WAIT_TIMEOUT) {
         answer = WaitForSingleObject(fNative->fMutex, INFINITE);
     }
@@ -42,11 +40,11 @@ void CPlatformMutex::Lock() {
     }
 }
 
-bool CPlatformMutex::TryLock() noexcept {
+bool CPlatformMutex::TryLock() noexcept LOOP_REALTIME {
     return Taken(WaitForSingleObject(fNative->fMutex, 0));
 }
 
-void CPlatformMutex::Unlock() noexcept {
+void CPlatformMutex::Unlock() noexcept LOOP_REALTIME {
     ReleaseMutex(fNative->fMutex);
 }
 

@@ -18,3 +18,7 @@ void FailAllocation(int64_t index);
 
 // Allocations of this thread since FailAllocation.
 int64_t CountedAllocations();
+
+// Calls of this thread to malloc, free and their like since FailAllocation, whoever makes them.
+// With the address sanitizer, which needs these for itself, allocations by operator new alone.
+int64_t CountedHeapCalls();

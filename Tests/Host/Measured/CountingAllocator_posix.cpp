@@ -34,17 +34,58 @@ void Give(void* block) noexcept {
 
 } // namespace
 
-#if !defined(__SANITIZE_ADDRESS__)
-// Zeroed pages for audio come from here. What they take is not counted, since free is not watched,
-// but a failure counts as one of operator new does.
-extern "C" void* __libc_calloc(size_t count, size_t size); // NOLINT(bugprone-reserved-identifier)
+#if defined(__SANITIZE_ADDRESS__)
+int64_t CountedHeapCalls() {
+    return gCount;
+}
+#else
+namespace {
 
+thread_local int64_t gHeapCalls = 0;
+
+} // namespace
+
+int64_t CountedHeapCalls() {
+    return gHeapCalls;
+}
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the C library's own names for what stands behind
+extern "C" void* __libc_malloc(size_t size);
+extern "C" void* __libc_calloc(size_t count, size_t size);
+extern "C" void* __libc_realloc(void* block, size_t size);
+extern "C" void* __libc_memalign(size_t alignment, size_t size);
+extern "C" void __libc_free(void* block);
+// NOLINTEND(bugprone-reserved-identifier)
+
+extern "C" void* malloc(size_t size) {
+    ++gHeapCalls;
+    return __libc_malloc(size);
+}
+
+// Zeroed pages for audio come from here. What they take is not counted as taken, since free does
+// not know what it gives, but a failure counts as one of operator new does.
 extern "C" void* calloc(size_t count, size_t size) {
+    ++gHeapCalls;
     if (gCount++ == gFailAt) {
         gTaken.fetch_add(1, std::memory_order_relaxed);
         return nullptr;
     }
     return __libc_calloc(count, size);
+}
+
+extern "C" void* realloc(void* block, size_t size) {
+    ++gHeapCalls;
+    return __libc_realloc(block, size);
+}
+
+extern "C" void* aligned_alloc(size_t alignment, size_t size) {
+    ++gHeapCalls;
+    return __libc_memalign(alignment, size);
+}
+
+extern "C" void free(void* block) {
+    ++gHeapCalls;
+    __libc_free(block);
 }
 #endif
 
@@ -55,6 +96,9 @@ SAllocationCounts GetAllocationCounts() {
 void FailAllocation(int64_t index) {
     gFailAt = index;
     gCount = 0;
+#if !defined(__SANITIZE_ADDRESS__)
+    gHeapCalls = 0;
+#endif
 }
 
 int64_t CountedAllocations() {
