@@ -178,6 +178,23 @@ TEST_F(CHostTest, DeleteIsSilentAboutWhatItDoesNotDelete) {
     EXPECT_EQ(LOPStartPreview(copy), kLOPResult_InvalidHandle);
 }
 
+TEST_F(CHostTest, EachOfManyLoopsIsFoundUntilItIsDeleted) {
+    const Bytes bytes = DrumLOP2();
+    std::array<LOPHandle, 40> handles{};
+    for (LOPHandle& handle : handles) {
+        ASSERT_EQ(CreateLoop(handle, bytes), kLOPResult_OK);
+    }
+    const std::array<LOPHandle, 40> given = handles;
+    for (size_t step = 0; step < handles.size(); ++step) {
+        const size_t deleted = step * 17 % handles.size();
+        LOPDelete(&handles[deleted]);
+        for (size_t i = 0; i < handles.size(); ++i) {
+            EXPECT_EQ(LOPSetPreviewTempo(given[i], 90000),
+                      handles[i] == 0 ? kLOPResult_InvalidHandle : kLOPResult_OK);
+        }
+    }
+}
+
 TEST_F(CHostTest, UninitialisingEndsLoopsWithRunningPreviews) {
     LOPHandle handle = 0;
     ASSERT_EQ(CreateLoop(handle, DrumLOP2()), kLOPResult_OK);

@@ -26,14 +26,22 @@
  *
  * Audio.     32-bit float, full scale 1.0, one array for each channel, clipped to -1.0 to 1.0.
  *
- * Units.     Tempos are thousandths of a beat per minute (120000 is 120 BPM). Musical positions
- *            are pulses, LOP_PPQ (15360) to a quarter note. Frames are at the present output rate
- *            unless a text says otherwise.
+ * Units.     Tempos are thousandths of a beat per minute (120000 is 120 BPM). A beat is one unit of
+ *            the time signature, whatever its note value: a loop in 6/8 at 90 quarter notes a
+ *            minute has a tempo of 180000. Musical positions are pulses, LOP_PPQ (15360) to a
+ *            quarter note, so LOP_PPQ * 4 / fTimeSignatureDenominator to a beat:
+ *            seconds = pulses * fTimeSignatureDenominator / (4 * LOP_PPQ) * 60000 / tempo.
+ *            Frames are at the present output rate unless a text says otherwise.
  *
  * Slices.    A slice is a stretch of the loop that plays as one: from a cut, or the loop's start,
  *            to the next cut or the loop's end. They are numbered from 0 in the order of time;
  *            muted ones that the file drops are not counted. A file may ask for the loop in one
  *            piece: its only slice is the whole loop at the file's tempo.
+ *
+ * In time.   The preview is for listening. It starts slices on a grid of 64 frames, no two in one
+ *            step of it, so its passes differ by some frames from what the tempo says, by more
+ *            where slices crowd, and the differences add up. A host that must stay in time with
+ *            something else renders the slices and places each at its fPPQPosition itself.
  *
  * Threads.   The library starts no thread. Calls on different loops may run side by side on any
  *            threads. On one loop, one thread may pull LOPRenderPreviewBatch while others call
@@ -41,12 +49,17 @@
  *            LOPGetCreatorInfo, and one of them LOPRenderSlice. A host must not: delete a loop, or
  *            uninitialise the library, while another thread uses it; run two slice renders of one
  *            loop at once; pull batches of one loop from two threads at once (the later call is
- *            answered with silence); initialise and uninitialise from two threads.
+ *            answered with silence); initialise and uninitialise from two threads; cancel or end
+ *            a thread inside a call. After a fork while another thread was in a call, the child
+ *            must not use the library: a lock may be taken there for good.
  *
  * Real time. "Audio thread: yes" marks a call that allocates nothing, opens nothing and waits for
  *            one lock alone, at the look-up of its handle: for a moment while another thread looks
- *            one up, and until the end of a LOPCreate or LOPDelete on another thread. Load and
- *            delete loops while no preview is pulled, or accept that wait.
+ *            one up, and until the end of a LOPCreate or LOPDelete on another thread, which takes
+ *            seconds for a long file. On Linux the thread that holds the lock has the priority of
+ *            the audio thread meanwhile. Load and delete loops while no preview is pulled, or
+ *            accept that wait. All calls with a handle wait so, LOPStartPreview and LOPStopPreview
+ *            too: a preview that is started while another loop loads begins when that is done.
  *
  * Rounding.  Loads and renders work in the default floating-point mode, create callbacks included,
  *            and give the host's mode back: it does not change the samples.
@@ -120,8 +133,8 @@ enum {
 
 /* ---- Records -------------------------------------------------------------------------------- */
 
-/* Opaque token of an open loop; 0 names none. A stale handle is told from a live one, save when a
- * new loop has come to stand at the old one's address. */
+/* Opaque token of an open loop; 0 names none. A stale handle is recognised, except when a new loop
+ * has come to stand at the old one's address. */
 typedef uint64_t LOPHandle;
 
 /* 36 bytes; hosts that know nothing of fBitDepth pass 32. */
@@ -130,7 +143,8 @@ typedef struct LOPInfo {
     int32_t fSampleRate;               /* frames per second of the stored audio */
     int32_t fSliceCount;               /* slices that LOPRenderSlice takes */
     int32_t fStoredTempo;              /* tempo stored in the file */
-    int32_t fLoopTempo;                /* tempo that follows from the loop's frames and beats */
+    int32_t fLoopTempo;                /* tempo that follows from the loop's frames and beats: 0
+                                        * to 999999, so it need not be a valid preview tempo */
     int32_t fPPQLength;                /* the loop's length in pulses */
     int32_t fTimeSignatureNumerator;   /* beats of a bar */
     int32_t fTimeSignatureDenominator; /* note value of a beat */
@@ -153,7 +167,7 @@ typedef struct LOPCreatorInfo {
     char fText5[256];
 } LOPCreatorInfo;
 
-/* 16 bytes. Where the library writes audio; the arrays are the host's. */
+/* 16 bytes on 64-bit systems. Where the library writes audio; the arrays are the host's. */
 typedef struct LOPRenderBuffers {
     float* fLeft;
     float* fRight;
@@ -168,7 +182,8 @@ typedef struct LOPRenderBuffers {
  * The library is locked meanwhile. The callback may call other exports on this thread (LOPGetInfo
  * of another loop, say), but must not wait for another thread that does, and must not call
  * LOPUninitializeDLL. It must return: an exception or a jump out of it may leave the library locked
- * for good.
+ * for good, and ending its thread (pthread_exit, a cancellation that arrives there) ends the
+ * process.
  */
 typedef int32_t (*LOPCreateCallback)(int32_t percent, void* userData);
 
@@ -205,7 +220,9 @@ LOP_API void LOPUninitializeDLL(void);
  *
  * Results: kLOPResult_NotInitialized; kLOPResult_InvalidArgument; kLOPResult_FileCorrupt;
  *          kLOPResult_FileTooNew; kLOPResult_Aborted; kLOPResult_ZeroLoopLength;
- *          kLOPResult_OutOfMemory; kLOPResult_Undefined; kLOPResult_OK.
+ *          kLOPResult_OutOfMemory; kLOPResult_Undefined; kLOPResult_OK. What is wrong with a file
+ *          shows in the order in which it is read, not in the order of this list: a file with two
+ *          faults answers for the one that is met first.
  * Audio thread: no. Other threads' calls with handles wait until the load is over.
  */
 LOP_API LOPResult LOPCreate(LOPHandle* handle, const void* buffer, int32_t size,
@@ -220,6 +237,7 @@ LOP_API void LOPDelete(LOPHandle* handle);
 
 /*
  * Fills `info` with what is known of the loop; values out of range in the file are clamped.
+ * fLoopTempo is worked out with the clamped sample rate.
  *
  * size  bytes of the record, at least 32; fBitDepth is written from 36 on; all `size` bytes are
  *       zeroed first
@@ -233,13 +251,18 @@ LOP_API LOPResult LOPGetInfo(LOPHandle handle, int32_t size, LOPInfo* info);
 /*
  * Like LOPGetInfo, but reads the bytes of a file, decodes no audio, makes no loop and takes no
  * lock. Values are those of the file, not clamped: fSliceCount is what the file states, and need
- * not be what LOPGetInfo counts.
+ * not be what LOPGetInfo counts; fLoopTempo is worked out with the sample rate as stored.
+ *
+ * bufferSize  bytes of the file at `buffer`, at least 1
+ * size        bytes of the record, at least 32; fBitDepth is written from 36 on
  *
  * Results: kLOPResult_NotInitialized; kLOPResult_InvalidArgument, when `bufferSize` is below 1 or a
  *          pointer is null; kLOPResult_InvalidSize, when `size` is below 32; kLOPResult_FileCorrupt
- *          or kLOPResult_FileTooNew, with `info` untouched; kLOPResult_ZeroLoopLength, or
- *          kLOPResult_FileCorrupt for a time signature over 0, with fChannels, fSampleRate and
- *          fSliceCount filled; kLOPResult_OutOfMemory; kLOPResult_Undefined; kLOPResult_OK.
+ *          for bytes of no known kind, with `info` untouched. From here on all `size` bytes are
+ *          zeroed first: kLOPResult_FileCorrupt or kLOPResult_FileTooNew, when the file's info
+ *          cannot be read; kLOPResult_ZeroLoopLength, or kLOPResult_FileCorrupt for a time
+ *          signature over 0, with fChannels, fSampleRate and fSliceCount filled;
+ *          kLOPResult_OutOfMemory; kLOPResult_Undefined; kLOPResult_OK.
  * Audio thread: no. May run beside every other call but LOPInitializeDLL and LOPUninitializeDLL.
  */
 LOP_API LOPResult LOPGetInfoFromBuffer(int32_t bufferSize, const void* buffer, int32_t size,
@@ -252,8 +275,8 @@ LOP_API LOPResult LOPGetInfoFromBuffer(int32_t bufferSize, const void* buffer, i
  *
  * Results: kLOPResult_NotInitialized; kLOPResult_InvalidHandle; kLOPResult_InvalidArgument, when
  *          `info` is null; kLOPResult_InvalidSize; kLOPResult_NoCreatorInfo, with the record
- *          zeroed; kLOPResult_FileCorrupt, when a text is no Unicode, with the texts before it
- *          filled; kLOPResult_OutOfMemory; kLOPResult_Undefined; kLOPResult_OK.
+ *          zeroed; kLOPResult_FileCorrupt, when a text is not Unicode, with the texts before
+ *          it filled; kLOPResult_OutOfMemory; kLOPResult_Undefined; kLOPResult_OK.
  * Audio thread: no.
  */
 LOP_API LOPResult LOPGetCreatorInfo(LOPHandle handle, int32_t size, LOPCreatorInfo* info);
@@ -274,7 +297,8 @@ LOP_API LOPResult LOPGetSliceInfo(LOPHandle handle, int32_t sliceIndex, int32_t 
                                   LOPSliceInfo* info);
 
 /*
- * Renders one slice with all settings of the loop at the present output rate.
+ * Renders one slice with all settings of the loop at the present output rate. A slice rings on past
+ * its cut: place it at its position, and let it overlap the next one.
  *
  * bufferFrames  frames that each array of `buffers` holds, at least the slice's fFrameCount; frames
  *               behind the slice are set to 0.0
@@ -306,10 +330,16 @@ LOP_API LOPResult LOPSetOutputSampleRate(LOPHandle handle, int32_t rate);
 /* ---- Preview -------------------------------------------------------------------------------- */
 
 /*
- * Starts the preview from the loop's start; it sounds from the next LOPRenderPreviewBatch on. The
- * stop before it must have reached the audio: a preview that was pulled, and is then stopped and
- * started with no frame pulled between the two, counts as running but falls silent until it is
- * stopped and started once more. A loop of no slices runs and is silent.
+ * Starts the preview from the loop's start; it sounds from the next LOPRenderPreviewBatch on and
+ * repeats the loop until it is stopped, at the file's tempo (within LOP_MIN_TEMPO to LOP_MAX_TEMPO)
+ * until LOPSetPreviewTempo has set another. Where nothing sounds at the loop's start, since its
+ * first slice is muted and dropped or a .lop begins later, the preview begins at once with the
+ * first slice that sounds.
+ *
+ * The stop before it must have reached the audio: a preview that was pulled, and is then stopped
+ * and started with no frame pulled between the two, counts as running but falls silent until it is
+ * stopped and started once more. A loop of no slices runs and is silent. A preview whose audio
+ * thread died inside a batch is silent until it is stopped and started.
  *
  * Results: kLOPResult_NotInitialized; kLOPResult_InvalidHandle; kLOPResult_PreviewRunning;
  *          kLOPResult_Undefined; kLOPResult_OK.
@@ -318,7 +348,8 @@ LOP_API LOPResult LOPSetOutputSampleRate(LOPHandle handle, int32_t rate);
 LOP_API LOPResult LOPStartPreview(LOPHandle handle);
 
 /*
- * Stops the preview: its voices fade out over the following batches.
+ * Stops the preview: its voices fade out over the following batches. The equalizer may ring on at
+ * 1e-7 and below for long: a host that ends its pulling at silence must not wait for zeros.
  *
  * Results: kLOPResult_NotInitialized; kLOPResult_InvalidHandle; kLOPResult_PreviewNotRunning;
  *          kLOPResult_Undefined; kLOPResult_OK.
@@ -329,7 +360,8 @@ LOP_API LOPResult LOPStopPreview(LOPHandle handle);
 /*
  * Sets the preview's tempo, also while it runs, with effect from the next block of 64 frames.
  * Slices move in time; they are not stretched. fStoredTempo of LOPGetInfo and LOPRenderSlice do not
- * change.
+ * change. The time to the next slice is kept in whole blocks, so that of many small changes between
+ * two slices those below about 0.1 BPM are lost: glide in steps of a few a beat.
  *
  * tempo  LOP_MIN_TEMPO to LOP_MAX_TEMPO, thousandths of a beat per minute
  *
@@ -341,11 +373,12 @@ LOP_API LOPResult LOPSetPreviewTempo(LOPHandle handle, int32_t tempo);
 
 /*
  * Renders the next `frameCount` frames of the preview. Batches of any sizes give the same samples.
- * A stopped preview gives its fading voices and then silence.
+ * A stopped preview gives its fading voices and then silence. A call that fails leaves the arrays
+ * alone.
  *
  * frameCount  0 to LOP_MAX_BATCH_FRAMES
  * buffers     not null; fLeft not null, fRight another array, or null for a mono mix: the mean of
- *             both channels
+ *             both channels. A mono loop fills both arrays alike
  *
  * Results: kLOPResult_NotInitialized; kLOPResult_InvalidHandle; kLOPResult_InvalidArgument;
  *          kLOPResult_Undefined; kLOPResult_OK.
