@@ -2,6 +2,7 @@
 // and whole blocks. Times are per block of 64 frames.
 
 #include "LoopLibrary/Render/Equalizer/CEqualizerEffect.h"
+#include "LoopLibrary/Render/Reference/PlainForms.h"
 #include "LoopLibrary/Render/Sampler/CTesselSampler.h"
 #include "LoopLibrary/Render/Sampler/VoiceFetch.h"
 

@@ -1,4 +1,5 @@
 #include "LoopLibrary/Render/Equalizer/CEqualizerEffect.h"
+#include "LoopLibrary/Render/Reference/PlainForms.h"
 #include "Tests/Render/RenderTestTools.h"
 
 #include <array>

@@ -2,6 +2,7 @@
 #include "Tests/Render/Sequencer/SequencerTestKit.h"
 
 #include <stdexcept>
+#include <tuple>
 
 namespace NSLOPDLL {
 namespace {
@@ -10,6 +11,11 @@ std::vector<int16_t> Samples(const CABCWaveSample& sample) {
     std::vector<int16_t> values(sample.GetFrameCount());
     sample.Get16BitSamples(0, static_cast<int32_t>(values.size()), values.data(), kChannel_Left);
     return values;
+}
+
+auto Loop(const CABCWaveSample& sample) {
+    return std::tuple(sample.HasLoop(), sample.GetLoopMode(), sample.GetLoopStart(),
+                      sample.GetLoopEnd());
 }
 
 // What floats become in a sample of 16 bits.
@@ -41,7 +47,9 @@ TEST(CExporter, SlicesSoundLikeAPreviewOfOneSlice) {
         EXPECT_LE(info.fPPQEnd, 3U * 7680);
         expected.resize(info.fFrameCount - 100);
         expected.resize(info.fFrameCount, 0);
-        EXPECT_EQ(Samples(*exporter.Export(item)), expected);
+        const auto slice = exporter.Export(item);
+        EXPECT_EQ(Samples(*slice), expected);
+        EXPECT_EQ(Loop(*slice), std::tuple(true, 2U, 0, int32_t(info.fFrameCount)));
         total += info.fFrameCount;
         loop.fSequencer.GetSampler().ResetVoices();
     }
@@ -49,18 +57,18 @@ TEST(CExporter, SlicesSoundLikeAPreviewOfOneSlice) {
     EXPECT_THROW(exporter.Export(3), std::out_of_range);
 }
 
-// Slices behind the loop start, closer than a block, and nearer to the loop end than the block that
-// their time is rounded to.
+// Slices behind the loop start, closer than a block in the middle and at the end, and nearer to the
+// loop end than the block that their time is rounded to.
 TEST(CExporter, LoopPlacesItsSlicesInTime) {
     const auto sample = MakeNoiseSample(44100, 20010, true, 16);
-    const SliceTable table = MakeTable({100, 5000, 5010, 20005}, 20010);
+    const SliceTable table = MakeTable({100, 5000, 5010, 20000, 20005}, 20010);
     CTesselSequencer sequencer(sample.get());
     sequencer.SetBeats(1);
     sequencer.SetTempo(sequencer.GetLoopTempo());
     sequencer.SetSliceTable(std::make_unique<SliceTable>(table));
     SamplerActions actions;
-    const int64_t blocks[] = {2, 78, 79, 313};
-    for (size_t i = 0; i < 4; ++i) {
+    const int64_t blocks[] = {2, 78, 79, 313, 314};
+    for (size_t i = 0; i < 5; ++i) {
         actions.emplace(blocks[i], [&table, i](CTesselSampler& s) { s.StartRange(table[i]); });
     }
     const auto audio = SamplerAudio(sequencer, 500, actions);
@@ -68,11 +76,12 @@ TEST(CExporter, LoopPlacesItsSlicesInTime) {
     CExporter exporter(sequencer, false, false);
     const CExportItemInfo info = exporter.GetItemInfo(0);
     EXPECT_EQ(info.fPPQEnd, 15360U);
-    EXPECT_EQ(int32_t(info.fFrameCount), 313 * 64 + sequencer.GetRenderLength(table[3]));
+    EXPECT_EQ(int32_t(info.fFrameCount), 314 * 64 + sequencer.GetRenderLength(table[4]));
     const auto whole = exporter.Export(0);
     EXPECT_EQ(Samples(*whole), Stored(audio, info.fFrameCount));
+    EXPECT_EQ(Loop(*whole), std::tuple(true, 2U, 0, 20010));
 
-    // With the fade the loop keeps its length, and the last slice has no time left.
+    // With the fade the loop keeps its length, and the last slices have no time left.
     const auto faded = CExporter(sequencer, false, true).Export(0);
     EXPECT_EQ(faded->GetFrameCount(), 20010U);
     for (const auto& [frame, part] : {std::pair(19970, 1.0), {19990, 0.5}, {20009, 0.025}}) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace NSLOPDLL {
 namespace {
@@ -146,19 +147,29 @@ TEST(WaveSample, FindsQuietPlaces) {
         {std::numeric_limits<int32_t>::min(), 0},
     };
     for (const bool stereo : {false, true}) {
-        const int32_t last = stereo ? 2 : 1;
         const auto step = CreateWaveSample(44100, 60000, stereo, 16);
         for (int32_t i = 0; i < 60000; ++i) {
-            step->Set16BitSample(i, 2000, last);
+            step->Set16BitSample(i, 2000, stereo ? 2 : 1);
             step->Set16BitSample(i, i < 55000 ? 2000 : -2000, 1);
         }
         for (const auto& [from, found] : kFound) {
             EXPECT_EQ(step->FindZeroCrossing(from), found);
         }
-        step->Set16BitSample(100, 1022, last);
-        EXPECT_EQ(step->FindZeroCrossing(105), 100);
-        step->Set16BitSample(100, 1023, last);
-        EXPECT_NE(step->FindZeroCrossing(105), 100);
+    }
+    // The levels that are just quiet.
+    for (const auto& [depth, quiet] : {std::pair(16U, 1022), {24U, 0x3FFFE}}) {
+        const auto loud = CreateWaveSample(44100, 60000, true, depth);
+        for (int32_t i = 0; i < 60000; ++i) {
+            loud->Set16BitSample(i, 2000, 1);
+            loud->Set16BitSample(i, 2000, 2);
+        }
+        for (const int32_t channel : {1, 2}) {
+            const auto set = depth == 16 ? quiet * 256 : quiet;
+            loud->Set24BitSample(100, set, channel);
+            EXPECT_EQ(loud->FindZeroCrossing(105), 100);
+            loud->Set24BitSample(100, set + (depth == 16 ? 256 : 1), channel);
+            EXPECT_NE(loud->FindZeroCrossing(105), 100);
+        }
     }
 }
 
@@ -169,7 +180,11 @@ TEST(WaveSample, ReplacesAChannelOfACloneAlone) {
         const auto source = MakeNoiseSample(44100, 6, false, depth, 2);
         auto padded = Values(*source, 1);
         padded.resize(10);
+        sample->SetLoop(2, 3, 7);
         const auto clone = CloneWaveSample(*sample);
+        EXPECT_EQ(std::tuple(clone->HasLoop(), clone->GetLoopMode(), clone->GetLoopStart(),
+                             clone->GetLoopEnd()),
+                  std::tuple(true, 2U, 3, 7));
         for (const int32_t channel : {2, 1}) {
             clone->ReplaceChannelFrom(*source, channel);
             EXPECT_EQ(Values(*clone, 3 - channel), Values(*sample, 1));

@@ -1,3 +1,4 @@
+#include "LoopLibrary/Render/Reference/PlainForms.h"
 #include "LoopLibrary/Render/Sampler/CTesselSampler.h"
 #include "LoopLibrary/Render/Sampler/VoiceFetch.h"
 #include "Tests/Render/RenderTestTools.h"

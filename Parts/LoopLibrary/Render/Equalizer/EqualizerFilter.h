@@ -37,11 +37,8 @@ struct CEqualizerState {
     bool IsFinite() const noexcept LOOP_REALTIME;
 };
 
-/// The reference: filters one channel of 64 frames in place.
-void FilterChannel(const CEqualizerCoefficients& coefficients, CEqualizerState& state,
-                   float* frames) noexcept LOOP_REALTIME;
-
-/// Both channels at once, in the lanes of a vector: the bits of two calls of FilterChannel.
+/// Both channels at once, in the lanes of a vector: the bits of two calls of
+/// FilterChannel (Reference/PlainForms.h).
 void FilterStereoSse2(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
                       CEqualizerState& rightState,
                       const CBlockBuffers& buffers) noexcept LOOP_REALTIME;

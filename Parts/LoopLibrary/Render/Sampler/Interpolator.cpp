@@ -1,33 +1,6 @@
 #include "LoopLibrary/Render/Sampler/Interpolator.h"
 
-#include "LoopLibrary/Render/Tables/CDSPTables.h"
-
-#include <cstddef>
-
 namespace NSLOPDLL {
-
-namespace {
-
-constexpr size_t kRow = kInterpolationPhases;
-
-float SumTaps(const float* taps, const float* fetch) {
-    return taps[5 * kRow] * fetch[0] + taps[4 * kRow] * fetch[1] + taps[3 * kRow] * fetch[2] +
-           taps[2 * kRow] * fetch[3] + taps[kRow] * fetch[4] + taps[0] * fetch[5];
-}
-
-} // namespace
-
-void InterpolateScalar(const CInterpolationJob& job) noexcept {
-    const float* table = CDSPTables::GetInterpolationTable();
-    uint32_t phase = job.fPhase;
-    for (int32_t i = 0; i < kBlockFrames; ++i) {
-        const uint32_t n = phase >> 14;
-        const float* taps = table + ((phase >> 6) & 255);
-        job.fOutput.fLeft[i] += SumTaps(taps, job.fLeftFetch + n) * job.fGains[i];
-        job.fOutput.fRight[i] += SumTaps(taps, job.fRightFetch + n) * job.fGains[i];
-        phase += job.fStep;
-    }
-}
 
 bool HasAvx2() noexcept {
     return __builtin_cpu_supports("avx2") != 0;

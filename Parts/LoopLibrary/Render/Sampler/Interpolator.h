@@ -21,10 +21,7 @@ struct CInterpolationJob {
 
 using InterpolateFunction = void (*)(const CInterpolationJob& job) noexcept LOOP_REALTIME;
 
-/// The reference: one frame after the other, in plain floats. The other forms put several frames in
-/// the lanes of a vector; each lane does the same operations in the same order, so that all forms
-/// give the same bits.
-void InterpolateScalar(const CInterpolationJob& job) noexcept LOOP_REALTIME;
+/// Several frames in the lanes of a vector: the bits of InterpolateScalar (Reference/PlainForms.h).
 void InterpolateSse2(const CInterpolationJob& job) noexcept LOOP_REALTIME;
 /// Only where the processor has AVX2.
 void InterpolateAvx2(const CInterpolationJob& job) noexcept LOOP_REALTIME;

@@ -24,7 +24,7 @@ std::vector<float> RenderAgainst(NSSupport::CPlatformMutex& mutex, CTesselSequen
     return std::async(std::launch::async, [&] { return RenderBlocks(sequencer, blocks); }).get();
 }
 
-TEST(CTesselSequencerControl, LostMutexesDelayCommandsAndTriggers) {
+TEST(CTesselSequencer, LostMutexesDelayCommandsAndTriggers) {
     const std::vector<float> silence(size_t{2} * kBlockFrames, 0.0f);
     SBarLoop loop;
     CTesselSequencer& sequencer = loop.fSequencer;
@@ -48,7 +48,7 @@ TEST(CTesselSequencerControl, LostMutexesDelayCommandsAndTriggers) {
 
 // The time of a start is worked out when it is asked for, by all that holds when it is taken. The
 // ranges before it are crowded and push it back.
-TEST(CTesselSequencerControl, ChangesReachAStartThatWaits) {
+TEST(CTesselSequencer, ChangesReachAStartThatWaits) {
     const std::vector<int32_t> starts = {0, 10, 20, 30, 40, 50, 1000, 1010, 1020, 1030};
     std::vector<int32_t> moved = starts;
     moved.erase(moved.begin() + 7);
@@ -86,7 +86,7 @@ TEST(CTesselSequencerControl, ChangesReachAStartThatWaits) {
     EXPECT_EQ(times.size(), std::size(changes)) << "each matters";
 }
 
-TEST(CTesselSequencerControl, OneShotPlaysItsRangeAndEndsTheLoop) {
+TEST(CTesselSequencer, OneShotPlaysItsRangeAndEndsTheLoop) {
     for (const bool synced : {true, false}) {
         SBarLoop loop(120000, synced);
         CTesselSequencer& sequencer = loop.fSequencer;
@@ -104,19 +104,21 @@ TEST(CTesselSequencerControl, OneShotPlaysItsRangeAndEndsTheLoop) {
     }
 }
 
-TEST(CTesselSequencerControl, EmptiedTableRunsDown) {
-    SBarLoop loop;
-    loop.fSequencer.Start();
-    RenderBlocks(loop.fSequencer, 10);
-    loop.fSequencer.SetSliceTable(nullptr);
-    for (const int32_t blocks : {6000, 1}) {
-        RenderBlocks(loop.fSequencer, blocks);
-        EXPECT_EQ(loop.fSequencer.GetPlayFields().fPlayState, kPlayState_Idle);
+TEST(CTesselSequencer, EmptiedTableRunsDown) {
+    for (const bool synced : {true, false}) { // free voices stop going round
+        SBarLoop loop(120000, synced);
         loop.fSequencer.Start();
+        RenderBlocks(loop.fSequencer, 10);
+        loop.fSequencer.SetSliceTable(nullptr);
+        for (const int32_t blocks : {6000, 1}) {
+            RenderBlocks(loop.fSequencer, blocks);
+            EXPECT_EQ(loop.fSequencer.GetPlayFields().fPlayState, kPlayState_Idle);
+            loop.fSequencer.Start();
+        }
     }
 }
 
-TEST(CTesselSequencerControl, LoopWithoutAnEntry) {
+TEST(CTesselSequencer, LoopWithoutAnEntry) {
     SBarLoop loop;
     loop.fSequencer.SetLoopRange(30000, 40000);
     loop.fSequencer.ResetPosition();
@@ -125,7 +127,7 @@ TEST(CTesselSequencerControl, LoopWithoutAnEntry) {
     EXPECT_EQ(Plan(loop.fSequencer).fNextStart, 22050);
 }
 
-TEST(CTesselSequencerControl, NewRateReachesTheSamplerAtTheNextRender) {
+TEST(CTesselSequencer, NewRateReachesTheSamplerAtTheNextRender) {
     CDSPTablesCache& cache = CDSPTablesCache::Instance();
     {
         SBarLoop loop;
@@ -144,8 +146,7 @@ TEST(CTesselSequencerControl, NewRateReachesTheSamplerAtTheNextRender) {
     EXPECT_EQ(cache.GetReferenceCount(11025) + cache.GetReferenceCount(1000000), 0);
 }
 
-// The bar at 100: a beat of 22050 is 26460 output frames, and the beats are due at 0, 413 (413.4),
-// 827 (826.9) and 1240 (1240.3) blocks.
+// The bar at 100: the second beat is due at 413 blocks.
 constexpr int32_t kSlowTempo = 100000;
 
 // The left side of a run that is switched to `synced` after `blocks` blocks.
@@ -158,7 +159,7 @@ std::vector<float> RenderSwitch(CTesselSequencer& sequencer, int32_t blocks, boo
     return audio;
 }
 
-TEST(CTesselSequencerControl, SyncOffFreesTheLoopAtItsNextTrigger) {
+TEST(CTesselSequencer, SyncOffFreesTheLoopAtItsNextTrigger) {
     SBarLoop loop(kSlowTempo);
     loop.fSequencer.Start();
     const SamplerActions actions = {
@@ -170,74 +171,62 @@ TEST(CTesselSequencerControl, SyncOffFreesTheLoopAtItsNextTrigger) {
     EXPECT_FALSE(loop.fSequencer.GetEqualizer().GetRunFlag());
 }
 
-TEST(CTesselSequencerControl, SyncOnWaitsForTheFreeVoiceToReachARange) {
-    const struct {
-        int32_t fFirst;               // beat that the free voice starts on
-        int32_t fLoopStart, fLoopEnd; // in beats
-        int32_t fNext;                // range that it reaches
-        int32_t fGap;                 // blocks from there to the range after it
-    } cases[] = {
-        {0, 0, 4, 1, 827 - 413},
-        {3, 0, 4, 0, 413},
-        {3, 1, 4, 1, 413},
-        {3, 0, 3, 0, 413}, // behind the loop end: to the end of the sample
+TEST(CTesselSequencer, SyncOnEndsTheFreeVoiceAtARange) {
+    SBarLoop loop(kSlowTempo, false);
+    loop.fSequencer.Start();
+    // 3200 frames on, the next range is 294.5 blocks away; the one of the change counts already.
+    const SamplerActions actions = {
+        {0, [](CTesselSampler& s) { s.StartFreeRun(0); }},
+        {50 + 294, [&](CTesselSampler& s) { s.StartRange(loop.fTable[1]); }},
     };
-    for (const auto& c : cases) {
-        SBarLoop loop(kSlowTempo, false);
-        StandOn(loop.fSequencer, c.fFirst * 22050, c.fLoopStart * 22050, c.fLoopEnd * 22050);
-        loop.fSequencer.SetBeats(c.fLoopEnd - c.fLoopStart);
+    EXPECT_EQ(RenderSwitch(loop.fSequencer, 50, true, 700),
+              SamplerAudio(loop.fSequencer, 750, actions));
+    EXPECT_TRUE(loop.fSequencer.GetEqualizer().GetRunFlag());
+}
+
+// The second range begins 10 frames behind the first and waits for a block of its own.
+TEST(CTesselSequencer, AnyBatchesGiveTheSameSound) {
+    SBarLoop like(kSlowTempo);
+    like.fTable = MakeTable({0, 10, 22050, 44100, 66150}, kBarFrames);
+    const int64_t blocks[] = {0, 0, 413 - 1, 827 - 1};
+    SamplerActions actions;
+    for (size_t i = 0; i < 4; ++i) {
+        actions.emplace(blocks[i], [&, i](CTesselSampler& s) { s.StartRange(like.fTable[i]); });
+    }
+    const std::vector<float> expected = SamplerAudio(like.fSequencer, 1000, actions);
+    for (const int32_t batch : {640, 1, 7, 63, 64, 65, 1000}) {
+        SBarLoop loop(kSlowTempo);
+        loop.fSequencer.SetSliceTable(std::make_unique<SliceTable>(like.fTable));
         loop.fSequencer.Start();
-        // 3200 frames on, the next range is 294.5 blocks away; the one of the change counts
-        // already.
-        const auto next = static_cast<size_t>(c.fNext);
-        const SamplerActions actions = {
-            {0, [&](CTesselSampler& s) { s.StartFreeRun(c.fFirst * 22050); }},
-            {50 + 294, [&](CTesselSampler& s) { s.StartRange(loop.fTable[next]); }},
-            {50 + 294 + c.fGap, [&](CTesselSampler& s) { s.StartRange(loop.fTable[next + 1]); }},
-        };
-        EXPECT_EQ(RenderSwitch(loop.fSequencer, 50, true, 700),
-                  SamplerAudio(loop.fSequencer, 750, actions));
-        EXPECT_TRUE(loop.fSequencer.GetEqualizer().GetRunFlag());
+        EXPECT_TRUE(RenderBlocks(loop.fSequencer, 1000, batch) == expected) << batch;
     }
 }
 
-// Each is played to the block before its second trigger and then has its loop moved. The loops are
-// whole beats, so that their own tempo stays.
-TEST(CTesselSequencerControl, MovedLoopsTakeAnotherNextRange) {
-    struct SMove {
-        int32_t fEnd;               // of the loop from 0, before the move
-        int32_t fNewStart, fNewEnd; // and after it
-        int32_t fFirst;             // where the play starts
-        int32_t fCurrent, fNext;    // what the second trigger starts and plans
-        int32_t fCurrentTime;       // its time in blocks
+// At half the loop's tempo a beat sounds for half of its time; what follows is its tail.
+TEST(CTesselSequencer, PlayFieldsTellOfBodyTailAndStop) {
+    SBarLoop loop(60000);
+    CTesselSequencer& sequencer = loop.fSequencer;
+    const auto expectFields = [&](int32_t state, bool sounding) {
+        const CSequencerPlayFields fields = sequencer.GetPlayFields();
+        EXPECT_EQ(fields.fPlayState, state);
+        EXPECT_EQ(fields.fVoiceSounding, sounding);
+        EXPECT_EQ(fields.fPlayPosition == fields.fClock.GetPlan().fNextStart, !sounding);
     };
-    const SMove moves[] = {
-        // The range that was next became the loop end: round again.
-        {88200, 0, 22050, 0, 0, 0, 0},
-        // The wrap was planned, but the range that plays fell behind the end: on through the table.
-        {44100, 0, 22050, 22050, 44100, 66150, 827},
-        // The wrap was planned and is none any more; the clock stands at the loop start already.
-        {44100, 0, 88200, 22050, 44100, 66150, 0},
-        // Times count from the new start.
-        {88200, 22050, 88200, 22050, 44100, 66150, 413},
-    };
-    for (const SMove& move : moves) {
-        SBarLoop loop(kSlowTempo);
-        CTesselSequencer& sequencer = loop.fSequencer;
-        StandOn(sequencer, move.fFirst, 0, move.fEnd);
-        sequencer.SetBeats(move.fEnd / 22050);
-        sequencer.Start();
-        RenderBlocks(sequencer, 1);
-        RenderBlocks(sequencer, Plan(sequencer).fFramesToNext / kBlockFrames - 1);
-        EXPECT_EQ(Plan(sequencer).fCurrentStart, move.fFirst);
-        sequencer.SetLoopRange(move.fNewStart, move.fNewEnd);
-        sequencer.SetBeats((move.fNewEnd - move.fNewStart) / 22050);
-        RenderBlocks(sequencer, 1);
-        const CTriggerPlan fields = Plan(sequencer);
-        EXPECT_EQ(fields.fCurrentStart, move.fCurrent);
-        EXPECT_EQ(fields.fNextStart, move.fNext);
-        EXPECT_EQ(fields.fCurrentTime, move.fCurrentTime * kBlockFrames);
-    }
+    sequencer.Start();
+    RenderBlocks(sequencer, 300);
+    expectFields(kPlayState_Running, true);
+    RenderBlocks(sequencer, 100);
+    expectFields(kPlayState_Running, false);
+    sequencer.MoveToLoopStart(); // leaves a running loop alone
+    sequencer.Start();
+    RenderBlocks(sequencer, 300);
+    EXPECT_EQ(Plan(sequencer).fCurrentStart, 22050);
+    EXPECT_EQ(Plan(sequencer).fNextStart, 44100);
+    sequencer.RequestStop();
+    RenderBlocks(sequencer, 1);
+    expectFields(kPlayState_Released, true);
+    RenderBlocks(sequencer, 3);
+    expectFields(kPlayState_Idle, false);
 }
 
 } // namespace
