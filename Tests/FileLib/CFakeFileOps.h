@@ -205,7 +205,7 @@ public:
     uint32_t ReadDriveKind(TPath root) override {
         return fDrives.count(root) != 0 ? fDrives[root].fKind : kDrive_NoRoot;
     }
-    uint32_t ReadVolumeInfo(TPath root, SVolumeInfo& info) override {
+    uint32_t ReadVolumeInfo(TPath root, SPlatformVolume& info) override {
         fErrorModeOfLastVolumeCall = fErrorMode;
         info.fLabel = u"label";
         return fDrives.count(root) != 0 ? fDrives[root].fVolumeError : kError_PathNotFound;

@@ -3,9 +3,9 @@
 #include "PorterPackage/FileSupport/CodeModule/LoadedModulePath.h"
 #include "PorterPackage/FileSupport/FolderHelpers.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
+
+#include <gtest/gtest.h>
 
 namespace NSPorter {
 

@@ -3,8 +3,6 @@
 #include "FileLib/Rules/PosixNameCodec.h"
 #include "PorterPackage/FileSupport/FolderHelpers.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -12,6 +10,8 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <gtest/gtest.h>
 
 namespace NSPorter {
 

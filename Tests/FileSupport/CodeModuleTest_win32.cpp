@@ -3,11 +3,11 @@
 #include "PorterPackage/FileSupport/FolderHelpers.h"
 #include "Tests/FileLib/CFakeFileOps.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 
 #include <windows.h>
+
+#include <gtest/gtest.h>
 
 namespace NSPorter {
 

@@ -11,10 +11,10 @@
 #include "PorterPackage/FileSupport/FolderHelpers.h"
 #include "Tests/FileLib/CFakeFileOps.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <string>
+
+#include <gtest/gtest.h>
 
 namespace NSFileLibSupport {
 

@@ -8,11 +8,11 @@
 #include "PorterPackage/FileSupport/WalkFolder.h"
 #include "Tests/FileLib/CFakeFileOps.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <stdexcept>
 #include <string>
+
+#include <gtest/gtest.h>
 
 namespace NSFileLibSupport {
 

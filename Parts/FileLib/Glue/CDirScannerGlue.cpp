@@ -1,9 +1,8 @@
 #include "FileLib/Glue/CDirScannerGlue.h"
 
-#include <utility>
-
-#include "FileLib/Glue/FileInfoRecords.h"
 #include "FileLib/Glue/GlueGuard.h"
+
+#include <utility>
 
 namespace NSFileLibInternals {
 
@@ -28,7 +27,7 @@ int32_t CDirScannerGlue::GetCurrent(char16_t* name, NSFileLib::SFileInfo* info,
         PutUnfinished(info);
         PutUnfinished(isFolder);
         PutText(name, fImpl->GetName());
-        *info = ToInterface(fImpl->GetInfo());
+        *info = fImpl->GetInfo();
         PutFlag(isFolder, fImpl->IsFolder());
     });
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <memory>
-
 #include "FileLib/Implementation/CDirScannerImpl.h"
 #include "FileLib/Interface/IDirScanner.h"
+
+#include <memory>
 
 namespace NSFileLibInternals {
 

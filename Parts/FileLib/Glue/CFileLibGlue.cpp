@@ -1,10 +1,13 @@
 #include "FileLib/Glue/CFileLibGlue.h"
 
-#include <stdexcept>
-
 #include "Failure/Raising/Raise.h"
 #include "FileLib/Glue/GlueGuard.h"
 #include "FileLib/Glue/SpecGlue.h"
+#include "FileLib/Implementation/CFileLibImpl.h"
+#include "FileLib/Rules/NameMaking.h"
+#include "FileLib/Rules/PathRules.h"
+
+#include <stdexcept>
 
 namespace NSFileLibInternals {
 
@@ -36,7 +39,7 @@ int32_t CFileLibGlue::InterpretURL(const char* url, IVolumeSpec** volume, IDirSp
         *volume = nullptr;
         *folder = nullptr;
         *file = nullptr;
-        const SSpecPath named = fImpl.InterpretURL(url);
+        const SSpecPath named = CFileLibImpl::InterpretURL(url);
         if (named.fKind == ESpecKind::kFile) {
             *file = new CFileSpecGlue(named.fPath);
         } else {
@@ -48,47 +51,43 @@ int32_t CFileLibGlue::InterpretURL(const char* url, IVolumeSpec** volume, IDirSp
 int32_t CFileLibGlue::GetFileURL(const IFileSpec* file, char* url) {
     return RunGuarded(CheckCall(IsValid(), {file, url}), [&] {
         PutUnfinished(url);
-        PutText(url, fImpl.GetURL(PathOf(file)));
+        PutText(url, CFileLibImpl::GetURL(PathOf(file)));
     });
 }
 
 int32_t CFileLibGlue::GetDirURL(const IDirSpec* folder, char* url) {
     return RunGuarded(CheckCall(IsValid(), {folder, url}), [&] {
         PutUnfinished(url);
-        PutText(url, fImpl.GetURL(PathOf(folder)));
+        PutText(url, CFileLibImpl::GetURL(PathOf(folder)));
     });
 }
 
 int32_t CFileLibGlue::GetNativeFileName(const IFileSpec* file, char16_t* name) {
     return RunGuarded(CheckCall(IsValid(), {file, name}), [&] {
         PutUnfinished(name);
-        PutText(name, fImpl.GetFileName(PathOf(file)));
+        PutText(name, GetNameOfPath(PathOf(file)));
     });
 }
 
 int32_t CFileLibGlue::GetNativeDirName(const IDirSpec* folder, char16_t* name) {
     return RunGuarded(CheckCall(IsValid(), {folder, name}), [&] {
         PutUnfinished(name);
-        PutText(name, fImpl.GetFolderName(PathOf(folder)));
+        PutText(name, GetNameOfPath(PathOf(folder)));
     });
 }
 
 int32_t CFileLibGlue::MakeValidVolumeName(char16_t* name) {
-    return MakeValidName(IsValid(), name, [this](const std::u16string& wanted) {
-        return fImpl.MakeValidVolumeName(wanted);
-    });
+    return MakeValidName(IsValid(), name, NSFileLibInternals::MakeValidVolumeName);
 }
 
 int32_t CFileLibGlue::MakeValidFileName(char16_t* name) {
-    return MakeValidName(IsValid(), name, [this](const std::u16string& wanted) {
-        return fImpl.MakeValidFileName(wanted);
+    return MakeValidName(IsValid(), name, [](const std::u16string& wanted) {
+        return NSFileLibInternals::MakeValidFileName(wanted, kMaxNameLength);
     });
 }
 
 int32_t CFileLibGlue::MakeValidDirName(char16_t* name) {
-    return MakeValidName(IsValid(), name, [this](const std::u16string& wanted) {
-        return fImpl.MakeValidFolderName(wanted);
-    });
+    return MakeValidName(IsValid(), name, NSFileLibInternals::MakeValidFolderName);
 }
 
 int32_t CFileLibGlue::SplitFileName(const char16_t* name, char16_t* stem, char16_t* extension) {
@@ -98,7 +97,7 @@ int32_t CFileLibGlue::SplitFileName(const char16_t* name, char16_t* stem, char16
         PutUnfinished(extension);
         std::u16string front;
         std::u16string back;
-        fImpl.SplitFileName(whole, front, back);
+        NSFileLibInternals::SplitFileName(whole, front, back);
         PutText(stem, front);
         PutText(extension, back);
     });

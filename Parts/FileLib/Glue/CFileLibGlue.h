@@ -1,9 +1,8 @@
 #pragma once
 
-#include <cstdint>
-
-#include "FileLib/Implementation/FileLibImplWin.h"
 #include "FileLib/Interface/IFileLib.h"
+
+#include <cstdint>
 
 namespace NSFileLibInternals {
 
@@ -93,9 +92,6 @@ public:
     int32_t GetFilePath(const NSFileLib::IFileSpec* file, char16_t* nativePath) override;
     int32_t CreateAlias(const NSFileLib::IDirSpec* folder, const char16_t* name,
                         const NSFileLib::IFileSpec* source) override;
-
-private:
-    CFileLibImpl fImpl;
 };
 
 } // namespace NSFileLibInternals

@@ -1,9 +1,10 @@
 // Opening files, and what is done to a file as a whole.
 #include "FileLib/Glue/CFileLibGlue.h"
-#include "FileLib/Glue/FileInfoRecords.h"
 #include "FileLib/Glue/GlueGuard.h"
 #include "FileLib/Glue/OpenFileGlue.h"
 #include "FileLib/Glue/SpecGlue.h"
+#include "FileLib/Implementation/CFileLibImpl.h"
+#include "FileLib/Implementation/FileFunctionsWin.h"
 
 namespace NSFileLibInternals {
 
@@ -11,51 +12,50 @@ using namespace NSFileLib;
 
 IOpenReadFile* CFileLibGlue::OpenForRead(const IFileSpec* file, int32_t* status) {
     return CreateGuarded<IOpenReadFile>(CheckCall(IsValid(), {file}), status, [&] {
-        return new COpenReadFileGlue(fImpl.OpenRead(PathOf(file)));
+        return new COpenReadFileGlue(std::make_unique<COpenReadFileImpl>(PathOf(file)));
     });
 }
 
 IOpenReadWriteFile* CFileLibGlue::OpenForReadWrite(const IDirSpec* folder, const char16_t* name,
                                                    int32_t* status) {
     return CreateGuarded<IOpenReadWriteFile>(CheckCall(IsValid(), {folder, name}), status, [&] {
-        return new COpenReadWriteFileGlue(
-            fImpl.OpenReadWrite(fImpl.MakeChildFilePath(PathOf(folder), name)));
+        return new COpenReadWriteFileGlue(std::make_unique<COpenReadWriteFileImpl>(
+            CFileLibImpl::MakeChildPath(PathOf(folder), name), kOpenMode_CreateAlways));
     });
 }
 
 ISafeOpenReadWriteFile* CFileLibGlue::OpenForSafeSave(const IDirSpec* folder, const char16_t* name,
                                                       int32_t* status) {
     return CreateGuarded<ISafeOpenReadWriteFile>(CheckCall(IsValid(), {folder, name}), status, [&] {
-        return new CSafeOpenReadWriteFileGlue(
-            fImpl.OpenSafeReadWrite(fImpl.MakeChildFilePath(PathOf(folder), name)));
+        return new CSafeOpenReadWriteFileGlue(std::make_unique<CSafeOpenReadWriteFileImpl>(
+            CFileLibImpl::MakeChildPath(PathOf(folder), name)));
     });
 }
 
 int32_t CFileLibGlue::SwapFilesContents(const IFileSpec* a, const IFileSpec* b) {
     return RunGuarded(CheckCall(IsValid(), {a, b}),
-                      [&] { fImpl.SwapFilesContents(PathOf(a), PathOf(b)); });
+                      [&] { WinSwapFilesContents(PathOf(a), PathOf(b)); });
 }
 
 int32_t CFileLibGlue::DeletePhysicalFile(const IFileSpec* file) {
-    return RunGuarded(CheckCall(IsValid(), {file}),
-                      [&] { fImpl.DeletePhysicalFile(PathOf(file)); });
+    return RunGuarded(CheckCall(IsValid(), {file}), [&] { WinDeletePhysicalFile(PathOf(file)); });
 }
 
-int32_t CFileLibGlue::GetFileInfo(const IFileSpec* file, NSFileLib::SFileInfo* info) {
+int32_t CFileLibGlue::GetFileInfo(const IFileSpec* file, SFileInfo* info) {
     return RunGuarded(CheckCall(IsValid(), {file, info}), [&] {
         PutUnfinished(info);
-        *info = ToInterface(fImpl.GetFileInfo(PathOf(file)));
+        *info = WinGetFileInfo(PathOf(file));
     });
 }
 
-int32_t CFileLibGlue::SetFileInfo(const IFileSpec* file, const NSFileLib::SFileInfo* info) {
+int32_t CFileLibGlue::SetFileInfo(const IFileSpec* file, const SFileInfo* info) {
     return RunGuarded(CheckCall(IsValid(), {file, info}),
-                      [&] { fImpl.SetFileInfo(PathOf(file), FromInterface(*info)); });
+                      [&] { WinSetFileInfo(PathOf(file), *info); });
 }
 
 IDirSpec* CFileLibGlue::GetParentOfFile(const IFileSpec* file, int32_t* status) {
     return CreateSpec<CDirSpecGlue>(CheckCall(IsValid(), {file}), status,
-                                    [&] { return fImpl.GetParentOfFile(PathOf(file)); });
+                                    [&] { return GetParentPath(RequireFilePath(PathOf(file))); });
 }
 
 int32_t CFileLibGlue::ResolvePossibleAlias(const IFileSpec* alias, IDirSpec** folder,
@@ -63,7 +63,7 @@ int32_t CFileLibGlue::ResolvePossibleAlias(const IFileSpec* alias, IDirSpec** fo
     return RunGuarded(CheckCall(IsValid(), {alias, folder, file}), [&] {
         *folder = nullptr;
         *file = nullptr;
-        const SSpecPath target = fImpl.ResolvePossibleAlias(PathOf(alias));
+        const SSpecPath target = CFileLibImpl::ResolvePossibleAlias(PathOf(alias));
         if (target.fKind == ESpecKind::kFile) {
             *file = new CFileSpecGlue(target.fPath);
         } else {
@@ -75,7 +75,7 @@ int32_t CFileLibGlue::ResolvePossibleAlias(const IFileSpec* alias, IDirSpec** fo
 IFileSpec* CFileLibGlue::CreateUniqueFile(const IDirSpec* folder, const char16_t* name,
                                           int32_t* status) {
     return CreateSpec<CFileSpecGlue>(CheckCall(IsValid(), {folder, name}), status,
-                                     [&] { return fImpl.CreateUniqueFile(PathOf(folder), name); });
+                                     [&] { return WinCreateUniqueFile(PathOf(folder), name); });
 }
 
 } // namespace NSFileLibInternals

@@ -2,6 +2,7 @@
 #include "FileLib/Glue/CFileLibGlue.h"
 #include "FileLib/Glue/GlueGuard.h"
 #include "FileLib/Glue/SpecGlue.h"
+#include "FileLib/Implementation/CFileLibImpl.h"
 
 namespace NSFileLibInternals {
 
@@ -21,7 +22,7 @@ int32_t GetPath(int32_t isValid, const ISpec* spec, char16_t* nativePath) {
 
 IVolumeSpec* CFileLibGlue::CreateVolumeSpec(const char16_t* nativePath, int32_t* status) {
     return CreateSpec<CVolumeSpecGlue>(CheckCall(IsValid(), {nativePath}), status,
-                                       [&] { return fImpl.MakeVolumePath(nativePath); });
+                                       [&] { return CFileLibImpl::MakeVolumePath(nativePath); });
 }
 
 int32_t CFileLibGlue::GetVolumePath(const IVolumeSpec* volume, char16_t* nativePath) {
@@ -30,7 +31,7 @@ int32_t CFileLibGlue::GetVolumePath(const IVolumeSpec* volume, char16_t* nativeP
 
 IDirSpec* CFileLibGlue::CreateDirSpec(const char16_t* nativePath, int32_t* status) {
     return CreateSpec<CDirSpecGlue>(CheckCall(IsValid(), {nativePath}), status,
-                                    [&] { return fImpl.MakeFolderPath(nativePath); });
+                                    [&] { return CFileLibImpl::MakeFolderPath(nativePath); });
 }
 
 int32_t CFileLibGlue::GetDirPath(const IDirSpec* folder, char16_t* nativePath) {
@@ -39,7 +40,7 @@ int32_t CFileLibGlue::GetDirPath(const IDirSpec* folder, char16_t* nativePath) {
 
 IFileSpec* CFileLibGlue::CreateFileSpec(const char16_t* nativePath, int32_t* status) {
     return CreateSpec<CFileSpecGlue>(CheckCall(IsValid(), {nativePath}), status,
-                                     [&] { return fImpl.MakeFilePath(nativePath); });
+                                     [&] { return CFileLibImpl::MakeFilePath(nativePath); });
 }
 
 int32_t CFileLibGlue::GetFilePath(const IFileSpec* file, char16_t* nativePath) {
@@ -49,7 +50,8 @@ int32_t CFileLibGlue::GetFilePath(const IFileSpec* file, char16_t* nativePath) {
 int32_t CFileLibGlue::CreateAlias(const IDirSpec* folder, const char16_t* name,
                                   const IFileSpec* source) {
     return RunGuarded(CheckCall(IsValid(), {folder, name, source}), [&] {
-        fImpl.CreateAlias(fImpl.MakeChildFilePath(PathOf(folder), name), PathOf(source));
+        CFileLibImpl::CreateAlias(CFileLibImpl::MakeChildPath(PathOf(folder), name),
+                                  PathOf(source));
     });
 }
 

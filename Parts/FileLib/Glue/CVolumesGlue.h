@@ -1,10 +1,10 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "FileLib/Glue/SpecGlue.h"
 #include "FileLib/Interface/IVolumes.h"
+
+#include <string>
+#include <vector>
 
 namespace NSFileLibInternals {
 

@@ -1,13 +1,13 @@
 #include "FileLib/Glue/FileLibAccess.h"
 
-#include <cstring>
-#include <memory>
-
 #include "Failure/Chain/ObjectTypeWords.h"
 #include "Failure/Classes/XClasses.h"
 #include "Failure/Raising/Raise.h"
 #include "FileLib/Glue/CFileLibGlue.h"
 #include "FileLib/Glue/GlueGuard.h"
+
+#include <cstring>
+#include <memory>
 
 namespace NSFileLib {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstdint>
-
 #include "FileLib/Interface/IFileLib.h"
+
+#include <cstdint>
 
 namespace NSFileLib {
 

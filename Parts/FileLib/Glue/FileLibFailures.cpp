@@ -1,12 +1,12 @@
 #include "FileLib/Glue/FileLibFailures.h"
 
-#include <exception>
-
 #include "Failure/Chain/ObjectTypeWords.h"
 #include "Failure/Codes/FailureMap.h"
 #include "Failure/Codes/IntegerForm.h"
 #include "Failure/Raising/IByteReader.h"
 #include "FileLib/Interface/FileLibStatus.h"
+
+#include <exception>
 
 namespace NSFileLib {
 

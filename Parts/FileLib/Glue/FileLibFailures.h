@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstdint>
-
 #include "Failure/Chain/CFailureSite.h"
+
+#include <cstdint>
 
 namespace NSFileLib {
 

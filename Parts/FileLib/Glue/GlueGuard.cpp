@@ -1,11 +1,11 @@
 #include "FileLib/Glue/GlueGuard.h"
 
+#include "Text/CodeUnits.h"
+#include "Text/TextTools.h"
+
 #include <algorithm>
 #include <cstring>
 #include <string_view>
-
-#include "Text/CodeUnits.h"
-#include "Text/TextTools.h"
 
 namespace NSFileLibInternals {
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstdint>
-#include <initializer_list>
-#include <string>
-
 #include "FileLib/Glue/FileLibFailures.h"
 #include "FileLib/Interface/FileLibRecords.h"
 #include "FileLib/Interface/FileLibStatus.h"
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
 
 namespace NSFileLibInternals {
 

@@ -1,8 +1,8 @@
 #include "FileLib/Glue/OpenFileGlue.h"
 
-#include <utility>
-
 #include "FileLib/Glue/GlueGuard.h"
+
+#include <utility>
 
 namespace NSFileLibInternals {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstdint>
-#include <memory>
-
 #include "FileLib/Implementation/CSafeOpenReadWriteFileImpl.h"
 #include "FileLib/Implementation/OpenFileImpl.h"
 #include "FileLib/Interface/IOpenFiles.h"
+
+#include <cstdint>
+#include <memory>
 
 namespace NSFileLibInternals {
 

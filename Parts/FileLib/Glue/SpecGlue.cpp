@@ -1,20 +1,20 @@
 #include "FileLib/Glue/SpecGlue.h"
 
-#include "FileLib/Implementation/FileLibImplWin.h"
+#include "FileLib/Rules/NameMaking.h"
 
 namespace NSFileLibInternals {
 
 int32_t CDirSpecGlue::GetName(char16_t* name) const {
     return RunGuarded(CheckCall(IsValid(), {name}), [&] {
         PutUnfinished(name);
-        PutText(name, CFileLibImpl().GetFolderName(PathOf(this)));
+        PutText(name, GetNameOfPath(PathOf(this)));
     });
 }
 
 int32_t CFileSpecGlue::GetName(char16_t* name) const {
     return RunGuarded(CheckCall(IsValid(), {name}), [&] {
         PutUnfinished(name);
-        PutText(name, CFileLibImpl().GetFileName(PathOf(this)));
+        PutText(name, GetNameOfPath(PathOf(this)));
     });
 }
 

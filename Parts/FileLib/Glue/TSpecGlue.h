@@ -1,14 +1,14 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
-#include <utility>
-
 #include "Failure/Classes/XLogicErrors.h"
 #include "Failure/Raising/Raise.h"
 #include "FileLib/Glue/GlueGuard.h"
 #include "FileLib/Interface/ISpecs.h"
 #include "Text/Comparison.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
 
 namespace NSFileLibInternals {
 

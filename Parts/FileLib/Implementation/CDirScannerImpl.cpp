@@ -1,11 +1,14 @@
 #include "FileLib/Implementation/CDirScannerImpl.h"
 
 #include "Failure/Classes/XClasses.h"
+#include "FileLib/Implementation/NativePaths.h"
+#include "FileLib/Platform/RaiseForError.h"
 #include "FileLib/Rules/NameMaking.h"
 #include "FileLib/Rules/PathRules.h"
-#include "FileLib/Rules/RaiseForError.h"
 
 namespace NSFileLibInternals {
+
+using NSFileLib::SFileInfo;
 
 namespace {
 
@@ -14,9 +17,7 @@ constexpr const char* kScanFailed = "WinGetFileInfo FindFirstFile failed";
 } // namespace
 
 CDirScannerImpl::CDirScannerImpl(const std::u16string& folder) : fOps(GetPlatformFileOps()) {
-    if (!IsNativePath(folder)) {
-        NSLichen::Raise(NSLichen::XNotFound("WinIsValidPath failed"));
-    }
+    RequirePath(folder);
     const CErrorBoxesOff boxesOff;
     const uint32_t errorCode = fOps.FindFirst(WithTrailingSeparator(folder), fScan, fEntry);
     fAtEnd = errorCode == kError_NoMoreFiles;

@@ -20,7 +20,7 @@ public:
     /// The next three raise XIllegalCallSequence at the end.
     const std::u16string& GetName() const;
     bool IsFolder() const;
-    SFileInfo GetInfo() const;
+    NSFileLib::SFileInfo GetInfo() const;
     void Advance();
 
 private:

@@ -2,11 +2,12 @@
 
 #include "Failure/Classes/XClasses.h"
 #include "FileLib/Implementation/FileInfo.h"
+#include "FileLib/Implementation/NativePaths.h"
 #include "FileLib/Implementation/SwapFilesContents.h"
+#include "FileLib/Implementation/UniqueNames.h"
+#include "FileLib/Platform/RaiseForError.h"
 #include "FileLib/Rules/NameMaking.h"
 #include "FileLib/Rules/PathRules.h"
-#include "FileLib/Rules/RaiseForError.h"
-#include "FileLib/Rules/UniqueNames.h"
 
 namespace NSFileLibInternals {
 

@@ -1,14 +1,15 @@
 #include "FileLib/Implementation/FileChanges.h"
 
 #include "Failure/Classes/XClasses.h"
+#include "FileLib/Implementation/NativePaths.h"
 #include "FileLib/Platform/IPlatformFileOps.h"
+#include "FileLib/Platform/RaiseForError.h"
 #include "FileLib/Rules/NameMaking.h"
-#include "FileLib/Rules/RaiseForError.h"
 
 namespace NSFileLibInternals {
 
 void WinDeletePhysicalFile(const std::u16string& path) {
-    CheckForError<NSLichen::XNotFound>(GetPlatformFileOps().Delete(path),
+    CheckForError<NSLichen::XNotFound>(GetPlatformFileOps().Delete(RequireFilePath(path)),
                                        "DeleteFile failed with unrecognized error type");
 }
 
@@ -24,7 +25,7 @@ void WinCreatePhysicalDirectory(const std::u16string& path) {
 
 void WinDeletePhysicalDirectory(const std::u16string& path) {
     CheckForError<NSLichen::XDelete>(
-        GetPlatformFileOps().RemoveFolder(WithoutTrailingSeparator(path)),
+        GetPlatformFileOps().RemoveFolder(WithoutTrailingSeparator(RequirePath(path))),
         "RemoveDirectory failed with unrecognized error type");
 }
 

@@ -2,12 +2,14 @@
 
 #include "Failure/Classes/XClasses.h"
 #include "FileLib/Implementation/CFileHandle.h"
+#include "FileLib/Implementation/NativePaths.h"
+#include "FileLib/Platform/RaiseForError.h"
 #include "FileLib/Rules/NameMaking.h"
 #include "FileLib/Rules/PathRules.h"
-#include "FileLib/Rules/RaiseForError.h"
 
 namespace NSFileLibInternals {
 
+using NSFileLib::SFileInfo;
 using NSLichen::XNotFound;
 using NSLichen::XWrite;
 
@@ -71,6 +73,7 @@ bool WinIsReadOnly(const std::u16string& path) {
 }
 
 SFileInfo WinGetFileInfo(const std::u16string& path) {
+    RequirePath(path);
     if (WinIsValidVolumePath(path)) {
         return FileInfoOfEntry(MakeRootEntry(path));
     }
@@ -81,6 +84,7 @@ SFileInfo WinGetFileInfo(const std::u16string& path) {
 }
 
 void WinSetFileInfo(const std::u16string& path, const SFileInfo& info) {
+    RequireFilePath(path);
     uint32_t errorCode = kError_None;
     const uint32_t before = ReadAttributesQuietly(path, errorCode);
     if (before == kAttributes_None) {
@@ -107,13 +111,6 @@ void WinSetFileInfo(const std::u16string& path, const SFileInfo& info) {
         "CreateFile failed with unrecognized error type");
     CheckForError<XWrite>(ops.WriteTimes(file.Get(), times),
                           "SetFileTime failed with unrecognized error type");
-}
-
-bool WinIsAliasName(const std::u16string& name) {
-    std::u16string stem;
-    std::u16string extension;
-    SplitFileName(name, stem, extension);
-    return IsExtensionInList(extension, kAliasExtensions);
 }
 
 std::u16string WinNormalizePath(const std::u16string& path) {

@@ -1,7 +1,7 @@
 #include "FileLib/Implementation/FileTransfers.h"
 
 #include "Failure/Classes/XClasses.h"
-#include "FileLib/Rules/RaiseForError.h"
+#include "FileLib/Platform/RaiseForError.h"
 
 #include <algorithm>
 #include <limits>

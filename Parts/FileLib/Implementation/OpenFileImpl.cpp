@@ -3,8 +3,9 @@
 #include "Failure/Classes/XClasses.h"
 #include "FileLib/Implementation/FileInfo.h"
 #include "FileLib/Implementation/FileTransfers.h"
+#include "FileLib/Implementation/NativePaths.h"
+#include "FileLib/Platform/RaiseForError.h"
 #include "FileLib/Rules/PathRules.h"
-#include "FileLib/Rules/RaiseForError.h"
 
 namespace NSFileLibInternals {
 
@@ -15,10 +16,7 @@ constexpr const char* kOpenFailed = "CreateFile failed with unrecognized error t
 } // namespace
 
 COpenReadFileImpl::COpenReadFileImpl(const std::u16string& path) {
-    if (!IsNativeFilePath(path)) {
-        NSLichen::Raise(NSLichen::XNotFound("WinIsValidFilePath failed"));
-    }
-    if (!WinDoesFileExist(path)) {
+    if (!WinDoesFileExist(RequireFilePath(path))) {
         NSLichen::Raise(NSLichen::XNotFound("WinDoesFileExist failed"));
     }
     CheckForError<NSLichen::XNotFound>(

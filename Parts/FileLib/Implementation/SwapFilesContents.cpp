@@ -2,9 +2,11 @@
 
 #include "Failure/Classes/XClasses.h"
 #include "FileLib/Implementation/CFileHandle.h"
+#include "FileLib/Implementation/FileInfo.h"
+#include "FileLib/Implementation/NativePaths.h"
+#include "FileLib/Implementation/UniqueNames.h"
+#include "FileLib/Platform/RaiseForError.h"
 #include "FileLib/Rules/NameMaking.h"
-#include "FileLib/Rules/RaiseForError.h"
-#include "FileLib/Rules/UniqueNames.h"
 
 namespace NSFileLibInternals {
 
@@ -40,6 +42,12 @@ private:
     bool fIsTaken = false;
 };
 
+void RequireFile(const std::u16string& path) {
+    if (!WinDoesFileExist(RequireFilePath(path))) {
+        NSLichen::Raise(XNotFound("WinDoesFileExist failed"));
+    }
+}
+
 SFileTimes ReadCreationTime(const std::u16string& path) {
     CFileHandle file;
     CheckForError<XNotFound>(
@@ -64,6 +72,8 @@ void WriteCreationTime(const std::u16string& path, const SFileTimes& creationTim
 
 void WinSwapFilesContents(const std::u16string& a, const std::u16string& b) {
     constexpr const char* kMoveFailed = "MoveFileEx() failed with unrecognized error type";
+    RequireFile(a);
+    RequireFile(b);
     IPlatformFileOps& ops = GetPlatformFileOps();
     CReservedName reserved(a);
     const std::u16string& c = reserved.GetPath();

@@ -1,22 +1,22 @@
 #pragma once
 
-#include <cstdint>
-
 #include "FileLib/Interface/FileLibStatus.h"
+
+#include <cstdint>
 
 namespace NSFileLib {
 
 /// Of a file or a folder. Flags are 0 or 1; times are 100 ns units since the beginning of 1601,
 /// UTC.
 struct SFileInfo {
-    int32_t fHidden;
-    int32_t fReadOnly;
-    int32_t fAlias; // by the extension alone
-    int64_t fCreationTime;
-    int64_t fLastAccessTime;
-    int64_t fLastWriteTime;
-    uint32_t fSizeHigh; // of the size in bytes
-    uint32_t fSizeLow;
+    int32_t fHidden = 0;
+    int32_t fReadOnly = 0;
+    int32_t fAlias = 0; // by the extension alone
+    int64_t fCreationTime = 0;
+    int64_t fLastAccessTime = 0;
+    int64_t fLastWriteTime = 0;
+    uint32_t fSizeHigh = 0; // of the size in bytes
+    uint32_t fSizeLow = 0;
 };
 
 struct SVolumeInfo {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstdint>
-
 #include "Failure/Raising/IByteReader.h"
+
+#include <cstdint>
 
 namespace NSFileLib {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstdint>
-
 #include "FileLib/Interface/FileLibRecords.h"
+
+#include <cstdint>
 
 namespace NSFileLib {
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
 #include "FileLib/Interface/FileLibRecords.h"
 #include "FileLib/Interface/FileLibStatus.h"
 #include "FileLib/Interface/IDirScanner.h"
@@ -9,6 +7,8 @@
 #include "FileLib/Interface/IOpenFiles.h"
 #include "FileLib/Interface/ISpecs.h"
 #include "FileLib/Interface/IVolumes.h"
+
+#include <cstdint>
 
 namespace NSLichen {
 class IDebugger;

@@ -38,7 +38,7 @@ public:
     uint32_t FindTempFolder(std::u16string& folder) override;
     uint32_t ListDriveRoots(std::vector<std::u16string>& roots) override;
     uint32_t ReadDriveKind(const std::u16string& root) override;
-    uint32_t ReadVolumeInfo(const std::u16string& root, SVolumeInfo& info) override;
+    uint32_t ReadVolumeInfo(const std::u16string& root, SPlatformVolume& info) override;
     uint32_t ReadDiskSpace(const std::u16string& folder, SDiskSpace& space) override;
     uint32_t ReadDeviceName(const std::u16string& drive, std::u16string& name) override;
     uint32_t ReadLongPath(const std::u16string& path, std::u16string& longPath) override;

@@ -44,7 +44,7 @@ struct SOpenRequest {
     EFileCreation fCreation = EFileCreation::kOpenExisting;
 };
 
-struct SVolumeInfo {
+struct SPlatformVolume {
     std::u16string fLabel;
     std::u16string fFileSystem;
     uint32_t fSerialNumber = 0;
@@ -114,7 +114,7 @@ public:
 
     virtual uint32_t ListDriveRoots(std::vector<std::u16string>& roots) = 0;
     virtual uint32_t ReadDriveKind(const std::u16string& root) = 0; // one of kDrive_
-    virtual uint32_t ReadVolumeInfo(const std::u16string& root, SVolumeInfo& info) = 0;
+    virtual uint32_t ReadVolumeInfo(const std::u16string& root, SPlatformVolume& info) = 0;
     virtual uint32_t ReadDiskSpace(const std::u16string& folder, SDiskSpace& space) = 0;
     /// drive is a letter and ":".
     virtual uint32_t ReadDeviceName(const std::u16string& drive, std::u16string& name) = 0;

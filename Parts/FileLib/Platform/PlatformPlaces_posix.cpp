@@ -99,7 +99,7 @@ uint32_t CSystemFileOps::ReadDriveKind(const std::u16string& root) {
     return IsTheVolume(root) ? kDrive_Fixed : kDrive_NoRoot;
 }
 
-uint32_t CSystemFileOps::ReadVolumeInfo(const std::u16string& root, SVolumeInfo& info) {
+uint32_t CSystemFileOps::ReadVolumeInfo(const std::u16string& root, SPlatformVolume& info) {
     struct statvfs status = {};
     if (!IsTheVolume(root)) {
         return kError_PathNotFound;

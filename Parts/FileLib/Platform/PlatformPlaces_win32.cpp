@@ -71,7 +71,7 @@ uint32_t CSystemFileOps::ReadDriveKind(const std::u16string& root) {
     return GetDriveTypeW(WideOf<wchar_t>(root).c_str());
 }
 
-uint32_t CSystemFileOps::ReadVolumeInfo(const std::u16string& root, SVolumeInfo& info) {
+uint32_t CSystemFileOps::ReadVolumeInfo(const std::u16string& root, SPlatformVolume& info) {
     wchar_t label[MAX_PATH + 1] = {};
     wchar_t fileSystem[MAX_PATH + 1] = {};
     DWORD serialNumber = 0;

@@ -1,6 +1,5 @@
 #include "FileLib/Platform/PosixStat.h"
 
-#include "FileLib/Implementation/FileInfo.h"
 #include "FileLib/Platform/PlatformCodes.h"
 #include "FileLib/Rules/NameMaking.h"
 #include "FileLib/Rules/PosixNameCodec.h"

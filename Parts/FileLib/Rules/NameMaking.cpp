@@ -109,6 +109,13 @@ std::u16string GetNameOfPath(const std::u16string& path) {
     return whole.substr(whole.rfind(u'\\') + 1);
 }
 
+bool WinIsAliasName(const std::u16string& name) {
+    std::u16string stem;
+    std::u16string extension;
+    SplitFileName(name, stem, extension);
+    return IsExtensionInList(extension, kAliasExtensions);
+}
+
 std::u16string StripLongPathPrefix(const std::u16string& path) {
     if (path.starts_with(u"\\\\?\\UNC\\")) {
         return u"\\\\" + path.substr(8);

@@ -37,8 +37,11 @@ std::u16string GetVolumeOfPath(const std::u16string& path);
 /// The last component, without "\"; for a volume's root what stands before the last "\".
 std::u16string GetNameOfPath(const std::u16string& path);
 
-/// Windows may answer its own questions with "\\?\C:\..." or "\\?\UNC\server\share\...", which are
-/// no valid paths; this gives the plain form.
+/// Whether the extension of the name is that of an alias.
+bool WinIsAliasName(const std::u16string& name);
+
+/// Windows may give paths as "\\?\C:\..." or "\\?\UNC\server\share\...", which are not valid
+/// here; this gives the plain form.
 std::u16string StripLongPathPrefix(const std::u16string& path);
 
 } // namespace NSFileLibInternals

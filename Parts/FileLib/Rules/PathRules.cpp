@@ -1,7 +1,5 @@
 #include "FileLib/Rules/PathRules.h"
 
-#include "FileLib/Platform/IPlatformFileOps.h"
-
 #include <algorithm>
 
 namespace NSFileLibInternals {
@@ -116,14 +114,6 @@ bool WinIsValidPath(const std::u16string& path) {
 
 bool WinIsValidFilePath(const std::u16string& path) {
     return WinIsValidPath(path) && path.back() != u'\\';
-}
-
-bool IsNativePath(const std::u16string& path) {
-    return IsPathWithin(path, kMinPathLength, GetPlatformFileOps().GetLongestPath());
-}
-
-bool IsNativeFilePath(const std::u16string& path) {
-    return IsNativePath(path) && path.back() != u'\\';
 }
 
 } // namespace NSFileLibInternals

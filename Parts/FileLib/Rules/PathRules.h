@@ -60,9 +60,4 @@ bool IsPathWithin(const std::u16string& path, size_t least, size_t most);
 bool WinIsValidPath(const std::u16string& path);
 bool WinIsValidFilePath(const std::u16string& path);
 
-/// The path rule with the limits of the platform in use (GetPlatformFileOps); what the operations
-/// on the file system ask.
-bool IsNativePath(const std::u16string& path);
-bool IsNativeFilePath(const std::u16string& path);
-
 } // namespace NSFileLibInternals

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstdint>
-#include <memory>
-#include <string>
-
 #include "FileLib/Interface/IOpenFiles.h"
 #include "PorterPackage/Core/Media/CMedia.h"
 #include "PorterPackage/FileSupport/SpecHandles.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
 
 namespace NSFileLibSupport {
 

@@ -1,9 +1,9 @@
 #include "PorterPackage/FileSupport/COpenReadFileBridge.h"
 
-#include <utility>
-
 #include "Failure/Classes/XClasses.h"
 #include "Failure/Raising/Raise.h"
+
+#include <utility>
 
 namespace NSFileLibSupport {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
-
 #include "FileLib/Interface/IOpenFiles.h"
 #include "PorterPackage/Core/Media/CMedia.h"
 #include "PorterPackage/FileSupport/CRobustFileSpec.h"
+
+#include <memory>
 
 namespace NSFileLibSupport {
 

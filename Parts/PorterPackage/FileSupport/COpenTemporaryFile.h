@@ -1,11 +1,11 @@
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include "PorterPackage/Core/Media/CMedia.h"
 #include "PorterPackage/FileSupport/COpenFile.h"
 #include "PorterPackage/FileSupport/SpecHandles.h"
+
+#include <memory>
+#include <string>
 
 namespace NSFileLibSupport {
 

@@ -1,10 +1,10 @@
 #include "PorterPackage/FileSupport/CRobustFileSpec.h"
 
-#include <utility>
-
 #include "Failure/Classes/XClasses.h"
 #include "Failure/Raising/Raise.h"
 #include "PorterPackage/FileSupport/FolderHelpers.h"
+
+#include <utility>
 
 namespace NSFileLibSupport {
 

@@ -1,15 +1,15 @@
 #include "PorterPackage/FileSupport/FileAssociation.h"
 
+#include "Failure/Classes/XClasses.h"
+#include "Failure/Raising/Raise.h"
+#include "FileLib/Platform/WindowsText.h"
+
 #include <string>
 #include <vector>
 
 #include <windows.h>
 
 #include <shlwapi.h>
-
-#include "Failure/Classes/XClasses.h"
-#include "Failure/Raising/Raise.h"
-#include "FileLib/Platform/WindowsText.h"
 
 namespace NSFileLibSupport {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include "PorterPackage/FileSupport/SpecHandles.h"
+
+#include <string>
 
 namespace NSFileLibSupport {
 

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "FileLib/Glue/FileLibAccess.h"
+#include "FileLib/Glue/FileLibFailures.h"
+#include "FileLib/Interface/ISpecs.h"
+
 #include <cstdint>
 #include <memory>
 #include <type_traits>
 
 #include <boost/shared_ptr.hpp>
-
-#include "FileLib/Glue/FileLibAccess.h"
-#include "FileLib/Glue/FileLibFailures.h"
-#include "FileLib/Interface/ISpecs.h"
 
 namespace NSFileLibSupport {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "PorterPackage/FileSupport/SpecHandles.h"
+
 #include <functional>
 #include <string>
-
-#include "PorterPackage/FileSupport/SpecHandles.h"
 
 namespace NSFileLibSupport {
 

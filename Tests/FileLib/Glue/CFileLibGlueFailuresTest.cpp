@@ -6,16 +6,16 @@
 #include "Failure/Classes/XClasses.h"
 #include "Failure/Raising/Raise.h"
 #include "Failure/Raising/RaisingSteps.h"
+#include "FileLib/Glue/ByteStreamNumbers.h"
 #include "FileLib/Glue/FileLibAccess.h"
 #include "FileLib/Glue/GlueGuard.h"
-#include "FileLib/Interface/ByteStreamNumbers.h"
-
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <new>
 #include <stdexcept>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 namespace NSFileLibInternals {
 

@@ -4,11 +4,11 @@
 #include "FileLib/Glue/SpecGlue.h"
 #include "Tests/FileLib/CFakeFileOps.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <string>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 namespace NSFileLibInternals {
 

@@ -1,6 +1,8 @@
-#include "FileLib/Implementation/FileLibImplWin.h"
+#include "FileLib/Implementation/CFileLibImpl.h"
 
 #include "Failure/Classes/XClasses.h"
+#include "FileLib/Implementation/CDirScannerImpl.h"
+#include "FileLib/Implementation/CSafeOpenReadWriteFileImpl.h"
 #include "FileLib/Implementation/FileFunctionsWin.h"
 #include "Tests/FileLib/TextRaised.h"
 
@@ -19,7 +21,6 @@ protected:
     FileLibImpl() { fOps.AddFile(kFile, "text", 5); }
 
     CFakeFileOps fOps;
-    CFileLibImpl fImpl;
 };
 
 TEST_F(FileLibImpl, InterpretsURLs) {
@@ -27,17 +28,17 @@ TEST_F(FileLibImpl, InterpretsURLs) {
                                     {"file://C:/Temp/a.txt", u"C:\\Temp\\a.txt"},
                                     {"C:/Temp/", u"C:\\Temp\\"},
                                     {"file://C:\\", u"C:\\"}}) {
-        const SSpecPath spec = fImpl.InterpretURL(url);
+        const SSpecPath spec = CFileLibImpl::InterpretURL(url);
         EXPECT_EQ(spec.fKind, path == kFile ? ESpecKind::kFile : ESpecKind::kFolder) << url;
         EXPECT_EQ(spec.fPath, path);
     }
-    EXPECT_EQ(fImpl.GetURL(u"C:\\Temp\\\xE9"), "file://C:\\Temp\\\xC3\xA9");
+    EXPECT_EQ(CFileLibImpl::GetURL(u"C:\\Temp\\\xE9"), "file://C:\\Temp\\\xC3\xA9");
     for (const char* url : {"file://C:\\None\\", "file:///", "C:\\Temp\\a.txt\\"}) {
-        EXPECT_EQ(kNotFound([&] { fImpl.InterpretURL(url); }),
+        EXPECT_EQ(kNotFound([&] { CFileLibImpl::InterpretURL(url); }),
                   "CFileLibImpl::InterpretURL Non valid dir path or dir does not exist");
     }
     for (const char* url : {"file://C:\\Temp", "", "file://", "C:\\none", "C:\\a?"}) {
-        EXPECT_EQ(kNotFound([&] { fImpl.InterpretURL(url); }),
+        EXPECT_EQ(kNotFound([&] { CFileLibImpl::InterpretURL(url); }),
                   "CFileLibImpl::InterpretURL Non valid file path or dir does not exist");
     }
 }
@@ -47,27 +48,27 @@ TEST_F(FileLibImpl, TellsAndSetsInfo) {
     entry.fName = u"x.LNK";
     entry.fAttributes = kAttribute_ReadOnly | kAttribute_Hidden;
     entry.fSize = (uint64_t{7} << 32) | 9;
-    const SFileInfo all = FileInfoOfEntry(entry);
+    const NSFileLib::SFileInfo all = FileInfoOfEntry(entry);
     EXPECT_EQ(all.fHidden * 100 + all.fReadOnly * 10 + all.fAlias, 111);
     EXPECT_EQ(all.fSizeHigh, 7U);
     EXPECT_EQ(all.fSizeLow, 9U);
 
-    SFileInfo info = fImpl.GetFileInfo(kFile);
+    NSFileLib::SFileInfo info = WinGetFileInfo(kFile);
     EXPECT_EQ(info.fHidden + info.fReadOnly + info.fAlias, 0);
     info.fCreationTime = 0; // stays as it is
     info.fLastWriteTime = 42;
-    fImpl.SetFileInfo(kFile, info);
-    EXPECT_EQ(fImpl.GetFileInfo(kFile).fCreationTime, 5);
-    EXPECT_EQ(fImpl.GetFileInfo(kFile).fLastWriteTime, 42);
-    EXPECT_NO_THROW(fImpl.GetFolderInfo(u"C:\\"));
+    WinSetFileInfo(kFile, info);
+    EXPECT_EQ(WinGetFileInfo(kFile).fCreationTime, 5);
+    EXPECT_EQ(WinGetFileInfo(kFile).fLastWriteTime, 42);
+    EXPECT_NO_THROW(WinGetFileInfo(u"C:\\"));
 }
 
 TEST_F(FileLibImpl, FailsInTheWordsOfTheCall) {
     fOps.AddFolder(u"C:\\new");
-    SFileInfo info = fImpl.GetFileInfo(kFile);
+    NSFileLib::SFileInfo info = WinGetFileInfo(kFile);
     const auto change = [&] {
         info.fHidden = 1 - info.fHidden;
-        fImpl.SetFileInfo(kFile, info);
+        WinSetFileInfo(kFile, info);
     };
     const auto create = TextRaised<XCreate>;
     fOps.Script("FindEntry", {kUnknownError});
@@ -79,47 +80,48 @@ TEST_F(FileLibImpl, FailsInTheWordsOfTheCall) {
          {TextRaised<XWrite>, change, "CreateFile", "Open"},
          {TextRaised<XWrite>, change, "SetFileTime", "WriteTimes"},
          {kNotFound, change, "GetFileAttributes", "ReadAttributes"},
-         {kNotFound, [&] { fImpl.GetFileInfo(kFile); }, "WinGetFileInfo FindFirstFile failed"},
-         {kNotFound, [&] { fImpl.CreateDirScanner(root)->Advance(); },
+         {kNotFound, [&] { WinGetFileInfo(kFile); }, "WinGetFileInfo FindFirstFile failed"},
+         {kNotFound, [&] { std::make_unique<CDirScannerImpl>(root)->Advance(); },
           "WinGetFileInfo FindFirstFile failed"},
-         {create, [&] { fImpl.CreateFolder(root, u"new"); }, "CreateDirectory failed"},
-         {create, [&] { fImpl.CreateFolder(root, u"a:b"); }, "WinIsValidPath failed"},
-         {TextRaised<XDelete>, [&] { fImpl.DeletePhysicalDirectory(u"C:\\new\\"); },
-          "RemoveDirectory", "RemoveFolder"},
-         {kNotFound, [&] { fImpl.DeletePhysicalFile(kFile); }, "DeleteFile", "Delete"},
+         {create, [&] { CFileLibImpl::CreateFolder(root, u"new"); }, "CreateDirectory failed"},
+         {create, [&] { CFileLibImpl::CreateFolder(root, u"a:b"); }, "WinIsValidPath failed"},
+         {TextRaised<XDelete>, [&] { WinDeletePhysicalDirectory(u"C:\\new\\"); }, "RemoveDirectory",
+          "RemoveFolder"},
+         {kNotFound, [&] { WinDeletePhysicalFile(kFile); }, "DeleteFile", "Delete"},
          {kNotFound, [] { WinMoveFileEx(kFile, u"C:\\b", 0); }, "MoveFileEx()", "Move"},
          {kNotFound, [] { WinNormalizePath(u"C:\\Temp"); }, "GetLongPathName", "ReadLongPath"},
-         {kNotFound, [&] { fImpl.MakeFolderPath(kFile); },
+         {kNotFound, [&] { CFileLibImpl::MakeFolderPath(kFile); },
           "CFileLibImpl::WinExtensions_CreateDirSpec taret is not a directory"},
-         {kNotFound, [&] { fImpl.MakeFolderPath(u"a"); }, "WinIsValidPath failed"},
-         {kNotFound, [&] { fImpl.MakeFilePath(u"C:\\a\\"); }, "WinIsValidFilePath failed"},
-         {kNotFound, [&] { fImpl.MakeVolumePath(u"C:\\a"); }, "WinIsValidVolumePath failed"},
-         {kNotFound, [&] { fImpl.GetChildFile(root, u"Temp"); },
+         {kNotFound, [&] { CFileLibImpl::MakeFolderPath(u"a"); }, "WinIsValidPath failed"},
+         {kNotFound, [&] { CFileLibImpl::MakeFilePath(u"C:\\a\\"); }, "WinIsValidFilePath failed"},
+         {kNotFound, [&] { CFileLibImpl::MakeVolumePath(u"C:\\a"); },
+          "WinIsValidVolumePath failed"},
+         {kNotFound, [&] { CFileLibImpl::GetChildFile(root, u"Temp"); },
           "fImpl.GetChildFile child file does not exist"},
-         {kNotFound, [&] { fImpl.GetChildDirectory(root, u"none"); },
+         {kNotFound, [&] { CFileLibImpl::GetChildDirectory(root, u"none"); },
           "fImpl.GetChildDirectory child directory does not exist"}});
 }
 
 TEST_F(FileLibImpl, AliasesFailInTheirOwnWords) {
     fOps.Script("CreateShellLink", {kOLE_AccessDenied});
-    EXPECT_EQ(TextRaised<XPermission>([&] { fImpl.CreateAlias(kAlias, kFile); }),
+    EXPECT_EQ(TextRaised<XPermission>([&] { CFileLibImpl::CreateAlias(kAlias, kFile); }),
               "WinHandleOLEError E_ACCESSDENIED");
-    const auto resolve = [&] { fImpl.ResolvePossibleAlias(kAlias); };
+    const auto resolve = [&] { CFileLibImpl::ResolvePossibleAlias(kAlias); };
     ExpectFailures(
-        fOps, {{TextRaised<XCreate>, [&] { fImpl.CreateAlias(u"C:\\a?.lnk", kFile); },
+        fOps, {{TextRaised<XCreate>, [&] { CFileLibImpl::CreateAlias(u"C:\\a?.lnk", kFile); },
                 "WinIsValidFilePath failed"},
-               {kNotFound, [&] { fImpl.CreateAlias(kAlias, u"C:\\none"); },
+               {kNotFound, [&] { CFileLibImpl::CreateAlias(kAlias, u"C:\\none"); },
                 "CFileLibImpl::CreateAlias source file does not exist"},
-               {kNotFound, [&] { fImpl.CreateAlias(kAlias, u"C:\\Temp\\"); },
+               {kNotFound, [&] { CFileLibImpl::CreateAlias(kAlias, u"C:\\Temp\\"); },
                 "CFileLibImpl::CreateAlias source file is not a file"},
                {kNotFound, resolve, "CFileLibImpl::ResolvePossibleAlias alias file does not exist"},
-               {kNotFound, [&] { fImpl.ResolvePossibleAlias(u"C:\\Temp\\"); },
+               {kNotFound, [&] { CFileLibImpl::ResolvePossibleAlias(u"C:\\Temp\\"); },
                 "CFileLibImpl::ResolvePossibleAlias alias file is not a file"},
-               {TextRaised<XResolve>, [&] { fImpl.ResolvePossibleAlias(kFile); },
+               {TextRaised<XResolve>, [&] { CFileLibImpl::ResolvePossibleAlias(kFile); },
                 "CFileLibImpl::ResolvePossibleAlias alias file is not an alias"}});
 
-    fImpl.CreateAlias(kAlias, kFile);
-    EXPECT_EQ(fImpl.ResolvePossibleAlias(kAlias).fPath, kFile);
+    CFileLibImpl::CreateAlias(kAlias, kFile);
+    EXPECT_EQ(CFileLibImpl::ResolvePossibleAlias(kAlias).fPath, kFile);
     for (const auto& [link, text] :
          {std::pair(SFakeLink{kOLE_BadFormat, ELinkStep::kLoad, kFile},
                     "CFileLibImpl::ResolvePossibleAlias alias file is not an alias"),

@@ -2,7 +2,7 @@
 
 #include "Failure/Classes/XClasses.h"
 #include "FileLib/Implementation/SwapFilesContents.h"
-#include "FileLib/Rules/UniqueNames.h"
+#include "FileLib/Implementation/UniqueNames.h"
 #include "Tests/FileLib/TextRaised.h"
 
 namespace NSFileLibInternals {

@@ -1,10 +1,11 @@
 // The operations of the system that the tests run on, through the functions that use them.
 
-#include "FileLib/Implementation/FileFunctionsWin.h"
-#include "FileLib/Implementation/FileLibImplWin.h"
-#include "FileLib/Platform/PlatformCodes.h"
-
 #include "Failure/Classes/XClasses.h"
+#include "FileLib/Implementation/CDirScannerImpl.h"
+#include "FileLib/Implementation/CFileLibImpl.h"
+#include "FileLib/Implementation/CSafeOpenReadWriteFileImpl.h"
+#include "FileLib/Implementation/FileFunctionsWin.h"
+#include "FileLib/Platform/PlatformCodes.h"
 #include "Tests/FileLib/CTestFolder.h"
 
 #include <algorithm>
@@ -35,7 +36,6 @@ std::string ReadFileText(const std::u16string& path) {
 class PlatformFileOps : public testing::Test {
 protected:
     const CTestFolder fFolder;
-    const CFileLibImpl fImpl{};
     const std::u16string fA = fFolder.PathOf(u"a.wav");
     const std::u16string fB = fFolder.PathOf(u"\xE9\x4E2D\xD834\xDD1E.bin");
 };
@@ -88,7 +88,7 @@ TEST_F(PlatformFileOps, MovingSwappingAndSafeSaving) {
     }
     EXPECT_EQ(ReadFileText(fA), "c");
     EXPECT_EQ(fFolder.CountEntries(), 2);
-    SFileInfo info = WinGetFileInfo(fA);
+    NSFileLib::SFileInfo info = WinGetFileInfo(fA);
     info.fReadOnly = 1;
     WinSetFileInfo(fA, info);
     EXPECT_THROW(CSafeOpenReadWriteFileImpl file(fA), XLocked);
@@ -104,13 +104,13 @@ TEST_F(PlatformFileOps, MovingSwappingAndSafeSaving) {
 TEST_F(PlatformFileOps, InfoTimesAndAliases) {
     const std::u16string alias = fFolder.PathOf(u"alias.LNK");
     WriteFileText(alias, "text");
-    EXPECT_THROW(fImpl.ResolvePossibleAlias(alias), XResolve);
+    EXPECT_THROW(CFileLibImpl::ResolvePossibleAlias(alias), XResolve);
     WinDeletePhysicalFile(alias);
     WriteFileText(fA, "text");
-    fImpl.CreateAlias(alias, fA);
-    EXPECT_EQ(fImpl.ResolvePossibleAlias(alias).fPath, fA);
+    CFileLibImpl::CreateAlias(alias, fA);
+    EXPECT_EQ(CFileLibImpl::ResolvePossibleAlias(alias).fPath, fA);
     EXPECT_EQ(WinGetFileInfo(alias).fAlias, 1);
-    SFileInfo info = WinGetFileInfo(fA);
+    NSFileLib::SFileInfo info = WinGetFileInfo(fA);
     EXPECT_EQ(info.fSizeLow, 4U);
     // Made between the beginnings of 2020 and 2200.
     EXPECT_GT(info.fCreationTime, 132223104000000000);
@@ -123,45 +123,45 @@ TEST_F(PlatformFileOps, InfoTimesAndAliases) {
 }
 
 TEST_F(PlatformFileOps, FoldersAreMadeScannedAndRemoved) {
-    const std::u16string sub = fImpl.CreateFolder(fFolder.GetPath(), u"sub");
-    EXPECT_THROW(fImpl.CreateFolder(fFolder.GetPath(), u"sub"), XCreate);
-    EXPECT_TRUE(fImpl.CreateDirScanner(sub)->IsAtEnd());
+    const std::u16string sub = CFileLibImpl::CreateFolder(fFolder.GetPath(), u"sub");
+    EXPECT_THROW(CFileLibImpl::CreateFolder(fFolder.GetPath(), u"sub"), XCreate);
+    EXPECT_TRUE(std::make_unique<CDirScannerImpl>(sub)->IsAtEnd());
     std::set<std::u16string> wanted = {u"a", u"b.c", u"\xE9"};
     for (const std::u16string& name : wanted) {
         WriteFileText(JoinPath(sub, name), "");
     }
-    wanted.insert(GetNameOfPath(fImpl.CreateUniqueFolder(sub)));
-    wanted.insert(GetNameOfPath(fImpl.CreateUniqueFile(sub, u"x.wav")));
+    wanted.insert(GetNameOfPath(WinCreateUniqueDirectory(sub)));
+    wanted.insert(GetNameOfPath(WinCreateUniqueFile(sub, u"x.wav")));
     std::set<std::u16string> found;
-    for (const auto scanner = fImpl.CreateDirScanner(sub); !scanner->IsAtEnd();
+    for (const auto scanner = std::make_unique<CDirScannerImpl>(sub); !scanner->IsAtEnd();
          scanner->Advance()) {
         found.insert(scanner->GetName());
-        EXPECT_EQ(scanner->IsFolder(), fImpl.DoesChildFolderExist(sub, scanner->GetName()));
+        EXPECT_EQ(scanner->IsFolder(), CFileLibImpl::DoesChildFolderExist(sub, scanner->GetName()));
     }
     EXPECT_EQ(found, wanted);
-    EXPECT_THROW(fImpl.DeletePhysicalDirectory(sub), XDelete) << "it is not empty";
-    EXPECT_THROW(fImpl.CreateDirScanner(fFolder.PathOf(u"none")), XNotFound);
-    EXPECT_EQ(fImpl.InterpretURL(fImpl.GetURL(sub)).fPath, sub);
+    EXPECT_THROW(WinDeletePhysicalDirectory(sub), XDelete) << "it is not empty";
+    EXPECT_THROW(std::make_unique<CDirScannerImpl>(fFolder.PathOf(u"none")), XNotFound);
+    EXPECT_EQ(CFileLibImpl::InterpretURL(CFileLibImpl::GetURL(sub)).fPath, sub);
 }
 
 TEST_F(PlatformFileOps, VolumesAndWellKnownFolders) {
-    const std::u16string boot = fImpl.GetBootVolume();
+    const std::u16string boot = WinGetBootVolume();
     EXPECT_EQ(boot, u"C:\\");
-    const std::vector<std::u16string> volumes = fImpl.GetVolumes();
+    const std::vector<std::u16string> volumes = WinGetVolumes();
     EXPECT_EQ(std::count(volumes.begin(), volumes.end(), boot), 1);
-    EXPECT_EQ(fImpl.GetVolumeType(boot), kDrive_Fixed);
-    EXPECT_GT(fImpl.GetDiskSpace(boot).fTotal, 0U);
-    EXPECT_GT(fImpl.GetVolumeInfo(boot).fMaxComponentLength, 0U);
+    EXPECT_EQ(WinGetVolumeType(boot), kDrive_Fixed);
+    EXPECT_GT(WinGetDiskFreeSpace(boot).fTotal, 0U);
+    EXPECT_GT(WinGetMountedVolumeInfo(boot).fMaxComponentLength, 0U);
     EXPECT_FALSE(WinDoesVolumeExist(u"Q:\\"));
     EXPECT_FALSE(WinDoesVolumeExist(u"\\\\no-such-server\\share"));
-    EXPECT_TRUE(WinDoesDirectoryExist(fImpl.GetTemporaryFolder()));
+    EXPECT_TRUE(WinDoesDirectoryExist(WinGetTempPath()));
     EXPECT_TRUE(WinDoesDirectoryExist(u"C:\\"));
-    EXPECT_TRUE(WinDoesFileExist(fImpl.GetExecutableFile()));
+    EXPECT_TRUE(WinDoesFileExist(WinGetExecutablePath()));
     for (const int32_t number : {kSpecialFolder_CommonAppData, kSpecialFolder_Windows}) {
-        EXPECT_TRUE(WinDoesDirectoryExist(fImpl.GetSpecialFolder(number))) << number;
+        EXPECT_TRUE(WinDoesDirectoryExist(WinGetSpecialFolderPath(number))) << number;
     }
-    EXPECT_THROW(fImpl.GetSpecialFolder(9999), XNotFound);
-    EXPECT_EQ(fImpl.GetVolumeOfFolder(fImpl.GetTemporaryFolder()), boot);
+    EXPECT_THROW(WinGetSpecialFolderPath(9999), XNotFound);
+    EXPECT_EQ(GetVolumeOfPath(WinGetTempPath()), boot);
 }
 
 } // namespace

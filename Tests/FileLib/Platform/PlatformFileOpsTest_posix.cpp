@@ -1,13 +1,14 @@
 // What only POSIX can do to the platform operations: names of any bytes, FIFOs, links, and paths of
 // any length.
 
+#include "Failure/Classes/XClasses.h"
+#include "FileLib/Implementation/CDirScannerImpl.h"
+#include "FileLib/Implementation/CFileLibImpl.h"
+#include "FileLib/Implementation/CSafeOpenReadWriteFileImpl.h"
 #include "FileLib/Implementation/FileFunctionsWin.h"
-#include "FileLib/Implementation/FileLibImplWin.h"
 #include "FileLib/Platform/PlatformCodes.h"
 #include "FileLib/Platform/PosixErrors.h"
 #include "FileLib/Rules/PosixNameCodec.h"
-
-#include "Failure/Classes/XClasses.h"
 #include "Tests/FileLib/CTestFolder.h"
 
 #include <cerrno>
@@ -29,7 +30,6 @@ using namespace NSLichen;
 class PosixFileOps : public testing::Test {
 protected:
     const CTestFolder fFolder;
-    const CFileLibImpl fImpl{};
     const std::u16string fA = fFolder.PathOf(u".a");
     const std::u16string fB = fFolder.PathOf(u"b");
     const std::string fBytesOfA = PosixFromNative(fA);
@@ -43,13 +43,14 @@ TEST_F(PosixFileOps, OpensFilesUnderAnyName) {
     for (const char* name : {"a:b", "what?", "\xFF\xFE", " ", "con", "back\\slash", "dot.", "...",
                              "\xC3\xA9", "\xED\xA0\x80", "new\nline"}) {
         Touch(PosixFromNative(fFolder.GetPath()) + name);
-        const auto scanner = fImpl.CreateDirScanner(fFolder.GetPath());
+        const auto scanner = std::make_unique<CDirScannerImpl>(fFolder.GetPath());
         ASSERT_FALSE(scanner->IsAtEnd()) << name;
         EXPECT_EQ(PosixNameFromNative(scanner->GetName()), name);
-        const std::u16string path = fImpl.GetChildFile(fFolder.GetPath(), scanner->GetName());
+        const std::u16string path =
+            CFileLibImpl::GetChildFile(fFolder.GetPath(), scanner->GetName());
         EXPECT_EQ(COpenReadFileImpl(path).GetSize(), 4);
-        EXPECT_EQ(fImpl.InterpretURL(fImpl.GetURL(path)).fPath, path);
-        fImpl.DeletePhysicalFile(path);
+        EXPECT_EQ(CFileLibImpl::InterpretURL(CFileLibImpl::GetURL(path)).fPath, path);
+        WinDeletePhysicalFile(path);
     }
 }
 
@@ -58,7 +59,7 @@ TEST_F(PosixFileOps, OtherVolumesDoNotExist) {
     const std::u16string away = u"D:\\away";
     SPlatformEntry entry;
     PlatformHandle handle = kNoPlatformHandle;
-    SVolumeInfo volume;
+    SPlatformVolume volume;
     SDiskSpace space;
     std::u16string text;
     Touch(fBytesOfA);
@@ -90,13 +91,13 @@ TEST_F(PosixFileOps, OtherVolumesDoNotExist) {
 TEST_F(PosixFileOps, PathsMayBeLong) {
     std::u16string path = fFolder.GetPath();
     for (int i = 0; i < 4; ++i) {
-        path = fImpl.CreateFolder(path, std::u16string(200, u'd'));
+        path = CFileLibImpl::CreateFolder(path, std::u16string(200, u'd'));
     }
     path += u"file";
     EXPECT_GT(path.size(), kMaxPathLength);
     COpenReadWriteFileImpl(path, kOpenMode_CreateNew).Close();
-    EXPECT_EQ(fImpl.MakeFilePath(path), path);
-    EXPECT_THROW(fImpl.CreateFolder(fFolder.GetPath(), std::u16string(256, u'n')), XCreate);
+    EXPECT_EQ(CFileLibImpl::MakeFilePath(path), path);
+    EXPECT_THROW(CFileLibImpl::CreateFolder(fFolder.GetPath(), std::u16string(256, u'n')), XCreate);
 }
 
 TEST_F(PosixFileOps, WhatIsNoFileIsRefusedAtOnce) {
@@ -128,7 +129,7 @@ TEST_F(PosixFileOps, TwoNamesOfOneFileCanBeMovedAndSwapped) {
 
 TEST_F(PosixFileOps, LinksAreFollowedUnlessTheyAreAliases) {
     const std::string place = PosixFromNative(fFolder.GetPath());
-    fImpl.CreateFolder(fFolder.GetPath(), u"sub");
+    CFileLibImpl::CreateFolder(fFolder.GetPath(), u"sub");
     ASSERT_EQ(symlink("sub", (place + "link").c_str()), 0);
     ASSERT_EQ(symlink("sub", (place + "alias.lnk").c_str()), 0);
     ASSERT_EQ(symlink("none", (place + "dangling").c_str()), 0);
@@ -137,9 +138,9 @@ TEST_F(PosixFileOps, LinksAreFollowedUnlessTheyAreAliases) {
     EXPECT_TRUE(WinDoesFileExist(fFolder.PathOf(u"alias.lnk")));
     EXPECT_FALSE(WinDoesFileExist(fFolder.PathOf(u"dangling")));
     EXPECT_EQ(fFolder.CountEntries(), 5);
-    EXPECT_EQ(fImpl.ResolvePossibleAlias(fFolder.PathOf(u"alias.lnk")).fPath,
+    EXPECT_EQ(CFileLibImpl::ResolvePossibleAlias(fFolder.PathOf(u"alias.lnk")).fPath,
               fFolder.PathOf(u"sub\\"));
-    EXPECT_THROW(fImpl.ResolvePossibleAlias(fFolder.PathOf(u"dangling.lnk")), XNotFound);
+    EXPECT_THROW(CFileLibImpl::ResolvePossibleAlias(fFolder.PathOf(u"dangling.lnk")), XNotFound);
     EXPECT_EQ(unlink((place + "link").c_str()), 0); // the folder cannot be removed with it
 }
 

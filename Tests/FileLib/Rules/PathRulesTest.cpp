@@ -1,6 +1,7 @@
 #include "FileLib/Rules/PathRules.h"
 
 #include "Failure/Classes/XClasses.h"
+#include "FileLib/Implementation/NativePaths.h"
 #include "FileLib/Rules/NameMaking.h"
 #include "Tests/FileLib/TextRaised.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <thread>
-
 #include "PorterPackage/FileSupport/CodeModule/CCodeModuleLocation.h"
+
+#include <thread>
 
 namespace NSPorter {
 

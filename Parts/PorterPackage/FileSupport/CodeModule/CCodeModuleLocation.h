@@ -1,10 +1,10 @@
 #pragma once
 
+#include "FileLib/Interface/ISpecs.h"
+
 #include <string>
 
 #include <boost/shared_ptr.hpp>
-
-#include "FileLib/Interface/ISpecs.h"
 
 namespace NSPorter {
 

@@ -1,16 +1,16 @@
 #include "PorterPackage/FileSupport/CodeModule/OwnModule.h"
 
+#include "Failure/Raising/Raise.h"
+#include "FileLib/Rules/NameMaking.h"
+#include "FileLib/Rules/PosixNameCodec.h"
+#include "PorterPackage/FileSupport/CodeModule/LoadedModulePath.h"
+
 #include <cstdlib>
 #include <exception>
 #include <memory>
 
 #include <dlfcn.h>
 #include <unistd.h>
-
-#include "Failure/Raising/Raise.h"
-#include "FileLib/Rules/NameMaking.h"
-#include "FileLib/Rules/PosixNameCodec.h"
-#include "PorterPackage/FileSupport/CodeModule/LoadedModulePath.h"
 
 namespace NSPorter {
 

@@ -1,13 +1,13 @@
 #include "PorterPackage/FileSupport/CodeModule/OwnModule.h"
 
+#include "Failure/Raising/Raise.h"
+#include "FileLib/Platform/WindowsText.h"
+#include "FileLib/Rules/NameMaking.h"
+
 #include <exception>
 #include <string>
 
 #include <windows.h>
-
-#include "Failure/Raising/Raise.h"
-#include "FileLib/Platform/WindowsText.h"
-#include "FileLib/Rules/NameMaking.h"
 
 namespace NSPorter {
 

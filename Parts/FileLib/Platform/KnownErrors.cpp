@@ -1,4 +1,4 @@
-#include "FileLib/Rules/KnownErrors.h"
+#include "FileLib/Platform/KnownErrors.h"
 
 #include "Failure/Chain/ObjectTypeWords.h"
 #include "Failure/Classes/XClasses.h"

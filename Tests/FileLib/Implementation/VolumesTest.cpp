@@ -1,7 +1,7 @@
-#include "FileLib/Rules/Volumes.h"
+#include "FileLib/Implementation/Volumes.h"
 
 #include "Failure/Classes/XClasses.h"
-#include "FileLib/Rules/SpecialFolders.h"
+#include "FileLib/Implementation/SpecialFolders.h"
 #include "Tests/FileLib/TextRaised.h"
 
 namespace NSFileLibInternals {

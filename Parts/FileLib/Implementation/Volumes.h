@@ -18,7 +18,7 @@ std::u16string WinGetBootVolume();
 /// One of kDrive_. XNotFound.
 uint32_t WinGetVolumeType(const std::u16string& volume);
 /// XNotFound, also for a floppy drive without a medium.
-SVolumeInfo WinGetMountedVolumeInfo(const std::u16string& volume);
+SPlatformVolume WinGetMountedVolumeInfo(const std::u16string& volume);
 SDiskSpace WinGetDiskFreeSpace(const std::u16string& volume);
 
 } // namespace NSFileLibInternals

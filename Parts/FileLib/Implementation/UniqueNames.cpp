@@ -1,10 +1,11 @@
-#include "FileLib/Rules/UniqueNames.h"
+#include "FileLib/Implementation/UniqueNames.h"
 
 #include "Failure/Classes/XClasses.h"
+#include "FileLib/Implementation/NativePaths.h"
 #include "FileLib/Platform/IPlatformFileOps.h"
+#include "FileLib/Platform/RaiseForError.h"
 #include "FileLib/Rules/NameMaking.h"
 #include "FileLib/Rules/PathRules.h"
-#include "FileLib/Rules/RaiseForError.h"
 
 namespace NSFileLibInternals {
 
@@ -27,6 +28,7 @@ std::u16string WinCreateUniqueFile(const std::u16string& folder, const std::u16s
     if (!IsValidFileName(kUniqueNamePrefix + wantedExtension)) {
         NSLichen::Raise(XCreate(kFailed));
     }
+    RequirePath(folder);
     IPlatformFileOps& ops = GetPlatformFileOps();
     std::u16string path;
     CheckForError<XCreate>(ops.MakeTempName(folder, kUniqueNamePrefix, 0, path),
@@ -50,6 +52,7 @@ std::u16string WinCreateUniqueFile(const std::u16string& folder, const std::u16s
 }
 
 std::u16string WinCreateUniqueDirectory(const std::u16string& folder) {
+    RequirePath(folder);
     IPlatformFileOps& ops = GetPlatformFileOps();
     // Number 0 would create a file.
     for (uint32_t number = 1; number <= kLastUniqueNumber; ++number) {

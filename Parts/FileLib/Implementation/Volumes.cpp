@@ -1,11 +1,11 @@
-#include "FileLib/Rules/Volumes.h"
+#include "FileLib/Implementation/Volumes.h"
 
 #include "Failure/Classes/XClasses.h"
 #include "FileLib/Implementation/FileInfo.h"
+#include "FileLib/Implementation/SpecialFolders.h"
+#include "FileLib/Platform/RaiseForError.h"
 #include "FileLib/Rules/NameMaking.h"
 #include "FileLib/Rules/PathRules.h"
-#include "FileLib/Rules/RaiseForError.h"
-#include "FileLib/Rules/SpecialFolders.h"
 #include "Text/Comparison.h"
 
 namespace NSFileLibInternals {
@@ -24,7 +24,7 @@ bool IsFloppyDrive(const std::u16string& root) {
 }
 
 bool DoesShareExist(const std::u16string& share) {
-    SVolumeInfo info;
+    SPlatformVolume info;
     const CErrorBoxesOff boxesOff;
     const uint32_t errorCode = GetPlatformFileOps().ReadVolumeInfo(share, info);
     return errorCode == kError_NotReady ||
@@ -80,10 +80,10 @@ uint32_t WinGetVolumeType(const std::u16string& volume) {
     return GetPlatformFileOps().ReadDriveKind(RequireVolume(volume));
 }
 
-SVolumeInfo WinGetMountedVolumeInfo(const std::u16string& volume) {
+SPlatformVolume WinGetMountedVolumeInfo(const std::u16string& volume) {
     const std::u16string root = RequireVolume(volume);
     const CErrorBoxesOff boxesOff;
-    SVolumeInfo info;
+    SPlatformVolume info;
     const uint32_t errorCode = GetPlatformFileOps().ReadVolumeInfo(root, info);
     if (errorCode == kError_NotReady && !IsSharePath(root) && IsFloppyDrive(root)) {
         NSLichen::Raise(XNotFound(

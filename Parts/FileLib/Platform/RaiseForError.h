@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Failure/Raising/Raise.h"
+#include "FileLib/Platform/KnownErrors.h"
 #include "FileLib/Platform/PlatformCodes.h"
-#include "FileLib/Rules/KnownErrors.h"
 
 #include <cstdint>
 #include <string>

@@ -1,4 +1,4 @@
-#include "FileLib/Interface/ByteStreamNumbers.h"
+#include "FileLib/Glue/ByteStreamNumbers.h"
 
 #include "FileLib/Glue/FileLibFailures.h"
 #include "PorterPackage/Core/Bytes/ByteOrder.h"

@@ -1,10 +1,11 @@
-#include "FileLib/Rules/SpecialFolders.h"
+#include "FileLib/Implementation/SpecialFolders.h"
 
 #include "Failure/Classes/XClasses.h"
+#include "FileLib/Implementation/NativePaths.h"
 #include "FileLib/Platform/IPlatformFileOps.h"
+#include "FileLib/Platform/RaiseForError.h"
 #include "FileLib/Rules/NameMaking.h"
 #include "FileLib/Rules/PathRules.h"
-#include "FileLib/Rules/RaiseForError.h"
 
 namespace NSFileLibInternals {
 
