@@ -46,7 +46,8 @@ TEST(LoadedModulePath, JoinsARelativeNameWithTheDirectoryOfThatTime) {
         const char* fDirectory;
         const char* fPath;
     } rows[] = {{"/usr/lib/x.so", "/home", "/usr/lib/x.so"},
-                {"./x.so", "/home/a", "/home/a/./x.so"},
+                {"/usr/./lib/././.x.so", "/home", "/usr/lib/.x.so"},
+                {"./x.so", "/home/a", "/home/a/x.so"},
                 {"x.so", "", "/proc/self/cwd/x.so"},
                 {"../x.so", "(unreachable)/b", "/proc/self/cwd/../x.so"},
                 {"", "/home", ""}};

@@ -1,5 +1,6 @@
 #include "PorterPackage/FileSupport/CodeModule/CCodeModuleLocation.h"
 
+#include "FileLib/Implementation/SpecialFolders.h"
 #include "FileLib/Rules/PosixNameCodec.h"
 #include "PorterPackage/FileSupport/FolderHelpers.h"
 
@@ -19,11 +20,13 @@ namespace {
 
 // Runs this program from where it was copied to, in a child with the given working directory; the
 // child removes its own file before it asks. Answers the child's exit code.
-int RunCopy(const std::string& workingDirectory, const std::string& program) {
+int RunCopy(const std::string& workingDirectory, const std::string& program,
+            const char* test = "KnowsItsName") {
     const pid_t child = fork();
     if (child == 0) {
         if (chdir(workingDirectory.c_str()) == 0) {
-            execl(program.c_str(), program.c_str(), "--gtest_filter=DISABLED_RunFromACopy.*",
+            const std::string filter = std::string("--gtest_filter=DISABLED_RunFromACopy.") + test;
+            execl(program.c_str(), program.c_str(), filter.c_str(),
                   "--gtest_also_run_disabled_tests", "--gtest_brief=1",
                   static_cast<char*>(nullptr));
         }
@@ -44,13 +47,19 @@ const std::string kHostileName = "a:b?*| \x01\xFF\xC3 con.so .";
 
 } // namespace
 
-// Runs only in the children of the test below.
+// Run only in the children of the test below.
 TEST(DISABLED_RunFromACopy, KnowsItsName) {
     ASSERT_EQ(unlink(kHostileName.c_str()), 0);
     ASSERT_EQ(chdir("/"), 0);
     const CCodeModuleLocation location = FindCodeModule(nullptr);
     EXPECT_EQ(NSFileLibInternals::PosixNameFromNative(location.fPath1), kHostileName);
+    const std::u16string path = NSFileLibInternals::WinGetExecutablePath();
+    EXPECT_TRUE(path.ends_with(u'\\' + location.fPath1)) << "the system says (deleted) behind it";
     NSFileLib::ReleaseFileLibSingleton();
+}
+
+TEST(DISABLED_RunFromACopy, ItsNameMayEndAsThoseOfDeletedFiles) {
+    EXPECT_TRUE(NSFileLibInternals::WinGetExecutablePath().ends_with(u"\\a (deleted)"));
 }
 
 TEST(CodeModule, IsFoundUnderAnyPathAndAfterItsFileIsGone) {
@@ -66,6 +75,8 @@ TEST(CodeModule, IsFoundUnderAnyPathAndAfterItsFileIsGone) {
     EXPECT_EQ(RunCopy(folder, program), 0);
     CopyProgram(program);
     EXPECT_EQ(RunCopy(folder, "./" + kHostileName), 0);
+    CopyProgram(folder + "/a (deleted)");
+    EXPECT_EQ(RunCopy("/", folder + "/a (deleted)", "ItsNameMayEndAsThoseOfDeletedFiles"), 0);
     const std::string removeAll = std::string("rm -r ") + root;
     EXPECT_EQ(std::system(removeAll.c_str()), 0);
 }
