@@ -41,6 +41,7 @@ struct SFakeLink {
 class CFakeFileOps : public IPlatformFileOps {
 public:
     using TPath = const std::u16string&;
+    using THandle = PlatformHandle;
 
     CFakeFileOps() : fBefore(SetPlatformFileOps(this)) {
         for (const char16_t* folder : {u"C:\\", u"C:\\Windows", u"C:\\Temp"}) {
@@ -77,7 +78,9 @@ public:
     std::map<std::u16string, SFakeLink> fLinks;
     std::u16string fWindowsFolder = u"C:\\Windows";
     size_t fLongestPath = 260;
-    std::vector<uint32_t> fWaits; // milliseconds
+    std::map<std::u16string, std::u16string> fSymbolicLinks;
+    uint64_t fMostWritten = 1000000; // bytes, in one call
+    std::vector<uint32_t> fWaits;    // milliseconds
     std::vector<uint32_t> fMoveFlags;
     uint32_t fErrorMode = 0;
     uint32_t fErrorModeOfLastVolumeCall = 0;
@@ -91,7 +94,7 @@ public:
     uint32_t WriteAttributes(TPath path, uint32_t attributes) override {
         return DoOn("WriteAttributes", path, [&] { fFiles[path]->fAttributes = attributes; });
     }
-    uint32_t FindFirst(TPath folder, PlatformHandle& scan, SPlatformEntry& entry) override {
+    uint32_t FindFirst(TPath folder, THandle& scan, SPlatformEntry& entry) override {
         scan = ++fLastHandle;
         for (const auto& [path, file] : fFiles) {
             if (path == folder + GetNameOfPath(path)) {
@@ -100,7 +103,7 @@ public:
         }
         return FindNext(scan, entry);
     }
-    uint32_t FindNext(PlatformHandle scan, SPlatformEntry& entry) override {
+    uint32_t FindNext(THandle scan, SPlatformEntry& entry) override {
         if (fScans[scan].empty()) {
             return kError_NoMoreFiles;
         }
@@ -109,50 +112,52 @@ public:
             fScans[scan].pop_front();
         });
     }
-    void EndFind(PlatformHandle scan) noexcept override { fScans.erase(scan); }
+    void EndFind(THandle scan) noexcept override { fScans.erase(scan); }
     uint32_t FindEntry(TPath path, SPlatformEntry& entry) override {
         return DoOn("FindEntry", path, [&] { entry = EntryOf(path); });
     }
 
-    uint32_t Open(TPath path, const SOpenRequest& request, PlatformHandle& file) override {
+    uint32_t Open(TPath path, const SOpenRequest& request, THandle& file) override {
         if (HasFile(path) && request.fCreation == EFileCreation::kCreateNew) {
             return kError_FileExists;
         }
         const auto open = [&] {
             if (!HasFile(path)) {
                 AddFile(path, "", 9000);
-            } else if (request.fCreation == EFileCreation::kCreateAlways) {
-                fFiles[path]->fBytes.clear();
             }
             file = ++fLastHandle;
             fOpenFiles[file] = fFiles[path];
+            if (request.fCreation == EFileCreation::kCreateAlways) {
+                fFiles[path]->fBytes.clear();
+            }
         };
         return Do("Open", open, HasFile(path) || request.fCreation != EFileCreation::kOpenExisting);
     }
-    void Close(PlatformHandle file) noexcept override { fOpenFiles.erase(file); }
-    uint32_t Read(PlatformHandle file, uint64_t position, uint64_t count, uint8_t* buffer,
+    void Close(THandle file) noexcept override { fOpenFiles.erase(file); }
+    uint32_t Read(THandle file, uint64_t position, uint64_t count, uint8_t* buffer,
                   uint64_t& transferred) override {
         const std::string& bytes = fOpenFiles.at(file)->fBytes;
         const size_t start = std::min<uint64_t>(position, bytes.size());
         transferred = bytes.copy(reinterpret_cast<char*>(buffer), count, start);
         return Enter("Read");
     }
-    uint32_t Write(PlatformHandle file, uint64_t position, uint64_t count, const uint8_t* buffer,
+    uint32_t Write(THandle file, uint64_t position, uint64_t count, const uint8_t* buffer,
                    uint64_t& transferred) override {
         return Do("Write", [&] {
             std::string& bytes = fOpenFiles.at(file)->fBytes;
-            bytes.resize(std::max<uint64_t>(bytes.size(), position + count));
-            bytes.replace(position, count, reinterpret_cast<const char*>(buffer), count);
-            transferred = count;
+            transferred = std::min(count, fMostWritten);
+            bytes.resize(std::max<uint64_t>(bytes.size(), position + transferred));
+            bytes.replace(position, transferred, reinterpret_cast<const char*>(buffer),
+                          transferred);
         });
     }
-    uint32_t ReadSize(PlatformHandle file, uint64_t& size) override {
+    uint32_t ReadSize(THandle file, uint64_t& size) override {
         return Give("ReadSize", size, fOpenFiles.at(file)->fBytes.size());
     }
-    uint32_t ReadTimes(PlatformHandle file, SFileTimes& times) override {
+    uint32_t ReadTimes(THandle file, SFileTimes& times) override {
         return Give("ReadTimes", times, fOpenFiles.at(file)->fTimes);
     }
-    uint32_t WriteTimes(PlatformHandle file, const SFileTimes& times) override {
+    uint32_t WriteTimes(THandle file, const SFileTimes& times) override {
         return Do("WriteTimes", [&] { // zero leaves a time as it is
             SFileTimes& kept = fOpenFiles.at(file)->fTimes;
             for (const auto time : {&SFileTimes::fCreation, &SFileTimes::fLastWrite}) {
@@ -161,6 +166,9 @@ public:
         });
     }
     void CopyAccessRights(TPath, TPath) override { Enter("CopyAccessRights"); }
+    std::u16string FollowLinks(TPath path) override {
+        return fSymbolicLinks.count(path) != 0 ? fSymbolicLinks.at(path) : path;
+    }
 
     uint32_t Move(TPath from, TPath to, uint32_t flags) override {
         if (HasFile(to) && (flags & kMove_Replace) == 0) {
@@ -267,10 +275,11 @@ private:
     template <class TWork>
     uint32_t Do(const std::string& operation, const TWork& work, bool isThere = true) {
         const uint32_t code = Enter(operation);
-        if (code == kError_None && isThere) {
-            work();
+        if (code != kError_None || !isThere) {
+            return code != kError_None ? code : kError_FileNotFound;
         }
-        return code == kError_None && !isThere ? kError_FileNotFound : code;
+        work();
+        return kError_None;
     }
     template <class TWork>
     uint32_t DoOn(const std::string& operation, TPath path, const TWork& work) {

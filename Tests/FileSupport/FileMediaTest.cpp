@@ -1,5 +1,4 @@
 #include "Failure/Classes/XClasses.h"
-#include "Failure/Raising/RaisingSteps.h"
 #include "FileLib/Glue/GlueGuard.h"
 #include "PorterPackage/Core/Media/CMemoryMedia.h"
 #include "PorterPackage/Core/Media/CPartialMedia.h"
@@ -9,9 +8,9 @@
 #include "PorterPackage/FileSupport/COpenReadFileBridge.h"
 #include "PorterPackage/FileSupport/COpenTemporaryFile.h"
 #include "PorterPackage/FileSupport/FolderHelpers.h"
+#include "Tests/FileLib/CClientStream.h"
 #include "Tests/FileLib/CFakeFileOps.h"
 
-#include <array>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -21,10 +20,11 @@ namespace NSFileLibSupport {
 namespace {
 
 using namespace NSLichen;
-using NSFileLib::kFileLibStatus_OK;
 using NSFileLibInternals::CFakeFileOps;
 using NSPorter::CMedia;
 using NSPorter::CMemoryMedia;
+
+const std::u16string kFile = u"C:\\Temp\\a.txt";
 
 std::string ReadText(const CMedia& media) {
     std::string text(static_cast<size_t>(media.GetLength()), '\0');
@@ -39,7 +39,7 @@ void WriteText(CMedia& media, const std::string& text) {
 
 class FileMedia : public testing::Test {
 protected:
-    FileMedia() { fOps.AddFile(u"C:\\Temp\\a.txt", "text"); }
+    FileMedia() { fOps.AddFile(kFile, "text"); }
     ~FileMedia() override { NSFileLib::ReleaseFileLibSingleton(); }
 
     CFakeFileOps fOps;
@@ -73,37 +73,29 @@ TEST(CCMediaByteStreams, ServeAMediaAndTurnItsFailuresIntoStatuses) {
 }
 
 TEST(CMediaBridge, LetsAForeignStatusThroughUnchanged) {
-    class CClientStream : public NSFileLib::IByteReader, public NSFileLib::IByteWriter {
-    public:
-        int32_t Read(int64_t, int64_t, uint8_t*) override { return fStatus; }
-        int32_t Write(int64_t, int64_t, const uint8_t*) override { return fStatus; }
-        int32_t GetSize(int64_t* size) override {
-            *size = 12;
-            return fStatus;
-        }
-        int32_t fStatus = kByteStreamStatus_OK;
-    };
-    CClientStream client;
+    NSFileLibInternals::CClientStream client;
     CMediaBridge bridge(&client, &client);
-    uint8_t byte = 0;
-    bridge.ReadBytes(0, 1, &byte);
-    bridge.WriteBytes(0, 1, &byte);
-    EXPECT_EQ(bridge.GetLength(), 12);
+    WriteText(bridge, "text");
+    EXPECT_EQ(ReadText(bridge), "text");
     client.fStatus = 100077;
     // A file library operation that ran over such a bridge answers the client's own number.
     const auto run = [](const auto& body) {
-        return NSFileLibInternals::RunGuarded(kFileLibStatus_OK, body);
+        return NSFileLibInternals::RunGuarded(NSFileLib::kFileLibStatus_OK, body);
     };
+    uint8_t byte = 0;
     EXPECT_EQ(run([&] { bridge.ReadBytes(0, 1, &byte); }), 100077);
     EXPECT_EQ(run([&] { bridge.WriteBytes(0, 1, &byte); }), 100077);
     EXPECT_EQ(run([&] { static_cast<void>(bridge.GetLength()); }), 100077);
+    EXPECT_NO_THROW(bridge.ReadBytes(0, 0, nullptr));
+    EXPECT_NO_THROW(bridge.WriteBytes(0, 0, nullptr));
 }
 
 TEST_F(FileMedia, AReadBridgeReadsAndNothingElse) {
-    COpenReadFileBridge bridge(MakeFileSpec(u"C:\\Temp\\a.txt"));
+    COpenReadFileBridge bridge(MakeFileSpec(kFile));
     EXPECT_EQ(ReadText(bridge), "text");
     uint8_t bytes[4] = {};
     EXPECT_THROW(bridge.ReadBytes(1, 4, bytes), XRead);
+    EXPECT_NO_THROW(bridge.ReadBytes(0, 0, nullptr));
     EXPECT_THROW(bridge.WriteBytes(0, 1, bytes), XIllegalCallSequence);
     EXPECT_THROW(COpenReadFileBridge(MakeFileSpec(u"C:\\Temp\\none")), XNotFound);
 }
@@ -113,30 +105,23 @@ TEST_F(FileMedia, ASafeOpenKeepsTheFileUntilItsCommitAndAPlainOneEmptiesIt) {
         COpenFile file(fTemp, u"a.txt", kOpenFile_SafeSave);
         WriteText(file, "lost");
     }
-    EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "text");
+    EXPECT_EQ(fOps.TextOf(kFile), "text");
     COpenFile file(fTemp, u"a.txt", kOpenFile_SafeSave);
     WriteText(file, "saved");
     EXPECT_EQ(ReadText(file), "saved");
     file.Commit();
-    EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "saved");
+    EXPECT_EQ(fOps.TextOf(kFile), "saved");
     EXPECT_THROW(file.Commit(), XIllegalCallSequence);
     COpenFile plain(fTemp, u"a.txt", kOpenFile_Plain);
     EXPECT_EQ(plain.GetLength(), 0);
+    EXPECT_NO_THROW(plain.ReadBytes(0, 0, nullptr));
+    EXPECT_NO_THROW(plain.WriteBytes(0, 0, nullptr));
     WriteText(plain, "fresh");
     EXPECT_EQ(ReadText(plain), "fresh");
     plain.Commit();
-    EXPECT_EQ(fOps.TextOf(u"C:\\Temp\\a.txt"), "fresh");
-}
-
-TEST_F(FileMedia, AReadOnlyFileIsLockedForASafeOpen) {
-    fOps.fFiles[u"C:\\Temp\\a.txt"]->fAttributes |= NSFileLibInternals::kAttribute_ReadOnly;
-    try {
-        const COpenFile file(fTemp, u"a.txt", kOpenFile_SafeSave);
-        ADD_FAILURE();
-    } catch (const XLocked& exception) {
-        // A status carries no words.
-        EXPECT_STREQ(exception.what(), "");
-    }
+    EXPECT_EQ(fOps.TextOf(kFile), "fresh");
+    fOps.fFiles[kFile]->fAttributes |= NSFileLibInternals::kAttribute_ReadOnly;
+    EXPECT_THROW(COpenFile(fTemp, u"a.txt", kOpenFile_SafeSave), XLocked);
 }
 
 TEST_F(FileMedia, ATemporaryFileGoesWithItsMedia) {
@@ -166,10 +151,7 @@ TEST(COpenTemporaryFile, ServesTheRealSystem) {
     {
         COpenTemporaryFile file(u"loop.tmp");
         WriteText(file, "0123456789");
-        std::array<uint8_t, 4> bytes = {};
-        file.ReadBytes(6, 4, bytes.data());
-        EXPECT_EQ(bytes[3], '9');
-        EXPECT_EQ(file.GetLength(), 10);
+        EXPECT_EQ(ReadText(file), "0123456789");
         name = file.GetFile();
         EXPECT_TRUE(DoesChildFileExist(GetParent(name), GetName(*name)));
     }

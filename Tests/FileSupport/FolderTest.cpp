@@ -1,25 +1,20 @@
 #include "Failure/Classes/XClasses.h"
-#include "Failure/Raising/RaisingSteps.h"
 #include "PorterPackage/FileSupport/COpenReadFileBridge.h"
 #include "PorterPackage/FileSupport/CRobustFileSpec.h"
 #include "PorterPackage/FileSupport/FileAssociation.h"
 #include "PorterPackage/FileSupport/FolderHelpers.h"
 #include "PorterPackage/FileSupport/MakerFolders.h"
 #include "PorterPackage/FileSupport/WalkFolder.h"
-#include "Tests/FileLib/CFakeFileOps.h"
+#include "Tests/FileLib/FileLibTest.h"
 
 #include <map>
-#include <stdexcept>
-#include <string>
-
-#include <gtest/gtest.h>
 
 namespace NSFileLibSupport {
 
 namespace {
 
 using namespace NSLichen;
-using NSFileLibInternals::CFakeFileOps;
+using namespace NSFileLibInternals;
 
 class Folders : public testing::Test {
 protected:
@@ -29,11 +24,6 @@ protected:
         fOps.AddFile(u"C:\\Temp\\Sub\\b.txt", "deep");
     }
     ~Folders() override { NSFileLib::ReleaseFileLibSingleton(); }
-
-    void AddLink(const std::u16string& link, const std::u16string& target) {
-        fOps.AddFile(link, "link");
-        fOps.fLinks[link].fTarget = target;
-    }
 
     CFakeFileOps fOps;
 };
@@ -58,12 +48,7 @@ TEST_F(Folders, ARobustSpecOutlivesItsFile) {
     EXPECT_EQ(stored.GetName(), u"kept name");
     EXPECT_EQ(fOps.CountCalls("ReadAttributes"), 0);
     for (const char* url : {"file://C:\\gone", "file://C:\\Temp\\"}) {
-        try {
-            static_cast<void>(CRobustFileSpec(url).GetName());
-            ADD_FAILURE() << url;
-        } catch (const XNotFound& exception) {
-            EXPECT_STREQ(exception.what(), "File not found.");
-        }
+        EXPECT_EQ(kNotFound([&] { CRobustFileSpec(url).GetName(); }), "File not found.");
     }
     EXPECT_EQ(CRobustFileSpec("file://C:/Temp/a.txt").GetName(), u"a.txt");
 
@@ -84,9 +69,14 @@ TEST_F(Folders, ARobustSpecOutlivesItsFile) {
 }
 
 TEST_F(Folders, AWalkFollowsAliases) {
-    AddLink(u"C:\\Temp\\file.lnk", u"C:\\Temp\\Sub\\b.txt");
-    AddLink(u"C:\\Temp\\folder.LNK", u"C:\\Temp\\Sub");
-    AddLink(u"C:\\Temp\\lost.lnk", u"C:\\Temp\\gone");
+    for (const auto& [link, target] : {std::pair(u"file.lnk", u"C:\\Temp\\Sub\\b.txt"),
+                                       {u"folder.LNK", u"C:\\Temp\\Sub"},
+                                       {u"lost.lnk", u"C:\\Temp\\gone"},
+                                       {u"a plain file.lnk", u""}}) {
+        fOps.AddFile(std::u16string(u"C:\\Temp\\") + link, "link");
+        fOps.fLinks[std::u16string(u"C:\\Temp\\") + link].fTarget = target;
+    }
+    fOps.fLinks[u"C:\\Temp\\a plain file.lnk"] = {kOLE_BadFormat, ELinkStep::kLoad, u""};
     fOps.AddFile(u"C:\\Temp\\lnk", "no alias");
     std::map<std::u16string, std::u16string> seen;
     WalkFolder(MakeDirSpec(u"C:\\Temp\\"), [&](const SFolderEntry& entry) {
@@ -107,8 +97,6 @@ TEST_F(Folders, AWalkFollowsAliases) {
 }
 
 TEST_F(Folders, TheMakersFoldersAreMadeWhenMissing) {
-    fOps.AddFolder(u"C:\\Docs");
-    fOps.AddFolder(u"C:\\Data");
     fOps.fSpecialFolders = {{5, u"C:\\Docs"}, {26, u"C:\\Data"}};
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(GetName(*GetOrCreateMusicDocumentsDirSpec()), u"Halyard Software");
@@ -121,12 +109,8 @@ TEST_F(Folders, TheMakersFoldersAreMadeWhenMissing) {
 }
 
 TEST(FileAssociation, AnUnknownClassHasNoProgram) {
-    try {
-        FindAssociatedProgram(u".no such extension");
-        ADD_FAILURE();
-    } catch (const XNotFound& exception) {
-        EXPECT_STREQ(exception.what(), "AssocQueryStringByKey failed");
-    }
+    EXPECT_EQ(kNotFound([] { FindAssociatedProgram(u".no such extension"); }),
+              "AssocQueryStringByKey failed");
 }
 
 } // namespace NSFileLibSupport

@@ -31,24 +31,24 @@ uint32_t DeletePatiently(const std::u16string& path) {
 
 } // namespace
 
-CSafeOpenReadWriteFileImpl::CSafeOpenReadWriteFileImpl(const std::u16string& path)
-    : fTargetPath(path) {
+CSafeOpenReadWriteFileImpl::CSafeOpenReadWriteFileImpl(const std::u16string& path) {
     if (!IsNativePath(path)) {
         NSLichen::Raise(NSLichen::XCreate("WinIsValidPath failed"));
     }
-    if (!WinDoesFileExist(path)) {
-        fOpenFile = std::make_unique<COpenReadWriteFileImpl>(path, kOpenMode_CreateNew);
+    fTargetPath = GetPlatformFileOps().FollowLinks(path);
+    if (!WinDoesFileExist(fTargetPath)) {
+        fOpenFile = std::make_unique<COpenReadWriteFileImpl>(fTargetPath, kOpenMode_CreateNew);
         return;
     }
-    if (WinIsReadOnly(path)) {
+    if (WinIsReadOnly(fTargetPath)) {
         NSLichen::Raise(NSLichen::XLocked("file is read only"));
     }
     std::u16string folder;
     std::u16string name;
-    SplitPath(path, folder, name);
+    SplitPath(fTargetPath, folder, name);
     fTempPath = WinCreateUniqueFile(folder, name);
     try {
-        GetPlatformFileOps().CopyAccessRights(path, fTempPath);
+        GetPlatformFileOps().CopyAccessRights(fTargetPath, fTempPath);
         fOpenFile = std::make_unique<COpenReadWriteFileImpl>(fTempPath, kOpenMode_CreateAlways);
     } catch (...) {
         GetPlatformFileOps().Delete(fTempPath);
@@ -60,9 +60,7 @@ CSafeOpenReadWriteFileImpl::CSafeOpenReadWriteFileImpl(const std::u16string& pat
 CSafeOpenReadWriteFileImpl::~CSafeOpenReadWriteFileImpl() {
     try {
         fOpenFile.reset();
-        // Should a swap have failed and could not be undone, the temporary file may hold the only
-        // good data.
-        if (fSwapAtCommit && WinDoesFileExist(fTargetPath)) {
+        if (fSwapAtCommit) {
             GetPlatformFileOps().Delete(fTempPath);
         }
     } catch (...) { // out of memory: a file too many, which is better than an end of the process
@@ -94,8 +92,9 @@ void CSafeOpenReadWriteFileImpl::Commit() {
     if (!fSwapAtCommit) {
         return;
     }
-    WinSwapFilesContents(fTargetPath, fTempPath);
+    // From here on the second file holds the only copy of the new data or of the old.
     fSwapAtCommit = false;
+    WinSwapFilesContents(fTargetPath, fTempPath);
     CheckForError<NSLichen::XDelete>(DeletePatiently(fTempPath),
                                      "DeleteFile failed with unrecognized error type");
 }

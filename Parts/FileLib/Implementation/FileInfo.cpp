@@ -85,15 +85,14 @@ SFileInfo WinGetFileInfo(const std::u16string& path) {
 
 void WinSetFileInfo(const std::u16string& path, const SFileInfo& info) {
     RequireFilePath(path);
-    uint32_t errorCode = kError_None;
-    const uint32_t before = ReadAttributesQuietly(path, errorCode);
-    if (before == kAttributes_None) {
-        RaiseForError<XNotFound>(errorCode,
-                                 "GetFileAttributes failed with unrecognized error type");
-    }
+    IPlatformFileOps& ops = GetPlatformFileOps();
+    // The entry, as for getting: attributes alone may be those of something else.
+    SPlatformEntry entry;
+    CheckForError<XNotFound>(ops.FindEntry(path, entry),
+                             "GetFileAttributes failed with unrecognized error type");
+    const uint32_t before = entry.fAttributes;
     uint32_t after = WithFlag(before, kAttribute_Hidden, info.fHidden);
     after = WithFlag(after, kAttribute_ReadOnly, info.fReadOnly);
-    IPlatformFileOps& ops = GetPlatformFileOps();
     if (after != before) {
         CheckForError<XWrite>(ops.WriteAttributes(path, after),
                               "SetFileAttributes failed with unrecognized error type");

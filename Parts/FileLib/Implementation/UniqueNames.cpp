@@ -7,6 +7,9 @@
 #include "FileLib/Rules/NameMaking.h"
 #include "FileLib/Rules/PathRules.h"
 
+#include <utility>
+#include <vector>
+
 namespace NSFileLibInternals {
 
 using NSLichen::XCreate;
@@ -16,6 +19,43 @@ namespace {
 
 constexpr const char16_t* kUniqueNamePrefix = u"tmp";
 constexpr uint32_t kLastUniqueNumber = 65535;
+// Two files that share a number but not an extension are rare; so many in a row are not chance.
+constexpr size_t kMostUniqueFiles = 100;
+
+// Files that keep their numbers from being given out again; deleted at the end.
+class CReservedFiles {
+public:
+    CReservedFiles() = default;
+    ~CReservedFiles() {
+        for (const std::u16string& path : fPaths) {
+            try {
+                fOps.Delete(path);
+            } catch (...) { // out of memory: an empty file too many
+            }
+        }
+    }
+    CReservedFiles(const CReservedFiles&) = delete;
+    CReservedFiles& operator=(const CReservedFiles&) = delete;
+
+    // Creates one more; answers its path.
+    const std::u16string& Add(const std::u16string& folder) {
+        std::u16string path;
+        fPaths.reserve(fPaths.size() + 1); // nothing may fail once the file is there
+        CheckForError<XCreate>(fOps.MakeTempName(folder, kUniqueNamePrefix, 0, path),
+                               "GetTempFileName() failed to create unique file");
+        return fPaths.emplace_back(std::move(path));
+    }
+    void ReleaseLast() { fPaths.pop_back(); }
+    size_t Count() const { return fPaths.size(); }
+
+private:
+    IPlatformFileOps& fOps = GetPlatformFileOps();
+    std::vector<std::u16string> fPaths;
+};
+
+bool IsNameTaken(uint32_t errorCode) {
+    return errorCode == kError_AlreadyExists || errorCode == kError_FileExists;
+}
 
 } // namespace
 
@@ -24,31 +64,30 @@ std::u16string WinCreateUniqueFile(const std::u16string& folder, const std::u16s
     std::u16string wantedStem;
     std::u16string wantedExtension;
     SplitFileName(wanted, wantedStem, wantedExtension);
-    // Where the platform lets such a file be, nothing here could name it.
+    // The platform may allow such a file, but no path to it would be valid here.
     if (!IsValidFileName(kUniqueNamePrefix + wantedExtension)) {
         NSLichen::Raise(XCreate(kFailed));
     }
     RequirePath(folder);
-    IPlatformFileOps& ops = GetPlatformFileOps();
-    std::u16string path;
-    CheckForError<XCreate>(ops.MakeTempName(folder, kUniqueNamePrefix, 0, path),
-                           "GetTempFileName() failed to create unique file");
-    if (wantedExtension == kDefaultTempExtension) {
-        return path;
+    CReservedFiles reserved;
+    while (reserved.Count() < kMostUniqueFiles) {
+        const std::u16string path = reserved.Add(folder);
+        std::u16string stem;
+        std::u16string extension;
+        SplitFileName(path, stem, extension);
+        std::u16string result = stem + wantedExtension;
+        const uint32_t errorCode = wantedExtension == kDefaultTempExtension
+                                       ? kError_None
+                                       : GetPlatformFileOps().Move(path, result, 0);
+        if (errorCode == kError_None) {
+            reserved.ReleaseLast();
+            return result;
+        }
+        if (!IsNameTaken(errorCode)) {
+            RaiseForError<XCreate>(errorCode, kFailed);
+        }
     }
-    std::u16string tempFolder;
-    std::u16string tempName;
-    SplitPath(path, tempFolder, tempName);
-    std::u16string tempStem;
-    std::u16string tempExtension;
-    SplitFileName(tempName, tempStem, tempExtension);
-    std::u16string result = tempFolder + tempStem + wantedExtension;
-    const uint32_t errorCode = ops.Move(path, result, 0);
-    if (errorCode != kError_None) {
-        ops.Delete(path);
-        RaiseForError<XCreate>(errorCode, kFailed);
-    }
-    return result;
+    NSLichen::Raise(XCreate(kFailed));
 }
 
 std::u16string WinCreateUniqueDirectory(const std::u16string& folder) {

@@ -29,6 +29,7 @@ public:
     uint32_t ReadTimes(PlatformHandle file, SFileTimes& times) override;
     uint32_t WriteTimes(PlatformHandle file, const SFileTimes& times) override;
     void CopyAccessRights(const std::u16string& from, const std::u16string& to) override;
+    std::u16string FollowLinks(const std::u16string& path) override;
     uint32_t Move(const std::u16string& from, const std::u16string& to, uint32_t flags) override;
     uint32_t Delete(const std::u16string& path) override;
     uint32_t MakeFolder(const std::u16string& path) override;

@@ -80,7 +80,8 @@ public:
                                SPlatformEntry& entry) = 0;
     virtual uint32_t FindNext(PlatformHandle scan, SPlatformEntry& entry) = 0;
     virtual void EndFind(PlatformHandle scan) noexcept = 0;
-    /// The entry of one path; no pattern.
+    /// The entry of one path; no pattern. A symbolic link has the attributes, times and size of
+    /// what it leads to, or its own when that is missing; an alias always has its own.
     virtual uint32_t FindEntry(const std::u16string& path, SPlatformEntry& entry) = 0;
 
     virtual uint32_t Open(const std::u16string& path, const SOpenRequest& request,
@@ -96,8 +97,11 @@ public:
     virtual uint32_t WriteTimes(PlatformHandle file, const SFileTimes& times) = 0;
 
     /// Gives a file the owner and the access rights of another, as far as the platform keeps them
-    /// with the file and lets it.
+    /// with the file and lets it; nobody gets rights that the other file does not give.
     virtual void CopyAccessRights(const std::u16string& from, const std::u16string& to) = 0;
+    /// The path that a name leads to by symbolic links, where the platform has them; what is there
+    /// may be missing. The path itself for anything else, and for an alias.
+    virtual std::u16string FollowLinks(const std::u16string& path) = 0;
 
     /// flags: kMove_Replace, kMove_WriteThrough. Without kMove_Replace an existing target is
     /// kError_AlreadyExists.
@@ -106,8 +110,8 @@ public:
     virtual uint32_t MakeFolder(const std::u16string& path) = 0;
     virtual uint32_t RemoveFolder(const std::u16string& path) = 0;
 
-    /// With number 0 creates an empty file under a new name; with another number only gives the
-    /// name that this number makes.
+    /// With number 0 creates an empty file under a new name, for the user alone where files have
+    /// such rights; with another number only gives the name that this number makes.
     virtual uint32_t MakeTempName(const std::u16string& folder, const std::u16string& prefix,
                                   uint32_t number, std::u16string& path) = 0;
     virtual uint32_t FindTempFolder(std::u16string& folder) = 0;
@@ -144,6 +148,10 @@ IPlatformFileOps& GetPlatformFileOps();
 /// Puts other operations in use, which the caller keeps alive; null goes back to the system's.
 /// Answers what was set before. Not for use while another thread is inside a file function.
 IPlatformFileOps* SetPlatformFileOps(IPlatformFileOps* ops) noexcept;
+
+/// A number from 1 to 65535 for a temporary name. A process, which gives its own number, gets a
+/// number again only after all others, and goes through them in another order than most.
+uint32_t NextTempNumber(uint32_t process) noexcept;
 
 /// No dialog boxes for drives without a medium, until the end of the scope.
 class CErrorBoxesOff {

@@ -6,8 +6,9 @@
 //
 // Sharing is by advisory locks, so it holds among users of this library. A name with the extension
 // of an alias is taken as the link itself and not as what it leads to, which makes symbolic links
-// under such names behave as shell links do. Hidden is a leading ".", and cannot be set; a file
-// without any write permission is read-only, also for those who may write everything.
+// under such names behave as shell links do; info is then that of the link. Hidden is a leading
+// ".", and cannot be set; a file without any write permission is read-only, also for those who may
+// write everything.
 
 #include "FileLib/Platform/CSystemFileOps.h"
 #include "FileLib/Platform/PlatformCodes.h"
@@ -35,7 +36,7 @@ int DescriptorOf(PlatformHandle handle) {
 
 int OpenFlagsOf(const SOpenRequest& request) {
     // Without O_NONBLOCK a FIFO would wait for its other end; regular files do not mind. Emptying
-    // waits until the lock is had, so there is no O_TRUNC.
+    // waits for the lock, so there is no O_TRUNC.
     int flags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
     flags |= request.fAccess == EFileAccess::kReadWrite ? O_RDWR : O_RDONLY;
     if (request.fCreation == EFileCreation::kCreateNew) {
@@ -52,7 +53,9 @@ uint32_t PrepareFile(int descriptor, const SOpenRequest& request) {
     if (fstat(descriptor, &status) != 0) {
         return ErrorOfErrno(errno);
     }
-    if (!S_ISREG(status.st_mode)) {
+    const bool isLinkItself =
+        request.fAccess == EFileAccess::kWriteAttributes && S_ISLNK(status.st_mode);
+    if (!S_ISREG(status.st_mode) && !isLinkItself) {
         return kError_AccessDenied;
     }
     if (request.fAccess != EFileAccess::kWriteAttributes) {
@@ -102,9 +105,15 @@ uint32_t CSystemFileOps::Open(const std::u16string& path, const SOpenRequest& re
     if (systemPath.empty()) {
         return kError_PathNotFound;
     }
+    int flags = OpenFlagsOf(request);
+    struct stat status = {};
+    if (request.fAccess == EFileAccess::kWriteAttributes &&
+        StatForInfo(AT_FDCWD, systemPath, status) == 0 && S_ISLNK(status.st_mode)) {
+        flags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
+    }
     int descriptor = -1;
     do {
-        descriptor = open(systemPath.c_str(), OpenFlagsOf(request), kNewFileMode);
+        descriptor = open(systemPath.c_str(), flags, kNewFileMode);
     } while (descriptor < 0 && errno == EINTR);
     if (descriptor < 0) {
         return ErrorOfErrno(errno);
@@ -164,7 +173,11 @@ uint32_t CSystemFileOps::WriteTimes(PlatformHandle file, const SFileTimes& times
     struct timespec values[2] = {TimespecOf(times.fLastAccess), TimespecOf(times.fLastWrite)};
     values[0].tv_nsec = times.fLastAccess == 0 ? UTIME_OMIT : values[0].tv_nsec;
     values[1].tv_nsec = times.fLastWrite == 0 ? UTIME_OMIT : values[1].tv_nsec;
-    return futimens(DescriptorOf(file), values) == 0 ? kError_None : ErrorOfWriteErrno(errno);
+    // A link itself has no descriptor that futimens takes.
+    const bool isSet =
+        futimens(DescriptorOf(file), values) == 0 ||
+        (errno == EBADF && utimensat(DescriptorOf(file), "", values, AT_EMPTY_PATH) == 0);
+    return isSet ? kError_None : ErrorOfWriteErrno(errno);
 }
 
 } // namespace NSFileLibInternals

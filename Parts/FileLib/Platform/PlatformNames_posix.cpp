@@ -7,7 +7,6 @@
 #include "FileLib/Rules/NameMaking.h"
 #include "FileLib/Rules/PosixNameCodec.h"
 
-#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -46,11 +45,7 @@ uint32_t ReadEntry(DIR* folder, SPlatformEntry& entry) {
         if (name == "." || name == "..") {
             continue;
         }
-        struct stat status = {};
-        if (StatBehindLinks(dirfd(folder), name, status) == 0 ||
-            fstatat(dirfd(folder), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
-            entry = EntryOf(name, status);
-            ReadBirthTime(dirfd(folder), name, AT_SYMLINK_NOFOLLOW, entry.fTimes);
+        if (FindEntryAt(dirfd(folder), name, entry) == 0) {
             return kError_None;
         }
     }
@@ -132,8 +127,8 @@ uint32_t CSystemFileOps::WriteAttributes(const std::u16string& path, uint32_t at
     if (systemPath.empty()) {
         return kError_PathNotFound;
     }
-    if (stat(systemPath.c_str(), &status) != 0) {
-        return ErrorOfErrno(errno);
+    if (const int error = StatForInfo(AT_FDCWD, systemPath, status); error != 0) {
+        return ErrorOfErrno(error);
     }
     const mode_t before = status.st_mode & 07777U;
     mode_t mode = before;
@@ -142,8 +137,11 @@ uint32_t CSystemFileOps::WriteAttributes(const std::u16string& path, uint32_t at
     } else if ((mode & kAllWriteBits) == 0) {
         mode |= S_IWUSR;
     }
-    return mode == before || chmod(systemPath.c_str(), mode) == 0 ? kError_None
-                                                                  : ErrorOfWriteErrno(errno);
+    // The rights of a link itself cannot be changed, which the system says.
+    const int flags = S_ISLNK(status.st_mode) ? AT_SYMLINK_NOFOLLOW : 0;
+    return mode == before || fchmodat(AT_FDCWD, systemPath.c_str(), mode, flags) == 0
+               ? kError_None
+               : ErrorOfWriteErrno(errno);
 }
 
 uint32_t CSystemFileOps::FindFirst(const std::u16string& folder, PlatformHandle& scan,
@@ -173,16 +171,8 @@ void CSystemFileOps::EndFind(PlatformHandle scan) noexcept {
 
 uint32_t CSystemFileOps::FindEntry(const std::u16string& path, SPlatformEntry& entry) {
     const std::string systemPath = SystemPath(path);
-    struct stat status = {};
-    if (systemPath.empty()) {
-        return kError_PathNotFound;
-    }
-    if (lstat(systemPath.c_str(), &status) != 0) {
-        return ErrorOfErrno(errno);
-    }
-    entry = EntryOf(systemPath, status);
-    ReadBirthTime(AT_FDCWD, systemPath, AT_SYMLINK_NOFOLLOW, entry.fTimes);
-    return kError_None;
+    return systemPath.empty() ? kError_PathNotFound
+                              : ErrorOfErrno(FindEntryAt(AT_FDCWD, systemPath, entry));
 }
 
 void CSystemFileOps::CopyAccessRights(const std::u16string& from, const std::u16string& to) {
@@ -193,13 +183,33 @@ void CSystemFileOps::CopyAccessRights(const std::u16string& from, const std::u16
     if (descriptor < 0) {
         return;
     }
-    // The owner first: a change of owner may take bits away. Only a privileged process may give
-    // files away, so a refusal is ordinary.
-    if (stat(source.c_str(), &status) == 0 &&
-        (fchown(descriptor, status.st_uid, status.st_gid) == 0 || errno == EPERM)) {
-        fchmod(descriptor, status.st_mode & 0777U);
+    if (stat(source.c_str(), &status) == 0) {
+        mode_t mode = status.st_mode & 0777U;
+        // The owner first: a change of owner may take bits away. Only a privileged process may give
+        // files away, so a refusal is ordinary; a member of the group may still set the group. The
+        // bits of the group are for that group alone.
+        constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
+        if (fchown(descriptor, status.st_uid, status.st_gid) != 0 &&
+            fchown(descriptor, kSameOwner, status.st_gid) != 0) {
+            mode &= ~static_cast<mode_t>(S_IRWXG);
+        }
+        fchmod(descriptor, mode);
     }
     close(descriptor);
+}
+
+std::u16string CSystemFileOps::FollowLinks(const std::u16string& path) {
+    constexpr int kMostLinks = 40; // as many as the system follows
+    const std::string systemPath = SystemPath(path);
+    std::string end = systemPath;
+    for (int i = 0; i < kMostLinks && !end.empty() && !IsPosixAliasName(end); ++i) {
+        std::string target;
+        if (ReadLink(end, target) != 0) { // no link
+            break;
+        }
+        end = target;
+    }
+    return end == systemPath ? path : NativeFromPosix(end);
 }
 
 uint32_t CSystemFileOps::Move(const std::u16string& from, const std::u16string& to,
@@ -251,24 +261,21 @@ uint32_t CSystemFileOps::MakeTempName(const std::u16string& folder, const std::u
         path = JoinPath(folder, NumberedName(prefix, number));
         return kError_None;
     }
-    // Begins somewhere else each time, so that two processes seldom try the same names.
-    static std::atomic<uint32_t> gTurn = 0;
-    struct timespec now = {};
-    clock_gettime(CLOCK_REALTIME, &now);
-    const uint32_t first = static_cast<uint32_t>(now.tv_nsec / 1000) +
-                           static_cast<uint32_t>(getpid()) * 7919U + gTurn.fetch_add(1) * 257U;
-    for (uint32_t i = 0; i <= 0xFFFF; ++i) {
-        const std::u16string candidate = JoinPath(folder, NumberedName(prefix, first + i));
-        PlatformHandle file = kNoPlatformHandle;
-        const uint32_t errorCode = Open(
-            candidate, {EFileAccess::kReadWrite, kShare_None, EFileCreation::kCreateNew}, file);
-        if (errorCode == kError_None) {
-            Close(file);
+    if (SystemPath(folder).empty()) {
+        return kError_PathNotFound;
+    }
+    for (int i = 0; i <= 0xFFFF; ++i) {
+        const std::u16string candidate =
+            JoinPath(folder, NumberedName(prefix, NextTempNumber(static_cast<uint32_t>(getpid()))));
+        const int file = open(SystemPath(candidate).c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC,
+                              S_IRUSR | S_IWUSR);
+        if (file >= 0) {
+            close(file);
             path = candidate;
             return kError_None;
         }
-        if (errorCode != kError_AlreadyExists) {
-            return errorCode;
+        if (errno != EEXIST) {
+            return ErrorOfErrno(errno);
         }
     }
     return kError_FileExists;

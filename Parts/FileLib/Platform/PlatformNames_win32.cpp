@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include <windows.h>
 
@@ -137,15 +138,41 @@ uint32_t CSystemFileOps::RemoveFolder(const std::u16string& path) {
     return LastErrorUnless(RemoveDirectoryW(WideOf<wchar_t>(path).c_str()));
 }
 
+std::u16string CSystemFileOps::FollowLinks(const std::u16string& path) {
+    return path;
+}
+
 uint32_t CSystemFileOps::MakeTempName(const std::u16string& folder, const std::u16string& prefix,
                                       uint32_t number, std::u16string& path) {
     wchar_t buffer[MAX_PATH + 1] = {};
-    if (GetTempFileNameW(WideOf<wchar_t>(folder).c_str(), WideOf<wchar_t>(prefix).c_str(), number,
-                         buffer) == 0) {
-        return GetLastError();
+    const std::wstring wideFolder = WideOf<wchar_t>(folder);
+    const std::wstring widePrefix = WideOf<wchar_t>(prefix);
+    // The system's own numbers go by the clock, so that several users of one folder get the same.
+    for (int i = 0; i <= 0xFFFF; ++i) {
+        if (GetTempFileNameW(wideFolder.c_str(), widePrefix.c_str(),
+                             number != 0 ? number : NextTempNumber(GetCurrentProcessId()),
+                             buffer) == 0) {
+            return GetLastError();
+        }
+        std::u16string candidate = Utf16Of(buffer);
+        PlatformHandle file = kNoPlatformHandle;
+        const uint32_t errorCode =
+            number != 0
+                ? kError_None
+                : Open(candidate, {EFileAccess::kReadWrite, kShare_None, EFileCreation::kCreateNew},
+                       file);
+        if (errorCode == kError_None) {
+            if (number == 0) {
+                Close(file);
+            }
+            path = std::move(candidate);
+            return kError_None;
+        }
+        if (errorCode != kError_FileExists && errorCode != kError_AlreadyExists) {
+            return errorCode;
+        }
     }
-    path = Utf16Of(buffer);
-    return kError_None;
+    return kError_FileExists;
 }
 
 uint32_t CSystemFileOps::ReadLongPath(const std::u16string& path, std::u16string& longPath) {

@@ -51,22 +51,6 @@ std::string FindSpecialFolder(int32_t number) {
     }
 }
 
-// Answers errno, 0 for success.
-int ReadLink(const std::string& path, std::string& target) {
-    std::string buffer(256, '\0');
-    for (;;) {
-        const ssize_t length = readlink(path.c_str(), buffer.data(), buffer.size());
-        if (length < 0) {
-            return errno;
-        }
-        if (static_cast<size_t>(length) < buffer.size()) {
-            target = buffer.substr(0, static_cast<size_t>(length));
-            return 0;
-        }
-        buffer.resize(buffer.size() * 2);
-    }
-}
-
 bool IsRunningProgram(const std::string& path) {
     struct stat named = {};
     struct stat running = {};
@@ -179,9 +163,6 @@ uint32_t CSystemFileOps::LoadShellLink(const std::u16string& link, ShellItem& ta
     if (error != 0) {
         step = ELinkStep::kLoad;
         return error == EINVAL ? kOLE_BadFormat : OLEResultOf(ErrorOfErrno(error));
-    }
-    if (!leadsTo.starts_with('/')) {
-        leadsTo = linkPath.substr(0, linkPath.rfind('/') + 1) + leadsTo;
     }
     target.assign(leadsTo.begin(), leadsTo.end());
     step = ELinkStep::kDone;

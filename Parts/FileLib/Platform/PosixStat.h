@@ -19,6 +19,17 @@ bool IsPosixAliasName(const std::string& name);
 /// Follows symbolic links, but takes an alias as it is. Answers errno, 0 for success.
 int StatBehindLinks(int folder, const std::string& path, struct stat& status);
 
+/// What the info of a name is about: the same, or the link itself when it leads nowhere. The status
+/// is that of a link only when the link itself is meant. Answers errno.
+int StatForInfo(int folder, const std::string& path, struct stat& status);
+
+/// The entry of a name in an open folder. Answers errno.
+int FindEntryAt(int folder, const std::string& path, SPlatformEntry& entry);
+
+/// Where a link leads, as an absolute path when its own path is absolute. Answers errno, EINVAL for
+/// what is not a link.
+int ReadLink(const std::string& path, std::string& target);
+
 /// Puts in when the file was made, where the file system knows; an empty path stands for folder
 /// itself, an open file. flags as for statx.
 void ReadBirthTime(int folder, const std::string& path, int flags, SFileTimes& times);

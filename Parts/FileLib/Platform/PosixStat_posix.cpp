@@ -7,6 +7,7 @@
 #include <cerrno>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 namespace NSFileLibInternals {
 
@@ -32,6 +33,39 @@ bool IsPosixAliasName(const std::string& name) {
 int StatBehindLinks(int folder, const std::string& path, struct stat& status) {
     const int flags = IsPosixAliasName(path) ? AT_SYMLINK_NOFOLLOW : 0;
     return fstatat(folder, path.c_str(), &status, flags) == 0 ? 0 : errno;
+}
+
+int StatForInfo(int folder, const std::string& path, struct stat& status) {
+    if (StatBehindLinks(folder, path, status) == 0) {
+        return 0;
+    }
+    return fstatat(folder, path.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 ? 0 : errno;
+}
+
+int FindEntryAt(int folder, const std::string& path, SPlatformEntry& entry) {
+    struct stat status = {};
+    const int error = StatForInfo(folder, path, status);
+    if (error == 0) {
+        entry = EntryOf(path, status);
+        ReadBirthTime(folder, path, S_ISLNK(status.st_mode) ? AT_SYMLINK_NOFOLLOW : 0,
+                      entry.fTimes);
+    }
+    return error;
+}
+
+int ReadLink(const std::string& path, std::string& target) {
+    std::string buffer(256, '\0');
+    ssize_t length = 0;
+    while ((length = readlink(path.c_str(), buffer.data(), buffer.size())) ==
+           static_cast<ssize_t>(buffer.size())) {
+        buffer.resize(buffer.size() * 2);
+    }
+    if (length < 0) {
+        return errno;
+    }
+    buffer.resize(static_cast<size_t>(length));
+    target = buffer.starts_with('/') ? buffer : path.substr(0, path.rfind('/') + 1) + buffer;
+    return 0;
 }
 
 void ReadBirthTime(int folder, const std::string& path, int flags, SFileTimes& times) {

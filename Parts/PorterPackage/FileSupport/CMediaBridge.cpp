@@ -5,11 +5,15 @@
 namespace NSFileLibSupport {
 
 void CMediaBridge::ReadBytes(int64_t position, int64_t count, uint8_t* destination) const {
-    NSFileLib::ThrowIfByteStreamError(fReader->Read(position, count, destination));
+    if (count != 0) { // no bytes may come without a buffer
+        NSFileLib::ThrowIfByteStreamError(fReader->Read(position, count, destination));
+    }
 }
 
 void CMediaBridge::WriteBytes(int64_t position, int64_t count, const uint8_t* source) {
-    NSFileLib::ThrowIfByteStreamError(fWriter->Write(position, count, source));
+    if (count != 0) {
+        NSFileLib::ThrowIfByteStreamError(fWriter->Write(position, count, source));
+    }
 }
 
 int64_t CMediaBridge::GetLength() const {

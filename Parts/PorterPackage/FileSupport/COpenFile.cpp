@@ -21,11 +21,15 @@ COpenFile::COpenFile(const DirHandle& folder, const std::u16string& name, uint32
 }
 
 void COpenFile::ReadBytes(int64_t position, int64_t count, uint8_t* destination) const {
-    ThrowIfFileLibError(fReader->Read(position, count, destination));
+    if (count != 0) { // no bytes may come without a buffer
+        ThrowIfFileLibError(fReader->Read(position, count, destination));
+    }
 }
 
 void COpenFile::WriteBytes(int64_t position, int64_t count, const uint8_t* source) {
-    ThrowIfFileLibError(fWriter->Write(position, count, source));
+    if (count != 0) {
+        ThrowIfFileLibError(fWriter->Write(position, count, source));
+    }
 }
 
 int64_t COpenFile::GetLength() const {

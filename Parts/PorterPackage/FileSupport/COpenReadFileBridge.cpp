@@ -18,7 +18,9 @@ COpenReadFileBridge::COpenReadFileBridge(const FileHandle& file)
       })) {}
 
 void COpenReadFileBridge::ReadBytes(int64_t position, int64_t count, uint8_t* destination) const {
-    ThrowIfFileLibError(fFile->GetByteReader()->Read(position, count, destination));
+    if (count != 0) { // no bytes may come without a buffer
+        ThrowIfFileLibError(fFile->GetByteReader()->Read(position, count, destination));
+    }
 }
 
 void COpenReadFileBridge::WriteBytes(int64_t /*position*/, int64_t /*count*/,

@@ -9,6 +9,7 @@
 #include "FileLib/Glue/ByteStreamNumbers.h"
 #include "FileLib/Glue/FileLibAccess.h"
 #include "FileLib/Glue/GlueGuard.h"
+#include "Tests/FileLib/CClientStream.h"
 
 #include <memory>
 #include <new>
@@ -28,29 +29,6 @@ template <class TBody>
 int32_t Guarded(const TBody& body) {
     return RunGuarded(kFileLibStatus_OK, body);
 }
-
-// Bytes in memory, with a status of the client's own once it is set.
-class CClientStream : public IByteReader, public IByteWriter {
-public:
-    int32_t Read(int64_t position, int64_t count, uint8_t* buffer) override {
-        for (int64_t i = 0; i < count; ++i) {
-            buffer[i] = fBytes.at(static_cast<size_t>(position + i));
-        }
-        return fStatus;
-    }
-    int32_t Write(int64_t position, int64_t count, const uint8_t* source) override {
-        fBytes.resize(static_cast<size_t>(position + count));
-        std::copy(source, source + count, fBytes.begin() + position);
-        return fStatus;
-    }
-    int32_t GetSize(int64_t* size) override {
-        *size = static_cast<int64_t>(fBytes.size());
-        return fStatus;
-    }
-
-    std::vector<uint8_t> fBytes;
-    int32_t fStatus = kByteStreamStatus_OK;
-};
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "FileLib/Glue/CFileLibGlue.h"
 
+#include "FileLib/Glue/CDirScannerGlue.h"
 #include "FileLib/Glue/OpenFileGlue.h"
 #include "FileLib/Glue/SpecGlue.h"
 #include "Tests/FileLib/CFakeFileOps.h"
@@ -38,18 +39,12 @@ protected:
         return PathOf(Ask(5000, operation, arguments...).get());
     }
 
-    // What an operation left in fText, fURL or fAnswer, with the status that it answered.
+    // What an operation left in fText or fAnswer, with the status that it answered.
     void ExpectText(int32_t status, const std::u16string& text) const {
-        EXPECT_EQ(status, 5000);
-        EXPECT_EQ(fText, text);
-    }
-    void ExpectURL(int32_t status, const std::string& url) const {
-        EXPECT_EQ(status, 5000);
-        EXPECT_EQ(fURL, url);
+        EXPECT_EQ(std::pair(status, std::u16string(fText)), std::pair(5000, text));
     }
     void ExpectAnswer(int32_t status, int32_t answer) const {
-        EXPECT_EQ(status, 5000);
-        EXPECT_EQ(fAnswer, answer);
+        EXPECT_EQ(std::pair(status, fAnswer), std::pair(5000, answer));
     }
 
     CFakeFileOps fOps;
@@ -61,7 +56,7 @@ protected:
     char16_t fText[kFileLibTextUnits] = {};
     char fURL[kFileLibTextUnits] = {};
     int32_t fAnswer = 0;
-    NSFileLib::SFileInfo fInfo = {};
+    SFileInfo fInfo = {};
     // What InterpretURL and ResolvePossibleAlias answer.
     IVolumeSpec* fVolumeFound = nullptr;
     IDirSpec* fDirFound = nullptr;
@@ -125,6 +120,8 @@ TEST_F(CFileLibGlueTest, SpecsCompareWithoutCaseAndWithTheirOwnAlone) {
     }
     EXPECT_EQ(invalid.IsValid(), 0);
     EXPECT_EQ(invalid.GetName(fText), 5003);
+    EXPECT_EQ(invalid.GetName(nullptr), 5003) << "validity comes before arguments";
+    EXPECT_EQ(invalid.IsEqual(nullptr, nullptr), 5003);
     EXPECT_EQ(fLib.DeletePhysicalFile(&invalid), 5003);
     EXPECT_EQ(fLib.DeletePhysicalFile(&foreign), 5003);
     EXPECT_EQ(invalid.CreateCopy(&status), nullptr);
@@ -138,13 +135,13 @@ TEST_F(CFileLibGlueTest, URLsGoBothWays) {
     EXPECT_EQ(interpret("file://C:/Temp/a.txt"), 5000);
     const std::unique_ptr<IFileSpec> file(fFileFound);
     EXPECT_TRUE(file != nullptr && fDirFound == nullptr && fVolumeFound == nullptr);
-    ExpectURL(fLib.GetFileURL(file.get(), fURL), "file://C:\\Temp\\a.txt");
-
+    EXPECT_EQ(fLib.GetFileURL(file.get(), fURL), 5000);
+    EXPECT_STREQ(fURL, "file://C:\\Temp\\a.txt");
     EXPECT_EQ(interpret("file://C:\\Temp\\"), 5000);
     const std::unique_ptr<IDirSpec> folder(fDirFound);
     EXPECT_TRUE(folder != nullptr && fFileFound == nullptr);
-    ExpectURL(fLib.GetDirURL(folder.get(), fURL), "file://C:\\Temp\\");
-
+    EXPECT_EQ(fLib.GetDirURL(folder.get(), fURL), 5000);
+    EXPECT_STREQ(fURL, "file://C:\\Temp\\");
     EXPECT_EQ(interpret("file://C:/none"), 5020);
     EXPECT_TRUE(fFileFound == nullptr && fDirFound == nullptr);
 
@@ -183,7 +180,7 @@ TEST_F(CFileLibGlueTest, AnUnfinishedOperationLeavesItsMarks) {
     fOps.Script("ReadDiskSpace", {kError_AccessDenied});
     EXPECT_EQ(fLib.GetFreeSpace(&fVolume, &freeBytes, &totalBytes), 5012);
     EXPECT_EQ(freeBytes + totalBytes, 2 * 666);
-    const auto info = std::make_unique<NSFileLib::SVolumeInfo>();
+    const auto info = std::make_unique<SVolumeInfo>();
     fOps.fDrives[u"C:\\"].fVolumeError = kError_TooManyOpenFiles;
     EXPECT_EQ(fLib.GetVolumeInfo(&fVolume, info.get()), 5021);
     EXPECT_EQ(std::u16string(info->fLabel), u"666");
@@ -250,7 +247,12 @@ TEST_F(CFileLibGlueTest, OpenFilesCheckTheirArgumentsFirst) {
     EXPECT_EQ(fOps.CountCalls("Read"), 0);
     EXPECT_EQ(reader.Read(1, 3, bytes), 5000);
     EXPECT_EQ(bytes[2], 't');
-    EXPECT_EQ(COpenReadFileGlue(nullptr).Read(0, 0, bytes), 5003);
+    EXPECT_EQ(COpenReadFileGlue(nullptr).Read(-1, 0, nullptr), 5003);
+    EXPECT_EQ(COpenReadWriteFileGlue(nullptr).Write(-1, 0, nullptr), 5003);
+    EXPECT_EQ(CSafeOpenReadWriteFileGlue(nullptr).GetSize(nullptr), 5003);
+    EXPECT_EQ(CSafeOpenReadWriteFileGlue(nullptr).Commit(), 5003);
+    EXPECT_EQ(CDirScannerGlue(nullptr).GetCurrent(nullptr, nullptr, nullptr), 5003);
+    EXPECT_EQ(CDirScannerGlue(nullptr).Advance(), 5003);
 
     const auto safe = Ask(5000, &G::OpenForSafeSave, &fTemp, u"a.txt");
     EXPECT_EQ(safe->GetByteWriter()->Write(0, -3, bytes), 5002);
@@ -295,18 +297,18 @@ TEST_F(CFileLibGlueTest, VolumesAndWellKnownPlaces) {
     EXPECT_EQ(PathOf(volumes->GetVolume(0)), u"C:\\");
     EXPECT_EQ(volumes->GetVolume(1), nullptr);
     EXPECT_EQ(volumes->GetVolume(-1), nullptr);
-    EXPECT_EQ(Path(&G::GetBootVolume), u"C:\\");
     ExpectAnswer(fLib.GetVolumeType(&fVolume, &fAnswer), 3);
     int64_t freeBytes = 0;
     int64_t totalBytes = 0;
     EXPECT_EQ(fLib.GetFreeSpace(&fVolume, &freeBytes, &totalBytes), 5000);
     EXPECT_LT(freeBytes, totalBytes);
-    const auto info = std::make_unique<NSFileLib::SVolumeInfo>();
+    const auto info = std::make_unique<SVolumeInfo>();
     EXPECT_EQ(fLib.GetVolumeInfo(&fVolume, info.get()), 5000);
     EXPECT_EQ(std::u16string(info->fLabel), u"label");
 
     fOps.fSpecialFolders = {
         {0, u"C:\\Desk"}, {5, u"C:\\Docs"}, {26, u"C:\\Data"}, {35, u"C:\\All"}};
+    EXPECT_EQ(Path(&G::GetBootVolume), u"C:\\");
     EXPECT_EQ(Path(&G::GetTemporaryDir), u"C:\\Temp\\");
     EXPECT_EQ(Path(&G::GetDesktopDir), u"C:\\Desk\\");
     EXPECT_EQ(Path(&G::GetDocumentsDir), u"C:\\Docs\\");
@@ -315,9 +317,7 @@ TEST_F(CFileLibGlueTest, VolumesAndWellKnownPlaces) {
     EXPECT_EQ(Path(&G::GetAppDataDir, u"M", u"", 0), u"C:\\Data\\M\\");
     EXPECT_EQ(Path(&G::GetAppDataDir, u"M", u"", 1), u"C:\\All\\M\\");
     EXPECT_EQ(Path(&G::GetExecutableFile), u"C:\\Program\\a.exe");
-}
-
-TEST_F(CFileLibGlueTest, NativePathsMakeSpecsOfWhatNeedNotBeThere) {
+    // Native paths make specs of what need not be there.
     EXPECT_EQ(Path(&G::CreateFileSpec, u"C:\\no\\b"), u"C:\\no\\b");
     EXPECT_EQ(Path(&G::CreateDirSpec, u"C:\\no"), u"C:\\no\\");
     EXPECT_EQ(Path(&G::CreateVolumeSpec, u"Q:"), u"Q:\\");

@@ -1,29 +1,21 @@
 // The operations of the system that the tests run on, through the functions that use them.
 
-#include "Failure/Classes/XClasses.h"
-#include "FileLib/Implementation/CDirScannerImpl.h"
-#include "FileLib/Implementation/CFileLibImpl.h"
-#include "FileLib/Implementation/CSafeOpenReadWriteFileImpl.h"
-#include "FileLib/Implementation/FileFunctionsWin.h"
-#include "FileLib/Platform/PlatformCodes.h"
-#include "Tests/FileLib/CTestFolder.h"
+#include "Tests/FileLib/FileLibTest.h"
 
 #include <algorithm>
 #include <set>
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
+#include <thread>
 
 namespace NSFileLibInternals {
 
 namespace {
 
 using namespace NSLichen;
+using L = CFileLibImpl;
 
 void WriteFileText(const std::u16string& path, const std::string& text) {
     COpenReadWriteFileImpl file(path, kOpenMode_CreateAlways);
-    file.Write(0, static_cast<int64_t>(text.size()), reinterpret_cast<const uint8_t*>(text.data()));
+    WriteText(file, text);
 }
 
 std::string ReadFileText(const std::u16string& path) {
@@ -80,15 +72,17 @@ TEST_F(PlatformFileOps, MovingSwappingAndSafeSaving) {
     WriteFileText(fB, "b");
     WinSwapFilesContents(fA, fB);
     EXPECT_EQ(ReadFileText(fA) + ReadFileText(fB), "ba");
-    {
-        CSafeOpenReadWriteFileImpl file(fA);
-        const uint8_t letter = 'c';
-        file.Write(0, 1, &letter);
-        file.Commit();
-    }
+    NSFileLib::SFileInfo info = WinGetFileInfo(fA);
+    const int64_t creationTime = info.fCreationTime;
+    info.fCreationTime = 0;
+    info.fLastWriteTime = 132223104000000000;
+    WinSetFileInfo(fA, info);
+    SaveText(fA, "c");
     EXPECT_EQ(ReadFileText(fA), "c");
     EXPECT_EQ(fFolder.CountEntries(), 2);
-    NSFileLib::SFileInfo info = WinGetFileInfo(fA);
+    info = WinGetFileInfo(fA);
+    EXPECT_GT(info.fLastWriteTime, 132223104000000000) << "that of the save";
+    EXPECT_GE(info.fCreationTime, creationTime);
     info.fReadOnly = 1;
     WinSetFileInfo(fA, info);
     EXPECT_THROW(CSafeOpenReadWriteFileImpl file(fA), XLocked);
@@ -101,14 +95,32 @@ TEST_F(PlatformFileOps, MovingSwappingAndSafeSaving) {
     EXPECT_FALSE(WinDoesFileExist(fA));
 }
 
+TEST_F(PlatformFileOps, ManySafeSavesAtOnceDoNotMeet) {
+    std::vector<std::thread> threads;
+    for (char16_t letter = u'a'; letter < u'i'; ++letter) {
+        threads.emplace_back([path = fFolder.PathOf(std::u16string(1, letter) + u".wav")] {
+            EXPECT_NO_THROW({
+                for (int i = 0; i < 6; ++i) {
+                    SaveText(path, std::string(static_cast<size_t>(i), 'x'));
+                }
+            });
+            EXPECT_EQ(ReadFileText(path), "xxxxx");
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(fFolder.CountEntries(), 8);
+}
+
 TEST_F(PlatformFileOps, InfoTimesAndAliases) {
     const std::u16string alias = fFolder.PathOf(u"alias.LNK");
     WriteFileText(alias, "text");
-    EXPECT_THROW(CFileLibImpl::ResolvePossibleAlias(alias), XResolve);
+    EXPECT_THROW(L::ResolvePossibleAlias(alias), XResolve);
     WinDeletePhysicalFile(alias);
     WriteFileText(fA, "text");
-    CFileLibImpl::CreateAlias(alias, fA);
-    EXPECT_EQ(CFileLibImpl::ResolvePossibleAlias(alias).fPath, fA);
+    L::CreateAlias(alias, fA);
+    EXPECT_EQ(L::ResolvePossibleAlias(alias).fPath, fA);
     EXPECT_EQ(WinGetFileInfo(alias).fAlias, 1);
     NSFileLib::SFileInfo info = WinGetFileInfo(fA);
     EXPECT_EQ(info.fSizeLow, 4U);
@@ -123,9 +135,9 @@ TEST_F(PlatformFileOps, InfoTimesAndAliases) {
 }
 
 TEST_F(PlatformFileOps, FoldersAreMadeScannedAndRemoved) {
-    const std::u16string sub = CFileLibImpl::CreateFolder(fFolder.GetPath(), u"sub");
-    EXPECT_THROW(CFileLibImpl::CreateFolder(fFolder.GetPath(), u"sub"), XCreate);
-    EXPECT_TRUE(std::make_unique<CDirScannerImpl>(sub)->IsAtEnd());
+    const std::u16string sub = L::CreateFolder(fFolder.GetPath(), u"sub");
+    EXPECT_THROW(L::CreateFolder(fFolder.GetPath(), u"sub"), XCreate);
+    EXPECT_TRUE(CDirScannerImpl(sub).IsAtEnd());
     std::set<std::u16string> wanted = {u"a", u"b.c", u"\xE9"};
     for (const std::u16string& name : wanted) {
         WriteFileText(JoinPath(sub, name), "");
@@ -133,15 +145,14 @@ TEST_F(PlatformFileOps, FoldersAreMadeScannedAndRemoved) {
     wanted.insert(GetNameOfPath(WinCreateUniqueDirectory(sub)));
     wanted.insert(GetNameOfPath(WinCreateUniqueFile(sub, u"x.wav")));
     std::set<std::u16string> found;
-    for (const auto scanner = std::make_unique<CDirScannerImpl>(sub); !scanner->IsAtEnd();
-         scanner->Advance()) {
-        found.insert(scanner->GetName());
-        EXPECT_EQ(scanner->IsFolder(), CFileLibImpl::DoesChildFolderExist(sub, scanner->GetName()));
+    for (CDirScannerImpl scanner(sub); !scanner.IsAtEnd(); scanner.Advance()) {
+        found.insert(scanner.GetName());
+        EXPECT_EQ(scanner.IsFolder(), L::DoesChildFolderExist(sub, scanner.GetName()));
     }
     EXPECT_EQ(found, wanted);
     EXPECT_THROW(WinDeletePhysicalDirectory(sub), XDelete) << "it is not empty";
-    EXPECT_THROW(std::make_unique<CDirScannerImpl>(fFolder.PathOf(u"none")), XNotFound);
-    EXPECT_EQ(CFileLibImpl::InterpretURL(CFileLibImpl::GetURL(sub)).fPath, sub);
+    EXPECT_THROW(CDirScannerImpl(fFolder.PathOf(u"none")), XNotFound);
+    EXPECT_EQ(L::InterpretURL(L::GetURL(sub)).fPath, sub);
 }
 
 TEST_F(PlatformFileOps, VolumesAndWellKnownFolders) {
@@ -154,14 +165,13 @@ TEST_F(PlatformFileOps, VolumesAndWellKnownFolders) {
     EXPECT_GT(WinGetMountedVolumeInfo(boot).fMaxComponentLength, 0U);
     EXPECT_FALSE(WinDoesVolumeExist(u"Q:\\"));
     EXPECT_FALSE(WinDoesVolumeExist(u"\\\\no-such-server\\share"));
-    EXPECT_TRUE(WinDoesDirectoryExist(WinGetTempPath()));
-    EXPECT_TRUE(WinDoesDirectoryExist(u"C:\\"));
     EXPECT_TRUE(WinDoesFileExist(WinGetExecutablePath()));
-    for (const int32_t number : {kSpecialFolder_CommonAppData, kSpecialFolder_Windows}) {
-        EXPECT_TRUE(WinDoesDirectoryExist(WinGetSpecialFolderPath(number))) << number;
+    for (const std::u16string& folder :
+         {boot, WinGetTempPath(), WinGetSpecialFolderPath(kSpecialFolder_CommonAppData),
+          WinGetSpecialFolderPath(kSpecialFolder_Windows)}) {
+        EXPECT_TRUE(WinDoesDirectoryExist(folder)) << testing::PrintToString(folder);
     }
     EXPECT_THROW(WinGetSpecialFolderPath(9999), XNotFound);
-    EXPECT_EQ(GetVolumeOfPath(WinGetTempPath()), boot);
 }
 
 } // namespace

@@ -1,9 +1,6 @@
 #include "FileLib/Rules/PathRules.h"
 
-#include "Failure/Classes/XClasses.h"
-#include "FileLib/Implementation/NativePaths.h"
-#include "FileLib/Rules/NameMaking.h"
-#include "Tests/FileLib/TextRaised.h"
+#include "Tests/FileLib/FileLibTest.h"
 
 namespace NSFileLibInternals {
 
