@@ -1,11 +1,14 @@
 #include "Support/Loader/IDLLLoader.h"
 
+#include "Failure/Chain/FailureQuestions.h"
+#include "Failure/Chain/ObjectTypeWords.h"
 #include "Failure/Classes/XClasses.h"
 
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
 
+#include <functional>
 #include <string>
 
 namespace NSSupport {
@@ -26,11 +29,23 @@ TEST(DLLLoader, LoadsByNameAndByPath) {
     const auto byPath = loader->Open(path);
     EXPECT_EQ(byPath->FindAddress("cos"), byName->FindAddress("cos"));
 
-    try {
-        loader->Open(u"no_such_module");
-    } catch (const NSLichen::XNotFound& failure) {
-        EXPECT_TRUE(std::string(failure.what()).starts_with("no_such_module.so: "))
-            << failure.what();
+    const struct {
+        std::function<void()> fCall;
+        const char* fTextBegins;
+        NSLichen::CFixedName fTarget;
+    } kRows[] = {
+        {[&] { loader->Open(u"no_such_module"); }, "no_such_module.so: ", NSLichen::DllWord()},
+        {[&] { loader->Open(u"C:\\no\\such"); }, "/no/such.so: ", NSLichen::DllWord()},
+        {[&] { loader->Open(u"D:\\libm.so.6"); }, "dlopen failed", NSLichen::DllWord()},
+        {[&] { byName->GetAddress("none"); }, "none", NSLichen::SymbolWord()}};
+    for (const auto& [call, textBegins, target] : kRows) {
+        try {
+            call();
+            ADD_FAILURE() << textBegins;
+        } catch (const NSLichen::XNotFound& failure) {
+            EXPECT_TRUE(std::string(failure.what()).starts_with(textBegins)) << failure.what();
+            EXPECT_TRUE(NSLichen::HasTargetObjectType(failure, target)) << textBegins;
+        }
     }
 }
 
