@@ -4,7 +4,7 @@
 option(LOOP_WERROR "Treat warnings as errors" OFF)
 option(LOOP_COVERAGE "Build with gcov counters" OFF)
 set(LOOP_SANITIZE "" CACHE STRING "Sanitizers for the whole build, e.g. address,undefined")
-set(LOOP_OPTIMIZE "" CACHE STRING "Optimisation flag put behind those of the build type")
+set(LOOP_OPTIMIZE "" CACHE STRING "Compiler flags put behind those of the build type")
 
 set(CMAKE_C_STANDARD 99)
 set(CMAKE_C_STANDARD_REQUIRED ON)
