@@ -18,7 +18,7 @@ namespace NSLOPDLL {
 
 CLOPObject::CLOPObject(NSPorter::CMedia* media, std::unique_ptr<CABCWaveSample>& waveSample)
     : fSequencer(waveSample.get()) {
-    // Slice levels are measured on the peaks, so they come ahead of the slices.
+    // Slice levels are measured on the peaks, so they come before the slices.
     waveSample->CreatePreview();
     fSliceSequence = std::make_unique<CSliceSequence>(waveSample.get());
     fSequencer.SetSliceSequence(fSliceSequence.get());
@@ -75,7 +75,7 @@ bool CLOPObject::SetOutputSampleRate(int32_t rate) {
     if (fPreviewRunning) {
         return false;
     }
-    // What can run out of memory comes ahead of any change.
+    // What can run out of memory comes before any change.
     CDSPTablesHandle previewTables(rate);
     CDSPTablesHandle exportTables(rate);
     fSequencer.CommitOutputRate(std::move(previewTables));

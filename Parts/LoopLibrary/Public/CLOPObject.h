@@ -26,7 +26,7 @@ class CSliceSequence;
 /// and complete from then on; holds no reference to the media.
 ///
 /// Threads: RenderPreviewBatch belongs to one render thread. The preview's control operations may
-/// run beside it. The rest is read-only but for the exporter, which one thread at a time may use.
+/// run beside it. The rest is read-only except the exporter, which one thread at a time may use.
 class CLOPObject {
 public:
     /// Takes `waveSample` over at the very end; when the constructor raises, the caller still owns
@@ -43,7 +43,7 @@ public:
     bool IsStereo() const;
 
     bool HasCreatorInfo() const { return fCreatorInfo != nullptr; }
-    /// Only when HasCreatorInfo. Fills the texts in order; one that is no Unicode raises
+    /// Only when HasCreatorInfo. Fills the texts in order; one that is not Unicode raises
     /// XFormatViolation and leaves those before it filled.
     void GetCreatorInfo(LOPCreatorInfo& record) const;
 

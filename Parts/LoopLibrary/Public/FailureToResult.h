@@ -10,8 +10,8 @@ namespace NSLOPDLL {
 /// fits decides.
 LOPResult ResultOfException(const std::exception& exception) noexcept;
 
-/// Only inside a catch: the result of what was caught, kLOPResult_Undefined for anything that is no
-/// std::exception.
+/// Only inside a catch: the result of what was caught, kLOPResult_Undefined for anything that is
+/// not a std::exception.
 LOPResult ResultOfCurrentException() noexcept;
 
 /// For the exports whose failures all look alike: kLOPResult_Undefined, whatever was caught.

@@ -74,7 +74,7 @@ CPlatformMutex::~CPlatformMutex() {
 }
 
 void CPlatformMutex::Lock(uint32_t firstWaitMilliseconds) {
-    // Ahead of the clock: a mutex that is free is to cost no more than taking it.
+    // Before the clock is read: a mutex that is free costs no more than taking it.
     if (TryLock()) {
         return;
     }
