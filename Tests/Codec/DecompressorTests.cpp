@@ -39,6 +39,8 @@ const SWorkedStream kWorkedStreams[] = {
     // 4480, so the next is a sample again, step 105: ten zeros, 5 of 420. The first difference has
     // the least sum of 4340 then, step 102: 7 is 14 folded, of 26 short codes.
     {"0000000000000 1 10011100  0000000000 1 00000101  1 001110", 1, {1000, 1000, 1007}},
+    // -13 is 25 folded. All sums are then 2505, whose step is just below 59: 20 of 58 is long.
+    {"1 01110 1  1 01101 0", 1, {-13, 10}},
     // The second channel is its difference to the first.
     {"1 00010  1 00001", 2, {1, 0}},
     {"1 00001  1 00010", 2, {-1, 0}},
