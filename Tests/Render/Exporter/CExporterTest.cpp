@@ -69,7 +69,7 @@ TEST(CExporter, LoopPlacesItsSlicesInTime) {
     SamplerActions actions;
     const int64_t blocks[] = {2, 78, 79, 313, 314};
     for (size_t i = 0; i < 5; ++i) {
-        actions.emplace(blocks[i], [&table, i](CTesselSampler& s) { s.StartRange(table[i]); });
+        actions.emplace(blocks[i], Range(table[i]));
     }
     const auto audio = SamplerAudio(sequencer, 500, actions);
 

@@ -50,35 +50,33 @@ TEST(CTesselSequencer, LostMutexesDelayCommandsAndTriggers) {
 // ranges before it are crowded and push it back.
 TEST(CTesselSequencer, ChangesReachAStartThatWaits) {
     const std::vector<int32_t> starts = {0, 10, 20, 30, 40, 50, 1000, 1010, 1020, 1030};
-    std::vector<int32_t> moved = starts;
-    moved.erase(moved.begin() + 7);
-    const std::function<void(CTesselSequencer&)> changes[] = {
-        [](CTesselSequencer&) {},
-        [](CTesselSequencer& s) { s.SetTempo(20000); },
-        [](CTesselSequencer& s) { s.SetOutputRate(96000); },
-        [](CTesselSequencer& s) { s.SetBars(3); },
-        [](CTesselSequencer& s) { s.SetBeats(2); },
-        [](CTesselSequencer& s) { s.SetTempoSync(false); },
-        [](CTesselSequencer& s) { s.SetTimeSignature(3, 4); },
-        [](CTesselSequencer& s) { s.SetLoopRange(0, 22050); },
-        [&](CTesselSequencer& s) {
-            s.SetSliceTable(std::make_unique<SliceTable>(MakeTable(moved, kBarFrames)));
+    const std::function<void(SBarLoop&)> changes[] = {
+        [](SBarLoop&) {},
+        [](SBarLoop& s) { s.fSequencer.SetTempo(20000); },
+        [](SBarLoop& s) { s.fSequencer.SetOutputRate(96000); },
+        [](SBarLoop& s) { s.fSequencer.SetBars(3); },
+        [](SBarLoop& s) { s.fSequencer.SetBeats(2); },
+        [](SBarLoop& s) { s.fSequencer.SetTempoSync(false); },
+        [](SBarLoop& s) { s.fSequencer.SetTimeSignature(3, 4); },
+        [](SBarLoop& s) { s.fSequencer.SetLoopRange(0, 22050); },
+        [](SBarLoop& s) {
+            s.SetTable(MakeTable({0, 1000, 1020, 1030}, kBarFrames));
         },
     };
     std::set<int32_t> times;
     for (const auto& change : changes) {
-        SBarLoop before;
-        SBarLoop after;
+        SBarLoop before(120000, true, starts);
+        SBarLoop after(120000, true, starts);
         for (SBarLoop* loop : {&before, &after}) {
             loop->fSequencer.SetBars(1);
-            loop->fSequencer.SetSliceTable(
-                std::make_unique<SliceTable>(MakeTable(starts, kBarFrames)));
-            StandOn(loop->fSequencer, 1030, 0, kBarFrames);
+            loop->fSequencer.SetLoopRange(1030, kBarFrames);
+            loop->fSequencer.MoveToLoopStart();
+            loop->fSequencer.SetLoopRange(0, kBarFrames);
         }
-        change(before.fSequencer);
+        change(before);
         before.fSequencer.Start();
         after.fSequencer.Start();
-        change(after.fSequencer);
+        change(after);
         times.insert(after.fSequencer.GetPlayFields().fCommandTime);
         EXPECT_EQ(RenderBlocks(before.fSequencer, 900), RenderBlocks(after.fSequencer, 900));
         EXPECT_EQ(Plan(before.fSequencer).fCurrentTime, Plan(after.fSequencer).fCurrentTime);
@@ -92,10 +90,8 @@ TEST(CTesselSequencer, OneShotPlaysItsRangeAndEndsTheLoop) {
         CTesselSequencer& sequencer = loop.fSequencer;
         sequencer.Start();
         sequencer.StartOneShot(2);
-        const SamplerActions actions = {{0, [&](CTesselSampler& s) {
-                                             synced ? s.StartRange(loop.fTable[2])
-                                                    : s.StartFreeRange(44100, 66150);
-                                         }}};
+        const SamplerAction once = [](CTesselSampler& s) { s.StartFreeRange(44100, 66150); };
+        const SamplerActions actions = {{0, synced ? Range(loop.fTable[2]) : once}};
         EXPECT_EQ(RenderBlocks(sequencer, 300), SamplerAudio(sequencer, 300, actions));
         EXPECT_EQ(sequencer.GetEqualizer().GetRunFlag(), synced);
         RenderBlocks(sequencer, 900);
@@ -146,59 +142,34 @@ TEST(CTesselSequencer, NewRateReachesTheSamplerAtTheNextRender) {
     EXPECT_EQ(cache.GetReferenceCount(11025) + cache.GetReferenceCount(1000000), 0);
 }
 
-// The bar at 100: the second beat is due at 413 blocks.
+// The bar at 100: the beats are due at 0, 413 and 827 blocks. The block of a start or of a switch
+// counts already, and a free voice that is at frame 3200 has 294.5 blocks to go to the second beat.
 constexpr int32_t kSlowTempo = 100000;
 
-// The left side of a run that is switched to `synced` after `blocks` blocks.
-std::vector<float> RenderSwitch(CTesselSequencer& sequencer, int32_t blocks, bool synced,
-                                int32_t blocksAfter) {
-    std::vector<float> audio = RenderBlocks(sequencer, blocks);
-    sequencer.SetTempoSync(synced);
-    const std::vector<float> rest = RenderBlocks(sequencer, blocksAfter);
-    audio.insert(audio.end(), rest.begin(), rest.end());
-    return audio;
-}
-
-TEST(CTesselSequencer, SyncOffFreesTheLoopAtItsNextTrigger) {
-    SBarLoop loop(kSlowTempo);
-    loop.fSequencer.Start();
-    const SamplerActions actions = {
-        {0, [&](CTesselSampler& s) { s.StartRange(loop.fTable[0]); }},
-        {413 - 1, [](CTesselSampler& s) { s.StartFreeRun(22050); }},
-    };
-    EXPECT_EQ(RenderSwitch(loop.fSequencer, 10, false, 1990),
-              SamplerAudio(loop.fSequencer, 2000, actions));
-    EXPECT_FALSE(loop.fSequencer.GetEqualizer().GetRunFlag());
-}
-
-TEST(CTesselSequencer, SyncOnEndsTheFreeVoiceAtARange) {
-    SBarLoop loop(kSlowTempo, false);
-    loop.fSequencer.Start();
-    // 3200 frames on, the next range is 294.5 blocks away; the one of the change counts already.
-    const SamplerActions actions = {
-        {0, [](CTesselSampler& s) { s.StartFreeRun(0); }},
-        {50 + 294, [&](CTesselSampler& s) { s.StartRange(loop.fTable[1]); }},
-    };
-    EXPECT_EQ(RenderSwitch(loop.fSequencer, 50, true, 700),
-              SamplerAudio(loop.fSequencer, 750, actions));
-    EXPECT_TRUE(loop.fSequencer.GetEqualizer().GetRunFlag());
-}
-
-// The second range begins 10 frames behind the first and waits for a block of its own.
-TEST(CTesselSequencer, AnyBatchesGiveTheSameSound) {
-    SBarLoop like(kSlowTempo);
-    like.fTable = MakeTable({0, 10, 22050, 44100, 66150}, kBarFrames);
-    const int64_t blocks[] = {0, 0, 413 - 1, 827 - 1};
-    SamplerActions actions;
-    for (size_t i = 0; i < 4; ++i) {
-        actions.emplace(blocks[i], [&, i](CTesselSampler& s) { s.StartRange(like.fTable[i]); });
+TEST(CTesselSequencer, SyncChangesOverAtATrigger) {
+    for (const bool on : {true, false}) {
+        SBarLoop loop(kSlowTempo, !on);
+        loop.fSequencer.Start();
+        std::vector<float> audio = RenderBlocks(loop.fSequencer, 50);
+        loop.fSequencer.SetTempoSync(on);
+        const std::vector<float> rest = RenderBlocks(loop.fSequencer, 700);
+        audio.insert(audio.end(), rest.begin(), rest.end());
+        const SamplerActions onActions = {{0, FreeRun(0)}, {50 + 294, Range(loop.fTable[1])}};
+        const SamplerActions offActions = {{0, Range(loop.fTable[0])}, {413 - 1, FreeRun(22050)}};
+        EXPECT_EQ(audio, SamplerAudio(loop.fSequencer, 750, on ? onActions : offActions));
+        EXPECT_EQ(loop.fSequencer.GetEqualizer().GetRunFlag(), on);
     }
-    const std::vector<float> expected = SamplerAudio(like.fSequencer, 1000, actions);
+}
+
+TEST(CTesselSequencer, AnyBatchesGiveTheSameSound) {
     for (const int32_t batch : {640, 1, 7, 63, 64, 65, 1000}) {
         SBarLoop loop(kSlowTempo);
-        loop.fSequencer.SetSliceTable(std::make_unique<SliceTable>(like.fTable));
         loop.fSequencer.Start();
-        EXPECT_TRUE(RenderBlocks(loop.fSequencer, 1000, batch) == expected) << batch;
+        const SamplerActions actions = {{0, Range(loop.fTable[0])},
+                                        {413 - 1, Range(loop.fTable[1])},
+                                        {827 - 1, Range(loop.fTable[2])}};
+        EXPECT_EQ(RenderBlocks(loop.fSequencer, 1000, batch),
+                  SamplerAudio(loop.fSequencer, 1000, actions));
     }
 }
 

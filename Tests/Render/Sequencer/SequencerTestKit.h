@@ -11,7 +11,15 @@ namespace NSLOPDLL {
 
 using SliceTable = std::vector<CSlicePlayRange>;
 // What is done to a sampler, by the block at whose head it is done.
-using SamplerActions = std::multimap<int64_t, std::function<void(CTesselSampler&)>>;
+using SamplerAction = std::function<void(CTesselSampler&)>;
+using SamplerActions = std::multimap<int64_t, SamplerAction>;
+
+inline SamplerAction Range(const CSlicePlayRange& range) {
+    return [range](CTesselSampler& sampler) { sampler.StartRange(range); };
+}
+inline SamplerAction FreeRun(int32_t frame) {
+    return [frame](CTesselSampler& sampler) { sampler.StartFreeRun(frame); };
+}
 
 // Ranges that touch each other, without tails.
 inline SliceTable MakeTable(const std::vector<int32_t>& starts, int32_t frameCount) {
@@ -28,28 +36,25 @@ constexpr int32_t kBarFrames = 88200;
 
 struct SBarLoop {
     std::unique_ptr<CABCWaveSample> fSample = MakeNoiseSample(44100, kBarFrames, false, 16);
-    SliceTable fTable = MakeTable({0, 22050, 44100, 66150}, kBarFrames);
+    SliceTable fTable;
     CTesselSequencer fSequencer{fSample.get()};
 
-    explicit SBarLoop(int32_t tempo = 120000, bool synced = true) {
+    explicit SBarLoop(int32_t tempo = 120000, bool synced = true,
+                      const std::vector<int32_t>& starts = {0, 22050, 44100, 66150})
+        : fTable(MakeTable(starts, kBarFrames)) {
         fSequencer.SetBeats(4);
         fSequencer.SetTempo(tempo);
         fSequencer.SetTempoSync(synced);
-        fSequencer.SetSliceTable(std::make_unique<SliceTable>(fTable));
+        SetTable(fTable);
         fSequencer.ResetPosition();
+    }
+    void SetTable(const SliceTable& table) {
+        fSequencer.SetSliceTable(std::make_unique<SliceTable>(table));
     }
 };
 
 inline CTriggerPlan Plan(const CTesselSequencer& sequencer) {
     return sequencer.GetPlayFields().fClock.GetPlan();
-}
-
-// Lets the next start begin on the range at `start`, wherever the loop is.
-inline void StandOn(CTesselSequencer& sequencer, int32_t start, int32_t loopStart,
-                    int32_t loopEnd) {
-    sequencer.SetLoopRange(start, INT32_MAX);
-    sequencer.ResetPosition();
-    sequencer.SetLoopRange(loopStart, loopEnd);
 }
 
 // The left side of `blocks` blocks, asked for in calls of `batch` frames.
