@@ -156,19 +156,15 @@ TEST(WaveSample, FindsQuietPlaces) {
             EXPECT_EQ(step->FindZeroCrossing(from), found);
         }
     }
-    // The levels that are just quiet.
-    for (const auto& [depth, quiet] : {std::pair(16U, 1022), {24U, 0x3FFFE}}) {
-        const auto loud = CreateWaveSample(44100, 60000, true, depth);
-        for (int32_t i = 0; i < 60000; ++i) {
-            loud->Set16BitSample(i, 2000, 1);
-            loud->Set16BitSample(i, 2000, 2);
-        }
-        for (const int32_t channel : {1, 2}) {
-            const auto set = depth == 16 ? quiet * 256 : quiet;
-            loud->Set24BitSample(100, set, channel);
-            EXPECT_EQ(loud->FindZeroCrossing(105), 100);
-            loud->Set24BitSample(100, set + (depth == 16 ? 256 : 1), channel);
+    for (const int32_t channel : {1, 2}) {
+        for (const auto& [depth, least] : {std::pair(16U, 1023 * 256), {24U, 0x3FFFF}}) {
+            const auto loud = CreateWaveSample(44100, 200, true, depth);
+            const std::vector<int32_t> values(400, 512000);
+            loud->Set24BitFrames(0, 200, values.data());
+            loud->Set24BitSample(100, least, channel); // just not quiet
             EXPECT_NE(loud->FindZeroCrossing(105), 100);
+            loud->Set24BitSample(100, least - 1, channel);
+            EXPECT_EQ(loud->FindZeroCrossing(105), 100);
         }
     }
 }
