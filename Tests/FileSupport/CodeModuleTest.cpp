@@ -42,9 +42,7 @@ TEST(CodeModule, FindsItsOwnFile) {
 
 TEST(LoadedModulePath, JoinsARelativeNameWithTheDirectoryOfThatTime) {
     const struct {
-        const char* fName;
-        const char* fDirectory;
-        const char* fPath;
+        const char *fName, *fDirectory, *fPath;
     } rows[] = {{"/usr/lib/x.so", "/home", "/usr/lib/x.so"},
                 {"/usr/./lib/././.x.so", "/home", "/usr/lib/.x.so"},
                 {"./x.so", "/home/a", "/home/a/x.so"},

@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <fstream>
-#include <iterator>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -83,23 +82,14 @@ TEST_F(PosixFileOps, OtherVolumesDoNotExist) {
     SDiskSpace space;
     std::u16string text;
     Touch(fBytesOfA);
-    const uint32_t answers[] = {
-        ops.WriteAttributes(away, kAttribute_ReadOnly),
-        ops.FindFirst(away, handle, entry),
-        ops.FindEntry(away, entry),
-        ops.Open(away, {EFileAccess::kReadWrite, kShare_None, EFileCreation::kCreateNew}, handle),
-        ops.Move(fA, away, 0),
-        ops.Move(away, fA, 0),
-        ops.Delete(away),
-        ops.MakeFolder(away),
-        ops.RemoveFolder(away),
-        ops.MakeTempName(away, u"x", 0, text),
-        ops.ReadVolumeInfo(u"D:\\", volume),
-        ops.ReadDiskSpace(u"D:\\", space),
-        ops.ReadLongPath(away, text),
-    };
-    for (size_t i = 0; i < std::size(answers); ++i) {
-        EXPECT_EQ(answers[i], kError_PathNotFound) << i;
+    const SOpenRequest create = {EFileAccess::kReadWrite, kShare_None, EFileCreation::kCreateNew};
+    for (const uint32_t answer :
+         {ops.WriteAttributes(away, kAttribute_ReadOnly), ops.FindFirst(away, handle, entry),
+          ops.FindEntry(away, entry), ops.Open(away, create, handle), ops.Move(fA, away, 0),
+          ops.Move(away, fA, 0), ops.Delete(away), ops.MakeFolder(away), ops.RemoveFolder(away),
+          ops.MakeTempName(away, u"x", 0, text), ops.ReadVolumeInfo(u"D:\\", volume),
+          ops.ReadDiskSpace(u"D:\\", space), ops.ReadLongPath(away, text)}) {
+        EXPECT_EQ(answer, kError_PathNotFound);
     }
     uint32_t errorCode = kError_None;
     EXPECT_EQ(ops.ReadAttributes(away, errorCode), kAttributes_None);
