@@ -1,0 +1,26 @@
+// The contests, and what they share.
+#pragma once
+
+#include "Benchmarks/Contest/CContest.h"
+#include "Benchmarks/Contest/CLibrary.h"
+
+#include <nlohmann/json.hpp>
+
+#include <memory>
+#include <vector>
+
+namespace LoopBench {
+
+struct SSession {
+    bool fQuick = false;
+    /// This build's library first, then those that it is compared with.
+    std::vector<std::unique_ptr<CLibrary>> fLibraries;
+    nlohmann::json fReport = nlohmann::json::array();
+
+    /// Runs, prints and keeps a contest.
+    void Hold(CContest& contest);
+};
+
+void HoldDecodeContests(SSession& session);
+
+} // namespace LoopBench
