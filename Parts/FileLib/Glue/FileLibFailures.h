@@ -11,8 +11,8 @@ namespace NSFileLib {
 /// Raises what a status of the file library names; nothing for kFileLibStatus_OK.
 void ThrowIfFileLibError(int32_t status,
                          const NSLichen::CFailureSite& site = NSLichen::CFailureSite());
-/// The same for the status of a reader or writer that a client supplied: what is none of our own
-/// statuses travels through the system and comes out unchanged.
+/// The same for the status of a reader or writer that a client supplied: any other status than ours
+/// travels through the system and comes out unchanged.
 void ThrowIfByteStreamError(int32_t status,
                             const NSLichen::CFailureSite& site = NSLichen::CFailureSite());
 

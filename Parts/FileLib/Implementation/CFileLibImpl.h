@@ -30,7 +30,7 @@ public:
     static std::string GetURL(const std::u16string& path);
 
     /// --- Specs from native paths: tests the form only, so that a spec can name what is not there
-    /// (except that a file is refused as a folder). XNotFound for a text that is no path.
+    /// (except that a file is refused as a folder). XNotFound for a text that is not a path.
     static std::u16string MakeVolumePath(const std::u16string& nativePath);
     static std::u16string MakeFolderPath(const std::u16string& nativePath);
     static std::u16string MakeFilePath(const std::u16string& nativePath);

@@ -27,7 +27,7 @@ private:
     CFileHandle fFile;
 };
 
-/// Reading and writing; nobody else may open the file meanwhile.
+/// Reading and writing; the file cannot be opened a second time meanwhile.
 class COpenReadWriteFileImpl {
 public:
     /// mode: kOpenMode_CreateAlways EMPTIES an existing file, as creating does; there is no mode

@@ -28,7 +28,7 @@ enum EFileLibStatus : int32_t {
     kFileLibStatus_NotFound = 5020,
     kFileLibStatus_OutOfItems = 5021,
     kFileLibStatus_Range = 5022,
-    kFileLibStatus_RuntimeError = 5023 // also a failure that is no exception
+    kFileLibStatus_RuntimeError = 5023 // also what is not a std::exception
 };
 
 constexpr uint32_t kFileLibTunnelFirst = 100000;

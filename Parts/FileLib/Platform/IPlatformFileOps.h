@@ -70,7 +70,7 @@ public:
     /// Longest path that this platform takes, in UTF-16 units.
     virtual size_t GetLongestPath() const noexcept = 0;
 
-    /// kAttributes_None when there is no such thing; errorCode then tells why.
+    /// kAttributes_None when nothing has that path; errorCode then tells why.
     virtual uint32_t ReadAttributes(const std::u16string& path, uint32_t& errorCode) = 0;
     virtual uint32_t WriteAttributes(const std::u16string& path, uint32_t attributes) = 0;
 
@@ -80,7 +80,7 @@ public:
                                SPlatformEntry& entry) = 0;
     virtual uint32_t FindNext(PlatformHandle scan, SPlatformEntry& entry) = 0;
     virtual void EndFind(PlatformHandle scan) noexcept = 0;
-    /// The entry of one path; no pattern. A symbolic link has the attributes, times and size of
+    /// The entry of one path, not a pattern. A symbolic link has the attributes, times and size of
     /// what it leads to, or its own when that is missing; an alias always has its own.
     virtual uint32_t FindEntry(const std::u16string& path, SPlatformEntry& entry) = 0;
 
@@ -97,7 +97,7 @@ public:
     virtual uint32_t WriteTimes(PlatformHandle file, const SFileTimes& times) = 0;
 
     /// Gives a file the owner and the access rights of another, as far as the platform keeps them
-    /// with the file and lets it; nobody gets rights that the other file does not give.
+    /// with the file and allows it; never gives rights that the other file does not give.
     virtual void CopyAccessRights(const std::u16string& from, const std::u16string& to) = 0;
     /// The path that a name leads to by symbolic links, where the platform has them; what is there
     /// may be missing. The path itself for anything else, and for an alias.

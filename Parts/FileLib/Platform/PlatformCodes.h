@@ -37,7 +37,7 @@ constexpr uint32_t kAttribute_Hidden = 2;
 constexpr uint32_t kAttribute_Directory = 16;
 constexpr uint32_t kAttribute_Archive = 32;
 constexpr uint32_t kAttribute_Normal = 128;
-constexpr uint32_t kAttributes_None = 0xFFFFFFFF; // there is no such thing
+constexpr uint32_t kAttributes_None = 0xFFFFFFFF; // nothing has that path
 
 constexpr uint32_t kDrive_Unknown = 0;
 constexpr uint32_t kDrive_NoRoot = 1;
@@ -59,7 +59,7 @@ constexpr uint32_t kMove_Replace = 2;
 /// COM results of shell links.
 constexpr uint32_t kOLE_AccessDenied = 0x80070005;
 constexpr uint32_t kOLE_NotFound = 0x80070002;
-constexpr uint32_t kOLE_BadFormat = 0x8007000B; // a file that is no link at all
+constexpr uint32_t kOLE_BadFormat = 0x8007000B; // a file that is not a link
 constexpr uint32_t kOLE_DeviceNotReady = 0x80070015;
 constexpr uint32_t kOLE_NetworkPathNotFound = 0x80070035;
 constexpr uint32_t kOLE_NetworkNameNoLongerAvailable = 0x80070040;

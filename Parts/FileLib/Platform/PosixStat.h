@@ -10,7 +10,7 @@
 
 namespace NSFileLibInternals {
 
-/// The path as the system takes it, without a last "/" (but for the root); empty for what cannot
+/// The path as the system takes it, without a last "/" (except for the root); empty for what cannot
 /// exist there.
 std::string SystemPath(const std::u16string& path);
 

@@ -46,7 +46,7 @@ std::u16string TruncateFileName(const std::u16string& name, size_t limit) {
     if (room < 1) {
         NSLichen::Raise(NSLichen::XOutOfSpace("not enough room for truncated file name"));
     }
-    // Half a pair is no text; it stays only where the stem would be empty without it.
+    // Half a pair is not text; it stays only where the stem would be empty without it.
     if (room > 1 && room < stem.size() && NSTextPackage::IsHighSurrogate(stem[room - 1])) {
         --room;
     }

@@ -22,7 +22,7 @@ std::string PosixNameFromNative(const std::u16string& name);
 std::u16string NativeFromPosix(const std::string& path);
 
 /// A path on volume C. The letter is taken in either case. Another volume, a share or a text that
-/// is no path gives an empty result, which names nothing.
+/// is not a path gives an empty result, which names nothing.
 std::string PosixFromNative(const std::u16string& path);
 
 } // namespace NSFileLibInternals

@@ -5,7 +5,7 @@
 
 namespace NSFileLibSupport {
 
-/// A media over a client's byte reader and writer, both borrowed. A status that is none of ours
+/// A media over a client's byte reader and writer, both borrowed. A status that is not ours
 /// travels through the system as XTunneledError and comes out unchanged.
 class CMediaBridge : public NSPorter::CMedia {
 public:

@@ -18,7 +18,7 @@ COpenTemporaryFile::SUniqueFile::~SUniqueFile() {
     try {
         GetFileLibSingleton()->DeletePhysicalFile(fFile.get());
     } catch (...) {
-        // The library itself could not be made again: there is nobody to ask.
+        // The library itself could not be made again, so nothing can delete the file.
     }
 }
 

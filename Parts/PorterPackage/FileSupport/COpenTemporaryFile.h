@@ -10,7 +10,7 @@
 namespace NSFileLibSupport {
 
 /// A media over a new file in the temporary folder, which is deleted with the media. A file that
-/// cannot be deleted then is left behind without a word.
+/// cannot be deleted then is left behind, and nothing is raised.
 class COpenTemporaryFile : public NSPorter::CMedia {
 public:
     /// The file's name has the extension of the wanted one.

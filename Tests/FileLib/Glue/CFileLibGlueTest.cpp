@@ -63,7 +63,7 @@ protected:
     IFileSpec* fFileFound = nullptr;
 };
 
-// A spec of another making.
+// A spec that another library made.
 class CForeignFile : public IFileSpec {
     int32_t GetName(char16_t*) const override { return 5000; }
     IFileSpec* CreateCopy(int32_t*) const override { return nullptr; }
