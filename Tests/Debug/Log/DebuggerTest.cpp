@@ -147,6 +147,8 @@ TEST_F(DebuggerTest, LevelsBelongToThreads) {
 TEST_F(DebuggerTest, InstallsItselfAndGivesUpEverything) {
     Open(kDebuggerFlag_Install | kDebuggerFlag_OwnLogThread);
     EXPECT_EQ(NSLichen::GetDebugger(), fDebugger.get());
+    EXPECT_EQ(fDebugger->GetTitle(), "Title");
+    EXPECT_GE(fDebugger->GetStartTime().fYear, 2020);
     NSLichen::TraceFormattedOutdented({}, "%s", "line");
     NSLichen::OnAssertionFailed({}, "dropped");
     OnOtherThread([] { EXPECT_FALSE(IsLogThread()); });
