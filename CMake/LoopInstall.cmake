@@ -1,30 +1,71 @@
-# What a host needs: the library, its one header, the pkg-config file and the CMake package.
+# What is installed, in components: Runtime (the shared library), Development (what hosts are built
+# with), Tools (the programs). Whoever adds a plug-in or a module gives it a component of its own and a
+# package in LoopPackage.cmake.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
+set(LOOP_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/LoopLibrary)
+
 install(TARGETS LoopLibrary EXPORT LoopLibraryTargets
-        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime
+                NAMELINK_COMPONENT Development
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development)
 install(TARGETS LoopLibraryCpp EXPORT LoopLibraryTargets
-        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(EXPORT LoopLibraryTargets NAMESPACE LoopLibrary::
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/LoopLibrary)
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development)
+if(TARGET LoopLibraryStatic)
+    install(TARGETS LoopLibraryStatic EXPORT LoopLibraryTargets
+            ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
+endif()
+install(EXPORT LoopLibraryTargets NAMESPACE LoopLibrary:: DESTINATION ${LOOP_CMAKE_DIR}
+        COMPONENT Development)
 configure_package_config_file(
     Packaging/LoopLibraryConfig.cmake.in ${PROJECT_BINARY_DIR}/LoopLibraryConfig.cmake
-    INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/LoopLibrary)
+    INSTALL_DESTINATION ${LOOP_CMAKE_DIR})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/LoopLibraryConfigVersion.cmake
                                  COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/LoopLibraryConfig.cmake
               ${PROJECT_BINARY_DIR}/LoopLibraryConfigVersion.cmake
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/LoopLibrary)
+        DESTINATION ${LOOP_CMAKE_DIR} COMPONENT Development)
 
 # By way of its own place, so that an installed tree can be moved.
 file(RELATIVE_PATH LOOP_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(Packaging/looplibrary.pc.in ${PROJECT_BINARY_DIR}/looplibrary.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/looplibrary.pc
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
-if(WIN32)
-    install(FILES Packaging/LoopLibrary.def DESTINATION ${CMAKE_INSTALL_LIBDIR})
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
+
+# Examples with the CMake file that builds them against what is installed.
+set(LOOP_EXAMPLES_DIR ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY Examples/ DESTINATION ${LOOP_EXAMPLES_DIR} COMPONENT Development
+        FILES_MATCHING PATTERN "*.c" PATTERN "*.cpp" PATTERN "*.h")
+install(FILES Packaging/ExamplesCMakeLists.txt DESTINATION ${LOOP_EXAMPLES_DIR}
+        RENAME CMakeLists.txt COMPONENT Development)
+
+if(LOOP_TOOLS)
+    install(TARGETS looptool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
 endif()
+if(WIN32)
+    install(FILES Packaging/LoopLibrary.def DESTINATION ${CMAKE_INSTALL_LIBDIR}
+            COMPONENT Development)
+    # Under names that a double click opens.
+    install(FILES README.md DESTINATION . RENAME README.txt COMPONENT Runtime)
+    install(FILES CHANGELOG.md DESTINATION . RENAME CHANGELOG.txt COMPONENT Runtime)
+elseif(LOOP_TOOLS)
+    install(FILES Docs/looptool.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tools)
+    # Where the shells of Debian look.
+    set(completions ${PROJECT_SOURCE_DIR}/Tools/looptool/Completions)
+    foreach(pair looptool.bash:bash-completion/completions/looptool
+                 _looptool:zsh/vendor-completions/_looptool
+                 looptool.fish:fish/vendor_completions.d/looptool.fish)
+        string(REGEX MATCH "^(.*):(.*)/(.*)$" pair ${pair})
+        if(EXISTS ${completions}/${CMAKE_MATCH_1})
+            install(FILES ${completions}/${CMAKE_MATCH_1} RENAME ${CMAKE_MATCH_3}
+                    DESTINATION ${CMAKE_INSTALL_DATADIR}/${CMAKE_MATCH_2} COMPONENT Tools)
+        endif()
+    endforeach()
+    install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
+            COMPONENT Development)
+endif()
+
+include(LoopPackage)

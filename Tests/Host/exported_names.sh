@@ -25,3 +25,5 @@ case $library in
     ;;
 esac
 diff <(echo "$expected") <(echo "$found")
+symbols=$(sed -n 's/^ \(LOP[A-Za-z]*\)@Base .*$/\1/p' "$(dirname "$2")/symbols" | sort)
+diff <(echo "$expected") <(echo "$symbols")

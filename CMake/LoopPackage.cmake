@@ -1,0 +1,91 @@
+# Packages out of the components: .deb files on Linux, one zip on Windows. scripts/package runs it.
+option(LOOP_DEBIAN "Install what Debian packages hold besides: changelogs, copyright notes" OFF)
+
+set(CPACK_PACKAGE_NAME LoopLibrary)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_VENDOR "Halyard Software")
+set(CPACK_PACKAGE_CONTACT "Halyard Software <maintainers@halyard.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "sliced audio loops for hosts")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_ARCHIVE_THREADS 1)
+
+if(WIN32)
+    set(CPACK_GENERATOR ZIP)
+    set(CPACK_PACKAGE_FILE_NAME LoopLibrary-${PROJECT_VERSION}-windows-x86_64)
+    include(CPack)
+    return()
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_GROUPING IGNORE)
+set(CPACK_COMPONENTS_ALL)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Where the tools' own library lies while their dependencies are found.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+
+# loop_debian_package(COMPONENT package SECTION section DESCRIPTION text [DEPENDS text])
+function(loop_debian_package component package)
+    cmake_parse_arguments(arg "" "SECTION;DESCRIPTION;DEPENDS" "" ${ARGN})
+    string(TOUPPER ${component} upper)
+    list(APPEND CPACK_COMPONENTS_ALL ${component})
+    set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} PARENT_SCOPE)
+    set(prefix CPACK_DEBIAN_${upper}_PACKAGE)
+    set(${prefix}_NAME ${package} PARENT_SCOPE)
+    set(${prefix}_SECTION ${arg_SECTION} PARENT_SCOPE)
+    set(${prefix}_DEPENDS "${arg_DEPENDS}" PARENT_SCOPE)
+    set(CPACK_COMPONENT_${upper}_DESCRIPTION "${arg_DESCRIPTION}" PARENT_SCOPE)
+    if(LOOP_DEBIAN)
+        install(FILES ${LOOP_DEBIAN_DIR}/changelog.gz ${PROJECT_SOURCE_DIR}/Packaging/copyright
+                DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${component})
+    endif()
+endfunction()
+
+if(LOOP_DEBIAN)
+    set(LOOP_DEBIAN_DIR ${PROJECT_BINARY_DIR}/debian)
+    string(TIMESTAMP LOOP_DEBIAN_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)
+    configure_file(Packaging/changelog.in ${LOOP_DEBIAN_DIR}/changelog @ONLY)
+    execute_process(COMMAND gzip --best --no-name --force --keep ${LOOP_DEBIAN_DIR}/changelog
+                    COMMAND_ERROR_IS_FATAL ANY)
+    # What Debian asks of files that other systems take as they are. Files lie below DESTDIR or the
+    # prefix, whichever cpack uses.
+    install(CODE "
+        set(root \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
+        file(GLOB pages \"\${root}/${CMAKE_INSTALL_MANDIR}/man1/*.1\")
+        foreach(page IN LISTS pages)
+            execute_process(COMMAND gzip --best --no-name --force \"\${page}\")
+        endforeach()" COMPONENT Tools)
+    install(CODE "
+        set(root \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
+        file(GLOB archives \"\${root}/${CMAKE_INSTALL_LIBDIR}/*.a\")
+        foreach(archive IN LISTS archives)
+            execute_process(COMMAND ${CMAKE_STRIP} --strip-debug --enable-deterministic-archives
+                            \"\${archive}\")
+        endforeach()" COMPONENT Development)
+endif()
+
+loop_debian_package(Runtime liblooplibrary${PROJECT_VERSION_MAJOR}
+    SECTION libs
+    DESCRIPTION "This is the shared library. It loads sliced audio loops of three kinds of
+file from memory, decodes their losslessly packed audio, tells tempo, length
+and slices, renders any slice at any output rate, and plays the whole loop at
+the host's tempo.")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/Packaging/symbols
+    ${PROJECT_SOURCE_DIR}/Packaging/shlibs ${PROJECT_SOURCE_DIR}/Packaging/triggers)
+set(own "liblooplibrary${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
+loop_debian_package(Development liblooplibrary-dev
+    SECTION libdevel
+    DESCRIPTION "This is what hosts are built with: headers for C and C++, the static library,
+a CMake package, a pkg-config file and examples."
+    DEPENDS "${own}")
+if(LOOP_TOOLS)
+    loop_debian_package(Tools looptool
+        SECTION sound
+        DESCRIPTION "This is a command-line program that makes loop files from audio, shows what
+is in them, renders their slices and previews at any tempo, and decodes their
+audio."
+        DEPENDS "${own}")
+endif()
+include(CPack)

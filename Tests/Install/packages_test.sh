@@ -1,0 +1,102 @@
+#!/usr/bin/env bash
+# Installs the packages into a fresh root and builds hosts against them in each way that a project may
+# choose: CMake package, pkg-config, add_subdirectory and FetchContent; shared and static; C99 and C++17;
+# and a Windows host from the zip, run under Wine. Arguments: folder of packages, source folder.
+set -euo pipefail
+
+packages=$(realpath "$1") source=$(realpath "$2")
+here=$(realpath "$(dirname "$0")")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+root=$scratch/root
+host_c=$source/Examples/minihost.c
+
+# The root begins with what dpkg knows of this machine, so that dependencies are checked: every package
+# that ours depend on has to be one that Debian has and that scripts/setup installs.
+mkdir -p "$root/var/lib/dpkg/info" "$root/var/lib/dpkg/updates" "$root/var/log"
+cp /var/lib/dpkg/status "$root/var/lib/dpkg/status"
+cp /var/lib/dpkg/info/format "$root/var/lib/dpkg/info/format"
+if dpkg-query -W -f='${Package}\n' | grep -qxE 'liblooplibrary.*|looptool'; then
+    echo "this machine has the packages installed; the root would not be fresh" >&2
+    exit 1
+fi
+# No scripts of the packages may need a running system: they run beside the root, not in it.
+dpkg --root="$root" --force-not-root --force-script-chrootless --no-triggers -i "$packages"/*.deb \
+    >"$scratch/dpkg.log" 2>&1 || {
+    cat "$scratch/dpkg.log"
+    exit 1
+}
+
+libdir=$(dirname "$(find "$root/usr/lib" -name libLoopLibrary.a)")
+export LD_LIBRARY_PATH=$libdir PKG_CONFIG_PATH=$libdir/pkgconfig
+python3 -c '
+import struct, sys, wave
+with wave.open(sys.argv[1], "wb") as out:
+    out.setparams((1, 2, 44100, 0, "NONE", ""))
+    out.writeframes(b"".join(struct.pack("<h", (i * 7919) % 20000 - 10000) for i in range(88200)))
+' "$scratch/noise.wav"
+loop=$scratch/noise.lop2
+"$root/usr/bin/looptool" make "$scratch/noise.wav" -o "$loop" --bars 1 --slices 0,22050
+
+# check WHAT PROGRAM: the host tells the loop's tempo and slices.
+check() {
+    local said
+    said=$("$2" "$loop" | head -n 1 | tr -d '\r')
+    if [ "$said" != "120.000 BPM, 2 slices" ]; then
+        echo "$1: said \"$said\"" >&2
+        exit 1
+    fi
+    echo "$1: right"
+}
+
+# needs PROGRAM: whether it loads the shared library.
+needs() { objdump -p "$1" | grep -q 'NEEDED.*libLoopLibrary'; }
+
+outside() {
+    local way=$1 library=$2 build=$scratch/$1-${2##*:}
+    cmake --no-warn-unused-cli -G Ninja -S "$here/Outside" -B "$build" -DWAY="$way" -DLIBRARY="$library" \
+        -DSOURCE="$source" -DHOST_C="$host_c" -DCMAKE_PREFIX_PATH="$root/usr" >/dev/null
+    cmake --build "$build" --target host_c host_cpp >/dev/null
+    check "$way, $library, C99" "$build/host_c"
+    check "$way, $library, C++17" "$build/host_cpp"
+    case $library in
+    *Static) ! needs "$build/host_c" ;;
+    *) needs "$build/host_c" ;;
+    esac
+}
+
+outside find_package LoopLibrary::Cpp
+outside find_package LoopLibrary::LoopLibraryStatic
+outside add_subdirectory LoopLibrary::Cpp
+outside fetch_content LoopLibrary::Cpp
+
+# shellcheck disable=SC2046
+cc -std=c99 "$host_c" -o "$scratch/shared_c" $(pkg-config --cflags --libs looplibrary)
+check "pkg-config, shared, C99" "$scratch/shared_c"
+# shellcheck disable=SC2046
+c++ -std=c++17 "$here/Outside/host.cpp" -o "$scratch/shared_cpp" \
+    $(pkg-config --cflags --libs looplibrary)
+check "pkg-config, shared, C++17" "$scratch/shared_cpp"
+# shellcheck disable=SC2046
+cc -std=c99 "$host_c" -o "$scratch/static_c" $(pkg-config --cflags looplibrary) \
+    -L"$libdir" -Wl,-Bstatic -lLoopLibrary -Wl,-Bdynamic -lstdc++ -lm -lpthread -ldl
+! needs "$scratch/static_c"
+check "static archive, C99" "$scratch/static_c"
+
+# The examples as they are installed.
+cp -r "$root/usr/share/doc/liblooplibrary-dev/examples" "$scratch/examples"
+cmake -G Ninja -S "$scratch/examples" -B "$scratch/examples/build" \
+    -DCMAKE_PREFIX_PATH="$root/usr" >/dev/null
+cmake --build "$scratch/examples/build" >/dev/null
+check "installed examples" "$scratch/examples/build/minihost"
+
+# Windows: by the import library, beside the DLL, as a host ships it.
+wine=$(command -v wine64 || command -v /usr/lib/wine/wine64 || command -v wine)
+export WINEPREFIX=$scratch/wine WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml= DISPLAY=
+python3 -m zipfile -e "$packages"/*.zip "$scratch/zip"
+unpacked=$(dirname "$(dirname "$(find "$scratch/zip" -name LoopLibrary.dll)")")
+x86_64-w64-mingw32-gcc-posix -std=c99 "$host_c" -o "$unpacked/bin/host.exe" \
+    -I"$unpacked/include" -L"$unpacked/lib" -lLoopLibrary
+run_wine() { "$wine" "$unpacked/bin/host.exe" "Z:${1//\//\\}"; }
+check "Windows import library" run_wine
+test -f "$unpacked/README.txt" && test -f "$unpacked/lib/LoopLibrary.def"
