@@ -173,7 +173,8 @@ TEST_F(UserFolders, TakeTheLogsOfDebuggersByName) {
     InitDebugPackage();
     InitDebugPackage();
     open();
-    OpenDebugger("X", "Another", "B");
+    OpenDebugger("X", "Another", "C");
+    EXPECT_FALSE(fs::exists(fDocuments / "Halyard Logs" / "C Logs"));
     OpenDebugger("Y", "Title", "B");
     const std::string folder = GetDebuggerLogFolder("X");
     const std::string name = GetDebuggerLogFileName("X");
