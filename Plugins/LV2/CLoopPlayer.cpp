@@ -1,0 +1,252 @@
+#include "CLoopPlayer.h"
+
+#include <lv2/atom/util.h>
+#include <lv2/core/lv2_util.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+template <class Feature>
+Feature* FindFeature(const LV2_Feature* const* features, const char* uri) {
+    return static_cast<Feature*>(lv2_features_data(features, uri));
+}
+
+LV2_URID_Map& RequireMap(const LV2_Feature* const* features) {
+    auto* map = FindFeature<LV2_URID_Map>(features, LV2_URID__map);
+    if (map == nullptr) {
+        throw std::runtime_error("the host lacks urid:map");
+    }
+    return *map;
+}
+
+} // namespace
+
+CLoopPlayer::CLoopPlayer(double rate, const LV2_Feature* const* features)
+    : fRate(rate), fMap(&RequireMap(features)),
+      fSchedule(FindFeature<LV2_Worker_Schedule>(features, LV2_WORKER__schedule)), fUris(*fMap),
+      fTransport(fUris, rate), fFree(rate) {
+    lv2_log_logger_init(&fLogger, fMap, FindFeature<LV2_Log_Log>(features, LV2_LOG__log));
+    if (fSchedule == nullptr) {
+        throw std::runtime_error("the host lacks worker:schedule");
+    }
+    lv2_atom_forge_init(&fForge, fMap);
+    fScheduler.SetSampleRate(rate);
+}
+
+CLoopPlayer::~CLoopPlayer() {
+    while (fDoomed != nullptr) {
+        delete std::exchange(fDoomed, fDoomed->fNext);
+    }
+}
+
+void CLoopPlayer::ConnectPort(uint32_t port, void* data) noexcept {
+    if (port < kPort_Count) {
+        fPorts[port] = data;
+    }
+}
+
+void CLoopPlayer::Activate() noexcept {
+    fScheduler.Reset();
+    fFree.MoveTo(0.0);
+    fWasPlaying = false;
+    fNotifyDue = true;
+    fActive = true;
+}
+
+void CLoopPlayer::Run(uint32_t frames) noexcept {
+    std::fill_n(static_cast<float*>(fPorts[kPort_Left]), frames, 0.0F);
+    std::fill_n(static_cast<float*>(fPorts[kPort_Right]), frames, 0.0F);
+    fScheduler.SetGain(std::pow(10.0F, std::clamp(Control(kPort_Gain), -90.0F, 24.0F) / 20.0F));
+    fScheduler.SetStartSlice(
+        static_cast<std::size_t>(std::clamp(Control(kPort_StartSlice), 0.0F, 999.0F)));
+    fFree.SetBpm(static_cast<double>(std::clamp(Control(kPort_Tempo), 20.0F, 450.0F)));
+
+    fDone = 0;
+    TakeEvents(frames);
+    RenderTo(frames);
+    FreeDoomed();
+    Notify();
+}
+
+void CLoopPlayer::TakeEvents(uint32_t frames) noexcept {
+    const auto* control = static_cast<const LV2_Atom_Sequence*>(fPorts[kPort_Control]);
+    LV2_ATOM_SEQUENCE_FOREACH(control, event) {
+        const int64_t frame = std::clamp<int64_t>(event->time.frames, 0, frames);
+        if (event->body.type == fUris.fMidiEvent) {
+            TakeMidi(reinterpret_cast<const uint8_t*>(&event->body) + sizeof(LV2_Atom),
+                     event->body.size, frame);
+        } else if (event->body.type == fUris.fObject || event->body.type == fUris.fBlank) {
+            RenderTo(frame); // what it changes, it changes from here on
+            TakeObject(*reinterpret_cast<const LV2_Atom_Object*>(&event->body));
+        }
+    }
+}
+
+void CLoopPlayer::TakeMidi(const uint8_t* message, uint32_t size, int64_t frame) noexcept {
+    const bool noteOn = size >= 3 && (message[0] & 0xF0) == 0x90 && message[2] > 0;
+    if (noteOn && message[1] >= kFirstKey) {
+        fScheduler.Trigger(static_cast<std::size_t>(message[1] - kFirstKey),
+                           static_cast<float>(message[2]) / 127.0F, frame - fDone);
+    }
+}
+
+void CLoopPlayer::TakeObject(const LV2_Atom_Object& object) noexcept {
+    if (object.body.otype == fUris.fPosition) {
+        fTransport.Update(object);
+    } else if (object.body.otype == fUris.fPatchGet) {
+        fNotifyDue = true;
+    } else if (object.body.otype == fUris.fPatchSet) {
+        const LV2_Atom *property = nullptr, *value = nullptr;
+        lv2_atom_object_get(&object, fUris.fPatchProperty, &property, fUris.fPatchValue, &value, 0);
+        if (property != nullptr && property->type == fUris.fUrid &&
+            reinterpret_cast<const LV2_Atom_URID*>(property)->body == fUris.fFile &&
+            value != nullptr && (value->type == fUris.fPath || value->type == fUris.fString)) {
+            AskFor(reinterpret_cast<const char*>(value + 1), value->size);
+        }
+    }
+}
+
+// The block up to a frame, by the host's transport or the plug-in's own.
+void CLoopPlayer::RenderTo(int64_t frame) noexcept {
+    const int64_t frames = frame - fDone;
+    if (frames <= 0) {
+        return;
+    }
+    float* const left = static_cast<float*>(fPorts[kPort_Left]) + fDone;
+    float* const right = static_cast<float*>(fPorts[kPort_Right]) + fDone;
+    const bool follows = Control(kPort_FollowHost) > 0.5F;
+    const double bpm = follows ? fTransport.GetBpm() : fFree.GetBpm();
+    const bool plays = fLoop != nullptr && bpm > 0.0 && (!follows || fTransport.IsRolling());
+    if (plays) {
+        static constexpr double kSpeeds[] = {0.5, 1.0, 2.0};
+        const auto choice = static_cast<std::size_t>(std::clamp(Control(kPort_Speed), 0.0F, 2.0F));
+        const double speed = kSpeeds[choice];
+        const double quarter = follows ? fTransport.GetQuarter() : fFree.GetQuarter();
+        fScheduler.Render(quarter * speed, bpm * speed, left, right, frames);
+    } else {
+        if (fWasPlaying) {
+            fScheduler.Stop();
+        }
+        fScheduler.Ring(left, right, frames);
+    }
+    fWasPlaying = plays;
+    fTransport.Advance(frames);
+    if (!follows) {
+        fFree.Advance(frames);
+    }
+    fDone = frame;
+}
+
+void CLoopPlayer::AskFor(const char* path, uint32_t size) noexcept {
+    // The size of a string atom counts its zero, but not every host sends one.
+    const auto length = static_cast<uint32_t>(strnlen(path, size));
+    if (length > CPathSlot::kLongest) {
+        return;
+    }
+    std::memcpy(fShownPath, path, length);
+    fShownPath[length] = 0;
+    fShownSize = length;
+    fPath.Store(path, length); // a save stores it though it is not loaded yet
+    fNotifyDue = true;
+    fJob.fKind = SJob::kLoad;
+    fJob.fTurn = ++fTurn;
+    fJob.fLoop = nullptr;
+    std::memcpy(fJob.fPath, fShownPath, length + 1);
+    fSchedule->schedule_work(fSchedule->handle, kFreeSize + length + 1, &fJob);
+}
+
+LV2_Worker_Status CLoopPlayer::Work(LV2_Worker_Respond_Function respond,
+                                    LV2_Worker_Respond_Handle handle, uint32_t size,
+                                    const void* data) {
+    SJob job{};
+    std::memcpy(&job, data, std::min<std::size_t>(size, sizeof job - 1));
+    if (job.fKind == SJob::kFree) {
+        delete job.fLoop;
+        return LV2_WORKER_SUCCESS;
+    }
+    const std::string path = job.fPath;
+    std::string reason;
+    if (!path.empty()) {
+        job.fLoop = CLoadedLoop::Load(path, fRate, reason).release();
+        if (job.fLoop == nullptr) {
+            lv2_log_error(&fLogger, "%s: %s\n", path.c_str(), reason.c_str());
+        }
+    }
+    const LV2_Worker_Status status = respond(handle, kFreeSize, &job);
+    if (status != LV2_WORKER_SUCCESS) {
+        delete job.fLoop;
+    }
+    return status;
+}
+
+LV2_Worker_Status CLoopPlayer::WorkResponse(uint32_t size, const void* data) noexcept {
+    SJob answer{};
+    std::memcpy(&answer, data, std::min<std::size_t>(size, kFreeSize));
+    if (answer.fTurn == fTurn) {
+        Replace(answer.fLoop);
+    } else {
+        Free(answer.fLoop); // another file was asked for meanwhile
+    }
+    return LV2_WORKER_SUCCESS;
+}
+
+// In the audio call: the old loop goes to the worker. A file that is none leaves silence.
+void CLoopPlayer::Replace(CLoadedLoop* loop) noexcept {
+    CLoadedLoop* const old = fLoop.release();
+    fLoop.reset(loop);
+    if (loop != nullptr) {
+        fScheduler.SetLoop(loop->GetSlices().data(), loop->GetSlices().size(), loop->GetQuarters());
+    } else {
+        fScheduler.SetLoop(nullptr, 0, 0.0);
+    }
+    Free(old);
+}
+
+void CLoopPlayer::Free(CLoadedLoop* loop) noexcept {
+    if (loop != nullptr) {
+        loop->fNext = fDoomed;
+        fDoomed = loop;
+        FreeDoomed();
+    }
+}
+
+// As far as the worker takes them; the rest waits for the next block.
+void CLoopPlayer::FreeDoomed() noexcept {
+    while (fDoomed != nullptr) {
+        CLoadedLoop* const next = fDoomed->fNext;
+        fJob.fKind = SJob::kFree;
+        fJob.fTurn = fTurn;
+        fJob.fLoop = fDoomed;
+        if (fSchedule->schedule_work(fSchedule->handle, kFreeSize, &fJob) != LV2_WORKER_SUCCESS) {
+            return;
+        }
+        fDoomed = next;
+    }
+}
+
+// Tells the host which file is asked for. In the audio call alone: only there the port is valid.
+void CLoopPlayer::Notify() noexcept {
+    auto* notify = static_cast<LV2_Atom_Sequence*>(fPorts[kPort_Notify]);
+    const uint32_t capacity = notify->atom.size;
+    LV2_Atom_Forge_Frame sequence;
+    lv2_atom_forge_set_buffer(&fForge, reinterpret_cast<uint8_t*>(notify), capacity);
+    lv2_atom_forge_sequence_head(&fForge, &sequence, 0);
+    if (fNotifyDue && capacity > fShownSize + 256) {
+        LV2_Atom_Forge_Frame object;
+        lv2_atom_forge_frame_time(&fForge, 0);
+        lv2_atom_forge_object(&fForge, &object, 0, fUris.fPatchSet);
+        lv2_atom_forge_key(&fForge, fUris.fPatchProperty);
+        lv2_atom_forge_urid(&fForge, fUris.fFile);
+        lv2_atom_forge_key(&fForge, fUris.fPatchValue);
+        lv2_atom_forge_path(&fForge, fShownPath, fShownSize);
+        lv2_atom_forge_pop(&fForge, &object);
+        fNotifyDue = false;
+    }
+    lv2_atom_forge_pop(&fForge, &sequence);
+}
