@@ -29,8 +29,8 @@ function(loop_add_part name)
 endfunction()
 
 # loop_room(Floor SOURCES file... [POSIX file...] [WIN32 file...] [ELSEWHERE file...]): the sources of
-# this folder, all systems' and each system's own, and those of other processors. A source that stands
-# in the folder and in no list is an error, so that none is forgotten.
+# this folder, all systems' and each system's own, and those of other processors or of builds with
+# other libraries. A source that stands in the folder and in no list is an error, so that none is forgotten.
 function(loop_room floor)
     cmake_parse_arguments(arg "" "" "SOURCES;POSIX;WIN32;ELSEWHERE" ${ARGN})
     file(GLOB here CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp *.c)

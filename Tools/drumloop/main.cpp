@@ -2,8 +2,8 @@
 // of its hits as looptool takes them.
 
 #include "LoopWriter/SyntheticLoop.h"
-#include "looptool/Arguments.h"
-#include "looptool/AudioFile.h"
+#include "looptool/Audio/CAudioWriter.h"
+#include "looptool/System/Arguments.h"
 
 #include <cstdio>
 #include <exception>
@@ -22,9 +22,11 @@ int main(int argc, char** argv) {
         options.fStereo = true;
         options.fBeats = 8;
         const NSLoopWriter::SDrumLoop loop = NSLoopWriter::MakeDrumLoop(options);
-        NSLoopTool::WriteAudioFile(arguments[0], {static_cast<int32_t>(options.fSampleRate),
-                                                  options.fBitDepth,
-                                                  {loop.fLeft, loop.fRight}});
+        NSLoopTool::WriteAudioFile(arguments[0],
+                                   {NSLoopTool::EContainer::kWav, NSLoopTool::EEncoding::kPcm24},
+                                   {static_cast<int32_t>(options.fSampleRate),
+                                    options.fBitDepth,
+                                    {loop.fLeft, loop.fRight}});
         std::string frames;
         for (const uint32_t hit : loop.fHits) {
             frames += (frames.empty() ? "" : ",") + std::to_string(hit);

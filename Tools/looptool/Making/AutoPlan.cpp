@@ -1,0 +1,62 @@
+#include "looptool/Making/AutoPlan.h"
+
+#include "looptool/Analysis/LoopAnalysis.h"
+#include "looptool/Console/Numbers.h"
+#include "looptool/System/ToolFailure.h"
+
+#include <cmath>
+#include <cstdio>
+
+namespace NSLoopTool {
+
+namespace {
+
+constexpr int kUsualSensitivity = 50;
+
+std::vector<float> MonoLoop(const SMakePlan& plan) {
+    const std::vector<float> mono = MonoOf(plan.fAudio);
+    return {mono.begin() + plan.fLoopStart, mono.begin() + plan.fLoopEnd};
+}
+
+} // namespace
+
+void GuessLength(SMakePlan& plan, const SKnownLoop& known) {
+    const std::vector<float> mono = MonoLoop(plan);
+    const int rate = plan.fAudio.fSampleRate;
+    const std::vector<SOnset> onsets = FindOnsets(mono, rate, kUsualSensitivity);
+    SKnown facts;
+    if (known.fSignature) {
+        facts.fSignature = {known.fSignature->fNumerator, known.fSignature->fDenominator};
+    }
+    const STempoGuess guess = GuessTempo(mono.size(), rate, onsets, facts);
+    const double beatsPerMinute = guess.fTempo * guess.fDenominator / 4.0;
+    const std::string words =
+        std::to_string(guess.fBars) + (guess.fBars == 1 ? " bar of " : " bars of ") +
+        std::to_string(guess.fNumerator) + "/" + std::to_string(guess.fDenominator) + " at " +
+        DecimalText(beatsPerMinute) + " BPM (confidence " +
+        DecimalText(std::round(guess.fConfidence * 100.0) / 100.0) + ")";
+    if (guess.fConfidence < kEnoughConfidence) {
+        throw CToolFailure(plan.fName + ": perhaps " + words +
+                               ", which is too unsure; give --bars or --tempo",
+                           kExitCode_Usage);
+    }
+    std::fprintf(stderr, "%s: %s\n", plan.fName.c_str(), words.c_str());
+    plan.fSignature = {guess.fNumerator, guess.fDenominator};
+    plan.fBars = guess.fBars;
+    plan.fBeats = 0;
+}
+
+std::vector<SCut> FindCuts(const SMakePlan& plan, int32_t sensitivity) {
+    const std::vector<float> mono = MonoLoop(plan);
+    const int rate = plan.fAudio.fSampleRate;
+    const std::vector<SOnset> onsets = FindOnsets(mono, rate, sensitivity);
+    std::vector<SCut> cuts;
+    for (const int64_t frame : PlaceCuts(mono, rate, onsets)) {
+        cuts.push_back({plan.fLoopStart + frame});
+    }
+    std::fprintf(stderr, "%s: %zu slices found (sensitivity %d)\n", plan.fName.c_str(), cuts.size(),
+                 sensitivity);
+    return cuts;
+}
+
+} // namespace NSLoopTool
