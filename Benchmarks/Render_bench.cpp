@@ -2,7 +2,7 @@
 // and whole blocks. Times are per block of 64 frames.
 
 #include "LoopLibrary/Render/Equalizer/CEqualizerEffect.h"
-#include "LoopLibrary/Render/Reference/PlainForms.h"
+#include "LoopLibrary/Render/Forms/PlainForms.h"
 #include "LoopLibrary/Render/Sampler/CTesselSampler.h"
 #include "LoopLibrary/Render/Sampler/VoiceFetch.h"
 
@@ -37,24 +37,28 @@ struct CBlock {
 };
 
 // Argument: mono or stereo.
-void Interpolate(benchmark::State& state, InterpolateFunction form) {
-    if (form == InterpolateAvx2 && !HasAvx2()) {
-        state.SkipWithError("no AVX2");
+void Interpolate(benchmark::State& state, const char* name, uint32_t step) {
+    if (!ForceRenderForm(name)) {
+        state.SkipWithError("not on this processor");
         return;
     }
+    const auto form = GetRenderForm().fInterpolate;
+    ForceRenderForm("");
     std::vector<float> left(kFetchCapacity, 0.25F);
     std::vector<float> right(kFetchCapacity, -0.5F);
     const std::array<float, kBlockFrames> gains{};
     CBlock block;
     const float* second = state.range(0) == 1 ? left.data() : right.data();
     while (state.KeepRunning()) {
-        form({left.data(), second, 77, 17777, gains.data(), block.Buffers()});
+        form({left.data(), second, 77, step, gains.data(), block.Buffers()});
         benchmark::DoNotOptimize(block);
     }
 }
-BENCHMARK_CAPTURE(Interpolate, Scalar, InterpolateScalar)->Arg(1)->Arg(2);
-BENCHMARK_CAPTURE(Interpolate, Sse2, InterpolateSse2)->Arg(1)->Arg(2);
-BENCHMARK_CAPTURE(Interpolate, Avx2, InterpolateAvx2)->Arg(1)->Arg(2);
+BENCHMARK_CAPTURE(Interpolate, Plain, "plain", 17777U)->Arg(1)->Arg(2);
+BENCHMARK_CAPTURE(Interpolate, Sse2, "sse2", 17777U)->Arg(1)->Arg(2);
+BENCHMARK_CAPTURE(Interpolate, Avx2, "avx2", 17777U)->Arg(1)->Arg(2);
+BENCHMARK_CAPTURE(Interpolate, Sse2UnitStep, "sse2", kUnitStep)->Arg(1)->Arg(2);
+BENCHMARK_CAPTURE(Interpolate, Avx2UnitStep, "avx2", kUnitStep)->Arg(1)->Arg(2);
 
 CEqualizerEffect MakeEqualizer() {
     CEqualizerEffect equalizer(44100);

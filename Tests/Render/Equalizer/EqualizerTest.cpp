@@ -1,5 +1,5 @@
 #include "LoopLibrary/Render/Equalizer/CEqualizerEffect.h"
-#include "LoopLibrary/Render/Reference/PlainForms.h"
+#include "LoopLibrary/Render/Forms/PlainForms.h"
 #include "Tests/Render/RenderTestTools.h"
 
 #include <array>
@@ -137,6 +137,30 @@ TEST(Equalizer, GivesTheBitsOfTwoPlainChannelsAndRecoversFromOverflow) {
         equalizer.SetBand1Frequency(3000); // from the second block on
     }
     EXPECT_NEAR(equalizer.GetParameters().fBand1Frequency, 3000.0F - 0.08099F * 2900.0F, 0.1F);
+}
+
+// At rest after some hundred blocks, a target, the rate and a reset each bring the coefficients up
+// to date: the next ones are those of an equalizer that came to rest with what is set now.
+TEST(Equalizer, CoefficientsFollowTheirParametersOutOfRest) {
+    const auto rest = [](CEqualizerEffect& equalizer) {
+        SwitchOn(equalizer);
+        CTestBlock block;
+        for (int32_t i = 0; i < 1000; ++i) {
+            equalizer.Process(block.Buffers());
+        }
+        return equalizer.GetCoefficients().fBand1.fC;
+    };
+    CEqualizerEffect equalizer(44100);
+    const float first = rest(equalizer);
+    equalizer.SetBand1Frequency(3000);
+    const float moved = rest(equalizer);
+    EXPECT_LT(moved, first);
+    equalizer.SetSampleRate(96000);
+    const float atOtherRate = rest(equalizer);
+    EXPECT_GT(atOtherRate, moved);
+    equalizer.Reset();
+    EXPECT_EQ(equalizer.GetCoefficients().fBand1.fC, 0.0F);
+    EXPECT_NEAR(rest(equalizer), atOtherRate, 1e-6F);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "LoopLibrary/Render/Reference/PlainForms.h"
+#include "LoopLibrary/Render/Forms/PlainForms.h"
 #include "LoopLibrary/Render/Sampler/CTesselSampler.h"
 #include "LoopLibrary/Render/Sampler/VoiceFetch.h"
 #include "Tests/Render/RenderTestTools.h"
@@ -186,32 +186,39 @@ TEST(SliceVoice, RendersLikeThePlainVoice) {
         {"low", 22050, 96000, true, tail, low},
         {"no tail region", 44100, 22050, true, {10, 310, 10, 310, 1.0F}, plain},
         {"a frame of tail", 44100, 44100, true, {10, 310, 309, 310, 0.5F}, shaped},
+        {"a mono frame of tail", 44100, 48000, false, {10, 310, 309, 310, 0.5F}, shaped},
+        {"two frames of tail", 44100, 44100, true, {10, 310, 308, 310, 0.5F}, shaped},
         {"tail of no length", 44100, 44100, true, {0, 100, 50, 50, 3.0F}, plain},
         {"nothing", 44100, 44100, true, {3000, 3000, 3000, 3000, 1.0F}, plain},
         {"limit of the step", 1000000, 11025, true, tail, plain},
     };
-    for (const auto& c : cases) {
-        const auto sample = MakeNoiseSample(c.fRate, 3000, c.fStereo, 24);
-        CTesselSampler sampler(sample.get(), c.fOutputRate);
-        Apply(c.fSettings, sampler);
-        CPlainSliceVoice expected(*sample, c.fOutputRate, c.fSettings, c.fRange);
-        sampler.StartRange(c.fRange);
-        bool alive = true;
-        for (int32_t i = 0; alive && i < 5000; ++i) {
-            CTestBlock block;
-            CTestBlock expectedBlock;
-            block.fLeft.fill(9.0F);
-            sampler.RenderBlock(block.Buffers());
-            alive = expected.Render(expectedBlock);
-            ASSERT_EQ(block, expectedBlock) << c.fName << ", block " << i;
-            ASSERT_EQ(sampler.IsCurrentVoiceIdle(), !alive) << c.fName << ", block " << i;
-            ASSERT_GE(sampler.GetRenderLength(c.fRange), 1);
+    for (const SRenderForm& form : GetRenderForms()) {
+        ForceRenderForm(form.fName);
+        for (const auto& c : cases) {
+            const uint32_t depth = c.fStereo ? 24 : 16;
+            const auto sample = MakeNoiseSample(c.fRate, 3000, c.fStereo, depth);
+            CTesselSampler sampler(sample.get(), c.fOutputRate);
+            Apply(c.fSettings, sampler);
+            CPlainSliceVoice expected(*sample, c.fOutputRate, c.fSettings, c.fRange);
+            sampler.StartRange(c.fRange);
+            bool alive = true;
+            for (int32_t i = 0; alive && i < 5000; ++i) {
+                CTestBlock block;
+                CTestBlock expectedBlock;
+                block.fLeft.fill(9.0F);
+                sampler.RenderBlock(block.Buffers());
+                alive = expected.Render(expectedBlock);
+                ASSERT_EQ(block, expectedBlock) << form.fName << c.fName << ", block " << i;
+                ASSERT_EQ(sampler.IsCurrentVoiceIdle(), !alive) << c.fName << ", block " << i;
+                ASSERT_GE(sampler.GetRenderLength(c.fRange), 1);
+            }
+            EXPECT_FALSE(alive) << c.fName;
         }
-        EXPECT_FALSE(alive) << c.fName;
     }
+    ForceRenderForm("");
 }
 
-CTestBlock Interpolate(InterpolateFunction form, const std::vector<float>& left,
+CTestBlock Interpolate(const SRenderForm& form, const std::vector<float>& left,
                        const std::vector<float>& right, uint32_t phase, uint32_t step) {
     CTestNoise noise(step);
     CTestBlock block;
@@ -220,7 +227,7 @@ CTestBlock Interpolate(InterpolateFunction form, const std::vector<float>& left,
         gain = noise.NextFloat();
     }
     block.fLeft.fill(0.3F);
-    form({left.data(), right.data(), phase, step, gains, block.Buffers()});
+    form.fInterpolate({left.data(), right.data(), phase, step, gains, block.Buffers()});
     return block;
 }
 
@@ -238,18 +245,14 @@ TEST(Interpolator, AllFormsGiveTheSameBits) {
         std::vector<float> right(left.size());
         std::generate(left.begin(), left.end(), [&] { return noise.NextFloat(); });
         std::generate(right.begin(), right.end(), [&] { return noise.NextFloat(); });
-        for (const InterpolateFunction form : {InterpolateSse2, InterpolateAvx2}) {
-            if (form == InterpolateAvx2 && !HasAvx2()) {
-                continue;
-            }
+        for (const SRenderForm& form : GetRenderForms()) {
             for (const auto* side : {&right, &left}) { // stereo, and mono
                 ASSERT_EQ(Interpolate(form, left, *side, phase, step),
-                          Interpolate(InterpolateScalar, left, *side, phase, step))
-                    << step;
+                          Interpolate(GetRenderForms().front(), left, *side, phase, step))
+                    << form.fName << step;
             }
         }
     }
-    EXPECT_EQ(ChooseInterpolator(), HasAvx2() ? InterpolateAvx2 : InterpolateSse2);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "LoopLibrary/Render/Common/FloatMath.h"
 #include "LoopLibrary/Render/Common/OutputRate.h"
+#include "LoopLibrary/Render/Forms/RenderForms.h"
 
 #include <algorithm>
 #include <bit>
@@ -91,6 +92,7 @@ CEqualizerEffect::~CEqualizerEffect() = default;
 
 void CEqualizerEffect::SetSampleRate(int32_t rate) noexcept {
     fSampleRate = ClipOutputRate(rate);
+    fAreCoefficientsStale = true;
 }
 
 void CEqualizerEffect::Reset() noexcept {
@@ -98,6 +100,7 @@ void CEqualizerEffect::Reset() noexcept {
     fLeftState = {};
     fRightState = {};
     fParameters = fTargets;
+    fAreCoefficientsStale = true;
 }
 
 void CEqualizerEffect::Process(const CBlockBuffers& buffers) noexcept {
@@ -106,9 +109,10 @@ void CEqualizerEffect::Process(const CBlockBuffers& buffers) noexcept {
         fWasRunning = run;
         Reset();
     }
-    UpdateCoefficients();
+    GlideParameters();
     if (run) {
-        FilterStereoSse2(fCoefficients, fLeftState, fRightState, buffers);
+        UpdateCoefficients();
+        GetRenderForm().fFilterStereo(fCoefficients, fLeftState, fRightState, buffers);
         RecoverFromOverflow(buffers);
     }
 }
@@ -124,8 +128,9 @@ void CEqualizerEffect::RecoverFromOverflow(const CBlockBuffers& buffers) noexcep
     }
 }
 
-void CEqualizerEffect::UpdateCoefficients() noexcept {
+void CEqualizerEffect::GlideParameters() noexcept {
     CEqualizerParameters& now = fParameters;
+    const CEqualizerParameters before = now;
     Glide(now.fLowCut, fTargets.fLowCut);
     Glide(now.fBand1Frequency, fTargets.fBand1Frequency);
     Glide(now.fBand1Q, fTargets.fBand1Q);
@@ -134,12 +139,22 @@ void CEqualizerEffect::UpdateCoefficients() noexcept {
     Glide(now.fBand2Q, fTargets.fBand2Q);
     Glide(now.fBand2Gain, fTargets.fBand2Gain);
     Glide(now.fHighCut, fTargets.fHighCut);
+    fAreCoefficientsStale = fAreCoefficientsStale || now != before;
+}
 
+// Of a dozen calls of mathematical functions, which take longer than the filters. They depend on
+// the parameters and the rate alone, and a glide comes to rest after a few hundred blocks.
+void CEqualizerEffect::UpdateCoefficients() noexcept {
+    if (!fAreCoefficientsStale) {
+        return;
+    }
+    const CEqualizerParameters& now = fParameters;
     const auto rate = static_cast<float>(fSampleRate);
     fCoefficients.fBand1 = MakeBand(now.fBand1Frequency, now.fBand1Q, now.fBand1Gain, rate);
     fCoefficients.fBand2 = MakeBand(now.fBand2Frequency, now.fBand2Q, now.fBand2Gain, rate);
     fCoefficients.fLow = MakeLowCut(now.fLowCut, rate);
     fCoefficients.fHigh = MakeHighCut(now.fHighCut, rate);
+    fAreCoefficientsStale = false;
 }
 
 } // namespace NSLOPDLL

@@ -18,6 +18,8 @@ struct CEqualizerParameters {
     float fBand2Q = 1000.0F;
     float fBand2Gain = 0.0F;
     float fHighCut = 20000.0F; // Hz, 100 to 20000
+
+    bool operator==(const CEqualizerParameters&) const = default;
 };
 
 /// The one effect behind the sampler: two parametric bands, a low cut and a high cut, in place on
@@ -57,7 +59,7 @@ public:
     const CEqualizerParameters& GetTargets() const noexcept { return fTargets; }
     /// Where the glide toward the targets stands.
     const CEqualizerParameters& GetParameters() const noexcept { return fParameters; }
-    /// Of the last block.
+    /// Of the last block that was filtered.
     const CEqualizerCoefficients& GetCoefficients() const noexcept { return fCoefficients; }
 
     /// Clears coefficients and filter memories and jumps every parameter to its target.
@@ -69,6 +71,7 @@ public:
     void Process(const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
 private:
+    void GlideParameters() noexcept LOOP_REALTIME;
     void UpdateCoefficients() noexcept LOOP_REALTIME;
     void RecoverFromOverflow(const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
@@ -78,6 +81,7 @@ private:
     CEqualizerParameters fParameters;
     CEqualizerParameters fTargets;
     CEqualizerCoefficients fCoefficients;
+    bool fAreCoefficientsStale = true;
     CEqualizerState fLeftState;
     CEqualizerState fRightState;
     bool fWasRunning = false;

@@ -38,7 +38,7 @@ struct CEqualizerState {
 };
 
 /// Both channels at once, in the lanes of a vector: the bits of two calls of
-/// FilterChannel (Reference/PlainForms.h).
+/// FilterChannel (Forms/PlainForms.h).
 void FilterStereoSse2(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
                       CEqualizerState& rightState,
                       const CBlockBuffers& buffers) noexcept LOOP_REALTIME;

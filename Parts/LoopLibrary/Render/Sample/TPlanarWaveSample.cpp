@@ -1,8 +1,10 @@
 #include "LoopLibrary/Render/Sample/TPlanarWaveSample.h"
 
+#include "LoopLibrary/Render/Forms/RenderForms.h"
 #include "LoopLibrary/Render/Sample/C16BitWaveSample.h"
 #include "LoopLibrary/Render/Sample/C24BitWaveSample.h"
 
+#include <algorithm>
 #include <cassert>
 
 namespace NSLOPDLL {
@@ -92,13 +94,21 @@ void TPlanarWaveSample<Depth>::SetFloatSample(int32_t frame, float value,
 template <typename Depth>
 void TPlanarWaveSample<Depth>::GetFloatSamples(int32_t first, int32_t count, float* values,
                                                int32_t channel) const noexcept {
-    ReadPlane<Depth::ToFloat>(Plane(channel), first, count, values);
+    if constexpr (Depth::kBits == 16) {
+        GetRenderForm().fReadFloats16(Plane(channel) + first, count, values);
+    } else {
+        GetRenderForm().fReadFloats24(Plane(channel) + first, count, values);
+    }
 }
 
 template <typename Depth>
 void TPlanarWaveSample<Depth>::SetFloatSamples(int32_t first, int32_t count, const float* values,
                                                int32_t channel) noexcept {
-    WritePlane<Depth::FromFloat>(Plane(channel), first, count, values);
+    if constexpr (Depth::kBits == 16) {
+        GetRenderForm().fStoreFloats16(values, count, Plane(channel) + first);
+    } else {
+        GetRenderForm().fStoreFloats24(values, count, Plane(channel) + first);
+    }
 }
 
 template <typename Depth>
@@ -115,7 +125,11 @@ void TPlanarWaveSample<Depth>::Set16BitSample(int32_t frame, int16_t value,
 template <typename Depth>
 void TPlanarWaveSample<Depth>::Get16BitSamples(int32_t first, int32_t count, int16_t* values,
                                                int32_t channel) const noexcept {
-    ReadPlane<Depth::To16>(Plane(channel), first, count, values);
+    if constexpr (Depth::kBits == 16) {
+        std::copy_n(Plane(channel) + first, std::max(count, 0), values);
+    } else {
+        GetRenderForm().fNarrow24(Plane(channel) + first, count, values);
+    }
 }
 
 template <typename Depth>

@@ -1,8 +1,10 @@
 #include "LoopLibrary/Render/Sampler/CTesselSampler.h"
 
 #include "LoopLibrary/Render/Common/FloatMath.h"
-#include "LoopLibrary/Render/Sampler/VoiceEnvelopes.h"
+#include "LoopLibrary/Render/Forms/RenderForms.h"
+#include "LoopLibrary/Render/Sampler/Interpolator.h"
 #include "LoopLibrary/Render/Sampler/VoiceFetch.h"
+#include "LoopLibrary/Render/Sampler/VoiceGains.h"
 
 #include <algorithm>
 #include <bit>
@@ -38,13 +40,12 @@ float DecayLength(float factor) {
 } // namespace
 
 CTesselSampler::CTesselSampler(const CABCWaveSample* sample, int32_t outputRate)
-    : fSample(sample), fTables(ClipOutputRate(outputRate)), fInterpolate(ChooseInterpolator()),
-      fLeftFetch(MakeFetchArray()), fRightFetch(MakeFetchArray()) {}
+    : fSample(sample), fTables(ClipOutputRate(outputRate)), fLeftFetch(MakeFetchArray()),
+      fRightFetch(MakeFetchArray()) {}
 
 CTesselSampler::CTesselSampler(const CTesselSampler& other)
     : fSample(other.fSample), fSettings(other.fSettings), fTables(other.GetOutputRate()),
-      fInterpolate(other.fInterpolate), fLeftFetch(MakeFetchArray()),
-      fRightFetch(MakeFetchArray()) {}
+      fLeftFetch(MakeFetchArray()), fRightFetch(MakeFetchArray()) {}
 
 CTesselSampler::~CTesselSampler() = default;
 
@@ -187,68 +188,72 @@ int32_t CTesselSampler::GetRenderLength(const CSlicePlayRange& range) const noex
 void CTesselSampler::RenderBlock(const CBlockBuffers& buffers) noexcept {
     std::fill_n(buffers.fLeft, kBlockFrames, 0.0F);
     std::fill_n(buffers.fRight, kBlockFrames, 0.0F);
-    for (SamplerVoice& voice : fVoices) {
+    CVoiceGains gains;
+    static_assert(CVoiceGains::kVoices == kVoiceCount);
+    for (size_t index = 0; index < kVoiceCount; ++index) {
+        SamplerVoice& voice = fVoices[index];
         if (voice.fState == kVoiceState_Off) {
             continue;
         }
-        if (voice.fKind == kVoiceKind_Slice) {
-            RenderSliceVoice(voice, buffers);
-        } else {
-            RenderPlainVoice(voice, buffers);
+        const CGainMove move =
+            voice.fKind == kVoiceKind_Slice ? StepSliceVoice(voice) : StepPlainVoice(voice);
+        if (voice.fState != kVoiceState_Off) {
+            gains.Plan(index, voice.fGain, move);
+        }
+    }
+    gains.Finish();
+    for (size_t index = 0; index < kVoiceCount; ++index) {
+        if (fVoices[index].fState != kVoiceState_Off) {
+            RenderVoice(fVoices[index], gains.Get(index), buffers);
         }
     }
 }
 
-void CTesselSampler::RenderSliceVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept {
+CGainMove CTesselSampler::StepSliceVoice(SamplerVoice& voice) const noexcept {
     if (voice.fState != kVoiceState_Attack && voice.fFadeGain * voice.fEnvelope < kVoiceSilence) {
         voice.fState = kVoiceState_Off;
-        return;
+        return {};
     }
-    const uint32_t step = SliceStep(voice);
-    std::array<float, kBlockFrames> gains;
-    const CGainMove move = StepEnvelopes(voice, fSettings, *fTables);
-    voice.fGain = FillGains(voice.fGain, move, gains.data());
-
-    const uint32_t phase = voice.fPhase;
-    FetchSliceVoice(voice, *fSample, AdvancePhase(voice, step), fLeftFetch.get(),
-                    fRightFetch.get());
-    Interpolate(phase, step, gains.data(), buffers);
+    return StepEnvelopes(voice, fSettings, *fTables);
 }
 
-void CTesselSampler::RenderPlainVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept {
+CGainMove CTesselSampler::StepPlainVoice(SamplerVoice& voice) const noexcept {
     if (voice.fState == kVoiceState_Release) {
         if (voice.fEnvelope < kVoiceSilence) {
             voice.fState = kVoiceState_Off;
-            return;
+            return {};
         }
         voice.fEnvelope *= fTables->GetDecayFactors()[0];
     }
-    const uint32_t step = StepFor(0, voice.fRateRatio);
     CGainMove move;
     move.fTarget = voice.fEnvelope * kVoiceHeadroom;
     move.fRamp = (move.fTarget - voice.fGain) * kFramePart;
-    std::array<float, kBlockFrames> gains;
-    voice.fGain = FillGains(voice.fGain, move, gains.data());
-    if (voice.fDirection == kVoiceDirection_Loop) {
-        PickFreeRunRange(voice);
-    }
+    return move;
+}
 
+void CTesselSampler::RenderVoice(SamplerVoice& voice, const float* gains,
+                                 const CBlockBuffers& buffers) noexcept {
+    const bool isSlice = voice.fKind == kVoiceKind_Slice;
+    const uint32_t step = isSlice ? SliceStep(voice) : StepFor(0, voice.fRateRatio);
     const uint32_t phase = voice.fPhase;
-    FetchPlainVoice(voice, *fSample, AdvancePhase(voice, step), fLeftFetch.get(),
-                    fRightFetch.get());
-    Interpolate(phase, step, gains.data(), buffers);
+    const int32_t count = AdvancePhase(voice, step);
+    float* const left = fLeftFetch.get();
+    float* const right = fSample->IsStereo() ? fRightFetch.get() : left;
+    if (isSlice) {
+        FetchSliceVoice(voice, *fSample, count, left, right);
+    } else {
+        if (voice.fDirection == kVoiceDirection_Loop) {
+            PickFreeRunRange(voice);
+        }
+        FetchPlainVoice(voice, *fSample, count, left, right);
+    }
+    GetRenderForm().fInterpolate({left, right, phase, step, gains, buffers});
 }
 
 int32_t CTesselSampler::AdvancePhase(SamplerVoice& voice, uint32_t step) noexcept {
     const uint32_t total = step * static_cast<uint32_t>(kBlockFrames) + voice.fPhase;
     voice.fPhase = total & 0x3fff;
     return static_cast<int32_t>(total >> 14);
-}
-
-void CTesselSampler::Interpolate(uint32_t phase, uint32_t step, const float* gains,
-                                 const CBlockBuffers& buffers) noexcept {
-    const float* right = fSample->IsStereo() ? fRightFetch.get() : fLeftFetch.get();
-    fInterpolate({fLeftFetch.get(), right, phase, step, gains, buffers});
 }
 
 } // namespace NSLOPDLL

@@ -4,8 +4,8 @@
 #include "LoopLibrary/Render/Common/OutputRate.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "LoopLibrary/Render/Sampler/CSamplerSettings.h"
-#include "LoopLibrary/Render/Sampler/Interpolator.h"
 #include "LoopLibrary/Render/Sampler/SamplerVoice.h"
+#include "LoopLibrary/Render/Sampler/VoiceEnvelopes.h"
 #include "LoopLibrary/Render/Slices/CSlicePlayRange.h"
 #include "LoopLibrary/Render/Tables/CDSPTablesHandle.h"
 #include "Support/Threads/RealTime.h"
@@ -89,18 +89,18 @@ private:
     void PickFreeRunRange(SamplerVoice& voice) const noexcept LOOP_REALTIME;
     float RateRatio() const noexcept LOOP_REALTIME;
     uint32_t SliceStep(const SamplerVoice& voice) const noexcept LOOP_REALTIME;
-    void RenderSliceVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
-    void RenderPlainVoice(SamplerVoice& voice, const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
+    /// Each moves the envelopes on by a block, or switches the voice off when it has died away.
+    CGainMove StepSliceVoice(SamplerVoice& voice) const noexcept LOOP_REALTIME;
+    CGainMove StepPlainVoice(SamplerVoice& voice) const noexcept LOOP_REALTIME;
+    void RenderVoice(SamplerVoice& voice, const float* gains,
+                     const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
     /// Moves the phase on by a block; answers the source frames that it passes.
     static int32_t AdvancePhase(SamplerVoice& voice, uint32_t step) noexcept LOOP_REALTIME;
-    void Interpolate(uint32_t phase, uint32_t step, const float* gains,
-                     const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
     uint16_t fCurrentVoice = 0;
     const CABCWaveSample* fSample;
     CSamplerSettings fSettings;
     CDSPTablesHandle fTables;
-    InterpolateFunction fInterpolate;
     std::unique_ptr<float[]> fLeftFetch;
     std::unique_ptr<float[]> fRightFetch;
     std::array<SamplerVoice, kVoiceCount> fVoices;

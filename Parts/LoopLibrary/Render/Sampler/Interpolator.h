@@ -19,15 +19,12 @@ struct CInterpolationJob {
     CBlockBuffers fOutput; // added to
 };
 
-using InterpolateFunction = void (*)(const CInterpolationJob& job) noexcept LOOP_REALTIME;
+/// A step of one frame, at which all frames of a block have the same taps.
+constexpr uint32_t kUnitStep = 0x4000;
 
-/// Several frames in the lanes of a vector: the bits of InterpolateScalar (Reference/PlainForms.h).
+/// Several frames in the lanes of a vector: the bits of InterpolateScalar (Forms/PlainForms.h).
 void InterpolateSse2(const CInterpolationJob& job) noexcept LOOP_REALTIME;
 /// Only where the processor has AVX2.
 void InterpolateAvx2(const CInterpolationJob& job) noexcept LOOP_REALTIME;
-bool HasAvx2() noexcept;
-
-/// The fastest form that this processor can run.
-InterpolateFunction ChooseInterpolator() noexcept;
 
 } // namespace NSLOPDLL

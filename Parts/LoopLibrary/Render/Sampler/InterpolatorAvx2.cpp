@@ -7,6 +7,8 @@
 #include <immintrin.h>
 
 #define LOOP_AVX2 __attribute__((target("avx2")))
+// The compiler leaves some of these helpers as calls, which pass their vectors through memory.
+#define LOOP_AVX2_INLINE LOOP_AVX2 __attribute__((always_inline)) inline
 
 namespace NSLOPDLL {
 
@@ -29,7 +31,7 @@ struct CTurned {
     __m256 fTaps3;
 };
 
-LOOP_AVX2 inline CTurned Turn(const __m256* taps, const float* fetch, const uint32_t* frames) {
+LOOP_AVX2_INLINE CTurned Turn(const __m256* taps, const float* fetch, const uint32_t* frames) {
     const __m256 p0 = _mm256_mul_ps(taps[0], _mm256_loadu_ps(fetch + frames[0]));
     const __m256 p1 = _mm256_mul_ps(taps[1], _mm256_loadu_ps(fetch + frames[1]));
     const __m256 p2 = _mm256_mul_ps(taps[2], _mm256_loadu_ps(fetch + frames[2]));
@@ -42,7 +44,7 @@ LOOP_AVX2 inline CTurned Turn(const __m256* taps, const float* fetch, const uint
             _mm256_shuffle_ps(c, d, kFirstHalves), _mm256_shuffle_ps(c, d, kSecondHalves)};
 }
 
-LOOP_AVX2 inline __m256 SumTaps(const __m256* taps, const float* fetch, const uint32_t* frames) {
+LOOP_AVX2_INLINE __m256 SumTaps(const __m256* taps, const float* fetch, const uint32_t* frames) {
     const CTurned low = Turn(taps, fetch, frames);
     const CTurned high = Turn(taps + 4, fetch, frames + 4);
     __m256 sum = _mm256_add_ps(_mm256_permute2f128_ps(low.fTaps04, high.fTaps04, kLowerLanes),
@@ -53,14 +55,47 @@ LOOP_AVX2 inline __m256 SumTaps(const __m256* taps, const float* fetch, const ui
     return _mm256_add_ps(sum, _mm256_permute2f128_ps(low.fTaps15, high.fTaps15, kUpperLanes));
 }
 
-LOOP_AVX2 inline void AddTo(float* output, __m256 values) {
+LOOP_AVX2_INLINE void AddTo(float* output, __m256 values) {
     _mm256_storeu_ps(output, _mm256_add_ps(_mm256_loadu_ps(output), values));
+}
+
+// At a step of one frame a lane's source frames are those of the lane before it, moved on by one:
+// eight neighbours are one load a tap, and nothing has to be turned.
+LOOP_AVX2_INLINE __m256 SumUnitTaps(const __m256* taps, const float* fetch) {
+    __m256 sum = _mm256_add_ps(_mm256_mul_ps(taps[0], _mm256_loadu_ps(fetch)),
+                               _mm256_mul_ps(taps[1], _mm256_loadu_ps(fetch + 1)));
+    sum = _mm256_add_ps(sum, _mm256_mul_ps(taps[2], _mm256_loadu_ps(fetch + 2)));
+    sum = _mm256_add_ps(sum, _mm256_mul_ps(taps[3], _mm256_loadu_ps(fetch + 3)));
+    sum = _mm256_add_ps(sum, _mm256_mul_ps(taps[4], _mm256_loadu_ps(fetch + 4)));
+    return _mm256_add_ps(sum, _mm256_mul_ps(taps[5], _mm256_loadu_ps(fetch + 5)));
+}
+
+LOOP_AVX2 void InterpolateUnitStep(const CInterpolationJob& job, const float* table) {
+    const float* row = table + ((job.fPhase >> 6) & 255) * kPhaseStride;
+    __m256 taps[kInterpolationTaps];
+    for (size_t tap = 0; tap < kInterpolationTaps; ++tap) {
+        taps[tap] = _mm256_broadcast_ss(row + tap);
+    }
+    const bool mono = job.fLeftFetch == job.fRightFetch;
+    const float* leftFetch = job.fLeftFetch + (job.fPhase >> 14);
+    const float* rightFetch = job.fRightFetch + (job.fPhase >> 14);
+    for (int32_t i = 0; i < kBlockFrames; i += kLanes) {
+        const __m256 gains = _mm256_loadu_ps(job.fGains + i);
+        const __m256 left = _mm256_mul_ps(SumUnitTaps(taps, leftFetch + i), gains);
+        AddTo(job.fOutput.fLeft + i, left);
+        AddTo(job.fOutput.fRight + i,
+              mono ? left : _mm256_mul_ps(SumUnitTaps(taps, rightFetch + i), gains));
+    }
 }
 
 } // namespace
 
 LOOP_AVX2 void InterpolateAvx2(const CInterpolationJob& job) noexcept {
     const float* table = CDSPTables::GetInterpolationTableByPhase();
+    if (job.fStep == kUnitStep) {
+        InterpolateUnitStep(job, table);
+        return;
+    }
     const bool mono = job.fLeftFetch == job.fRightFetch;
     uint32_t phase = job.fPhase;
     for (int32_t i = 0; i < kBlockFrames; i += kLanes) {
@@ -81,4 +116,5 @@ LOOP_AVX2 void InterpolateAvx2(const CInterpolationJob& job) noexcept {
 
 } // namespace NSLOPDLL
 
+#undef LOOP_AVX2_INLINE
 #undef LOOP_AVX2

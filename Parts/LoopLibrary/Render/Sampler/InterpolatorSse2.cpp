@@ -47,10 +47,43 @@ void AddTo(float* output, __m128 values) {
     _mm_storeu_ps(output, _mm_add_ps(_mm_loadu_ps(output), values));
 }
 
+// At a step of one frame a lane's source frames are those of the lane before it, moved on by one:
+// four neighbours are one load a tap, and nothing has to be turned.
+__m128 SumUnitTaps(const __m128* taps, const float* fetch) {
+    __m128 sum = _mm_add_ps(_mm_mul_ps(taps[0], _mm_loadu_ps(fetch)),
+                            _mm_mul_ps(taps[1], _mm_loadu_ps(fetch + 1)));
+    sum = _mm_add_ps(sum, _mm_mul_ps(taps[2], _mm_loadu_ps(fetch + 2)));
+    sum = _mm_add_ps(sum, _mm_mul_ps(taps[3], _mm_loadu_ps(fetch + 3)));
+    sum = _mm_add_ps(sum, _mm_mul_ps(taps[4], _mm_loadu_ps(fetch + 4)));
+    return _mm_add_ps(sum, _mm_mul_ps(taps[5], _mm_loadu_ps(fetch + 5)));
+}
+
+void InterpolateUnitStep(const CInterpolationJob& job, const float* table) {
+    const float* row = table + ((job.fPhase >> 6) & 255) * kPhaseStride;
+    __m128 taps[kInterpolationTaps];
+    for (size_t tap = 0; tap < kInterpolationTaps; ++tap) {
+        taps[tap] = _mm_set1_ps(row[tap]);
+    }
+    const bool mono = job.fLeftFetch == job.fRightFetch;
+    const float* leftFetch = job.fLeftFetch + (job.fPhase >> 14);
+    const float* rightFetch = job.fRightFetch + (job.fPhase >> 14);
+    for (int32_t i = 0; i < kBlockFrames; i += kLanes) {
+        const __m128 gains = _mm_loadu_ps(job.fGains + i);
+        const __m128 left = _mm_mul_ps(SumUnitTaps(taps, leftFetch + i), gains);
+        AddTo(job.fOutput.fLeft + i, left);
+        AddTo(job.fOutput.fRight + i,
+              mono ? left : _mm_mul_ps(SumUnitTaps(taps, rightFetch + i), gains));
+    }
+}
+
 } // namespace
 
 void InterpolateSse2(const CInterpolationJob& job) noexcept {
     const float* table = CDSPTables::GetInterpolationTableByPhase();
+    if (job.fStep == kUnitStep) {
+        InterpolateUnitStep(job, table);
+        return;
+    }
     const bool mono = job.fLeftFetch == job.fRightFetch;
     uint32_t phase = job.fPhase;
     for (int32_t i = 0; i < kBlockFrames; i += kLanes) {

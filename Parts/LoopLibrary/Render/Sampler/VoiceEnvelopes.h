@@ -31,7 +31,8 @@ float TargetGain(const SamplerVoice& voice,
 CGainMove StepEnvelopes(SamplerVoice& voice, const CSamplerSettings& settings,
                         const CDSPTables& tables) noexcept LOOP_REALTIME;
 
-/// Writes the gain of each of the block's 64 frames; answers the gain behind the last.
+/// Writes the gain of each of the block's 64 frames, one after the other; answers the gain behind
+/// the last.
 float FillGains(float gain, CGainMove move, float* gains) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

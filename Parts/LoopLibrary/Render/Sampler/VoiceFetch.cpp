@@ -1,5 +1,7 @@
 #include "LoopLibrary/Render/Sampler/VoiceFetch.h"
 
+#include "LoopLibrary/Render/Forms/RenderForms.h"
+
 #include <algorithm>
 
 namespace NSLOPDLL {
@@ -7,6 +9,10 @@ namespace NSLOPDLL {
 namespace {
 
 constexpr float kFadeFloor = 1e-6F;
+// Frames of a tail that are shaped at once: a block and its look-ahead at a step of one frame.
+constexpr int32_t kTailRun = 80;
+// Under these, setting up a run takes longer than going frame by frame.
+constexpr int32_t kShortRun = 8;
 
 // Where a fetch writes; moves on with what has been written.
 struct CFetchTarget {
@@ -35,28 +41,107 @@ void ReadForward(const CABCWaveSample& sample, int32_t first, int32_t count,
 void ReadBackward(const CABCWaveSample& sample, int32_t first, int32_t count,
                   const CFetchTarget& target) {
     ReadForward(sample, first - (count - 1), count, target);
-    std::reverse(target.fLeft, target.fLeft + count);
+    GetRenderForm().fReverse(target.fLeft, count);
     if (target.fRight != nullptr) {
-        std::reverse(target.fRight, target.fRight + count);
+        GetRenderForm().fReverse(target.fRight, count);
+    }
+}
+
+// The tail's two factors on their way from frame to frame.
+struct CTailShape {
+    float fFade;
+    float fFadeStep;
+    float fLevel;
+    float fLevelStep;
+
+    void Advance() {
+        fFade = std::max(fFade - fFadeStep, kFadeFloor);
+        fLevel += fLevelStep;
+    }
+};
+
+void ShapeFrameByFrame(CTailShape& shape, int32_t count, const CFetchTarget& target) {
+    for (int32_t i = 0; i < count; ++i) {
+        target.fLeft[i] = target.fLeft[i] * shape.fFade * shape.fLevel;
+        if (target.fRight != nullptr) {
+            target.fRight[i] = target.fRight[i] * shape.fFade * shape.fLevel;
+        }
+        shape.Advance();
+    }
+}
+
+// The factors first and all products then, since nothing in the products waits for the frame
+// before. Where the fade stays off its floor the comparison with it is left out of the chain, of
+// which it is half; two steps are more than the roundings of a run add up to.
+void ShapeRun(CTailShape& shape, int32_t count, const CFetchTarget& target) {
+    float fades[kTailRun];
+    float levels[kTailRun];
+    const bool isOffFloor =
+        shape.fFade - shape.fFadeStep * static_cast<float>(count + 2) > 2.0F * kFadeFloor;
+    for (int32_t i = 0; i < count; ++i) {
+        fades[i] = shape.fFade;
+        levels[i] = shape.fLevel;
+        if (isOffFloor) {
+            shape.fFade -= shape.fFadeStep;
+            shape.fLevel += shape.fLevelStep;
+        } else {
+            shape.Advance();
+        }
+    }
+    const SRenderForm& form = GetRenderForm();
+    form.fScaleTwice(target.fLeft, fades, levels, count);
+    if (target.fRight != nullptr) {
+        form.fScaleTwice(target.fRight, fades, levels, count);
     }
 }
 
 // Fade and level of a run in the tail. Before it both are exactly 1.0 and change nothing.
-void ShapeTail(SamplerVoice& voice, int32_t count, const CFetchTarget& target) {
-    float fade = voice.fFadeGain;
-    float level = voice.fTailLevel;
+void ShapeTail(SamplerVoice& voice, int32_t count, CFetchTarget target) {
     const float levelStep =
         voice.fDirection == kVoiceDirection_Forward ? voice.fTailLevelStep : -voice.fTailLevelStep;
-    for (int32_t i = 0; i < count; ++i) {
-        target.fLeft[i] = target.fLeft[i] * fade * level;
-        if (target.fRight != nullptr) {
-            target.fRight[i] = target.fRight[i] * fade * level;
-        }
-        fade = std::max(fade - voice.fFadeStep, kFadeFloor);
-        level += levelStep;
+    CTailShape shape{voice.fFadeGain, voice.fFadeStep, voice.fTailLevel, levelStep};
+    while (count >= kShortRun) {
+        const int32_t run = std::min(count, kTailRun);
+        ShapeRun(shape, run, target);
+        target.Advance(run);
+        count -= run;
     }
-    voice.fFadeGain = fade;
-    voice.fTailLevel = level;
+    ShapeFrameByFrame(shape, count, target);
+    voice.fFadeGain = shape.fFade;
+    voice.fTailLevel = shape.fLevel;
+}
+
+// Frames that a slice voice fetches before it turns.
+int64_t FramesUntilTurn(const SamplerVoice& voice) {
+    return voice.fDirection == kVoiceDirection_Backward
+               ? int64_t{voice.fPosition} - voice.fRangeStart
+               : int64_t{voice.fRangeEnd} - voice.fPosition;
+}
+
+// A tail of one frame has nowhere to go, neither forward nor back: a voice that has turned in it
+// stays on its frame for good.
+bool StandsStill(const SamplerVoice& voice) {
+    return voice.fDirection == kVoiceDirection_Forward && voice.fPosition <= voice.fRangeStart &&
+           int64_t{voice.fRangeEnd} - voice.fPosition <= 1;
+}
+
+void ReadOneFrame(const CABCWaveSample& sample, int32_t frame, int32_t count,
+                  const CFetchTarget& target) {
+    ReadForward(sample, frame, 1, target);
+    std::fill_n(target.fLeft, count, *target.fLeft);
+    if (target.fRight != nullptr) {
+        std::fill_n(target.fRight, count, *target.fRight);
+    }
+}
+
+// A straight run, from which the voice has not moved on yet.
+void ReadRun(const SamplerVoice& voice, const CABCWaveSample& sample, int32_t count,
+             const CFetchTarget& target) {
+    if (voice.fDirection == kVoiceDirection_Backward) {
+        ReadBackward(sample, voice.fPosition, count, target);
+    } else {
+        ReadForward(sample, voice.fPosition, count, target);
+    }
 }
 
 // In the look-ahead a voice turns like any other, but a tail does not begin.
@@ -65,13 +150,13 @@ void FetchSliceFrames(SamplerVoice& voice, const CABCWaveSample& sample, int32_t
                       CFetchTarget& target) {
     while (count > 0) {
         const bool backward = voice.fDirection == kVoiceDirection_Backward;
-        const int64_t untilTurn = backward ? int64_t{voice.fPosition} - voice.fRangeStart
-                                           : int64_t{voice.fRangeEnd} - voice.fPosition;
-        const int32_t run = RunLength(untilTurn, count);
-        if (backward) {
-            ReadBackward(sample, voice.fPosition, run, target);
+        const int64_t untilTurn = FramesUntilTurn(voice);
+        const bool stands = StandsStill(voice);
+        const int32_t run = stands ? count : RunLength(untilTurn, count);
+        if (stands) {
+            ReadOneFrame(sample, voice.fPosition, run, target);
         } else {
-            ReadForward(sample, voice.fPosition, run, target);
+            ReadRun(voice, sample, run, target);
         }
         if (voice.fInTail) {
             ShapeTail(voice, run, target);
@@ -79,6 +164,9 @@ void FetchSliceFrames(SamplerVoice& voice, const CABCWaveSample& sample, int32_t
         target.Advance(run);
         count -= run;
 
+        if (stands) {
+            continue;
+        }
         if (backward) {
             voice.fPosition -= run;
             if (voice.fPosition <= voice.fRangeStart) {
@@ -125,6 +213,18 @@ void FetchPlainFrames(SamplerVoice& voice, const CABCWaveSample& sample, int32_t
 void FetchSliceVoice(SamplerVoice& voice, const CABCWaveSample& sample, int32_t count, float* left,
                      float* right) noexcept {
     CFetchTarget target{left, sample.IsStereo() ? right : nullptr};
+    // Most blocks lie with their look-ahead on the way to the next turn: one read gets both.
+    if (FramesUntilTurn(voice) > int64_t{count} + kFetchLookAhead) {
+        ReadRun(voice, sample, count + kFetchLookAhead, target);
+        if (voice.fInTail) {
+            ShapeTail(voice, count, target);
+            target.Advance(count);
+            SamplerVoice ahead = voice;
+            ShapeTail(ahead, kFetchLookAhead, target);
+        }
+        voice.fPosition += voice.fDirection == kVoiceDirection_Backward ? -count : count;
+        return;
+    }
     FetchSliceFrames<false>(voice, sample, count, target);
     SamplerVoice ahead = voice;
     FetchSliceFrames<true>(ahead, sample, kFetchLookAhead, target);
@@ -133,6 +233,11 @@ void FetchSliceVoice(SamplerVoice& voice, const CABCWaveSample& sample, int32_t 
 void FetchPlainVoice(SamplerVoice& voice, const CABCWaveSample& sample, int32_t count, float* left,
                      float* right) noexcept {
     CFetchTarget target{left, sample.IsStereo() ? right : nullptr};
+    if (int64_t{voice.fRangeEnd} - voice.fPosition > int64_t{count} + kFetchLookAhead) {
+        ReadForward(sample, voice.fPosition, count + kFetchLookAhead, target);
+        voice.fPosition += count;
+        return;
+    }
     FetchPlainFrames(voice, sample, count, target);
     SamplerVoice ahead = voice;
     FetchPlainFrames(ahead, sample, kFetchLookAhead, target);

@@ -1,4 +1,4 @@
-#include "LoopLibrary/Render/Reference/PlainForms.h"
+#include "LoopLibrary/Render/Forms/PlainForms.h"
 #include "LoopLibrary/Render/Tables/CDSPTables.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "LoopLibrary/Render/Reference/PlainForms.h"
+#include "LoopLibrary/Render/Forms/PlainForms.h"
 
 namespace NSLOPDLL {
 
@@ -40,6 +40,12 @@ void FilterChannel(const CEqualizerCoefficients& coefficients, CEqualizerState& 
         frames[i] = output;
     }
     state = s;
+}
+
+void FilterStereoPlain(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
+                       CEqualizerState& rightState, const CBlockBuffers& buffers) noexcept {
+    FilterChannel(coefficients, leftState, buffers.fLeft);
+    FilterChannel(coefficients, rightState, buffers.fRight);
 }
 
 } // namespace NSLOPDLL

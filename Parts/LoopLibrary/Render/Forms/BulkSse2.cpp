@@ -1,0 +1,153 @@
+#include "LoopLibrary/Render/Forms/BulkSse2.h"
+
+#include "LoopLibrary/Render/Common/CBlockBuffers.h"
+#include "LoopLibrary/Render/Forms/PlainForms.h"
+
+#include <algorithm>
+
+#include <emmintrin.h>
+
+namespace NSLOPDLL {
+
+namespace {
+
+__m128i Load(const void* values) {
+    return _mm_loadu_si128(static_cast<const __m128i*>(values));
+}
+
+void Store(void* values, __m128i lanes) {
+    _mm_storeu_si128(static_cast<__m128i*>(values), lanes);
+}
+
+// Rounds half away from zero and clips, like RoundToInteger. The half takes the value's sign by its
+// bits: adding minus a half is subtracting it.
+__m128i RoundLanes(__m128 values, float scale, float least, float most) {
+    const __m128 sign = _mm_and_ps(_mm_cmplt_ps(values, _mm_setzero_ps()), _mm_set1_ps(-0.0F));
+    const __m128 half = _mm_or_ps(sign, _mm_set1_ps(0.5F));
+    const __m128 rounded = _mm_add_ps(_mm_mul_ps(values, _mm_set1_ps(scale)), half);
+    const __m128 numbers = _mm_and_ps(rounded, _mm_cmpord_ps(rounded, rounded));
+    return _mm_cvttps_epi32(_mm_max_ps(_mm_min_ps(numbers, _mm_set1_ps(most)), _mm_set1_ps(least)));
+}
+
+__m128i Round16(const float* values) {
+    return RoundLanes(_mm_loadu_ps(values), 32767.0F, -32768.0F, 32767.0F);
+}
+
+// Bits 8 to 23 of each lane, with their sign.
+__m128i NarrowLanes(const int32_t* samples) {
+    return _mm_srai_epi32(_mm_slli_epi32(Load(samples), 8), 16);
+}
+
+} // namespace
+
+void ReadFloats16Sse2(const int16_t* samples, int32_t count, float* values) noexcept {
+    const __m128 scale = _mm_set1_ps(0x1p-15F);
+    int32_t i = 0;
+    for (; i + 8 <= count; i += 8) {
+        // Each sample in both halves of a lane; the shift leaves the upper one with its sign.
+        const __m128i read = Load(samples + i);
+        const __m128i low = _mm_srai_epi32(_mm_unpacklo_epi16(read, read), 16);
+        const __m128i high = _mm_srai_epi32(_mm_unpackhi_epi16(read, read), 16);
+        _mm_storeu_ps(values + i, _mm_mul_ps(_mm_cvtepi32_ps(low), scale));
+        _mm_storeu_ps(values + i + 4, _mm_mul_ps(_mm_cvtepi32_ps(high), scale));
+    }
+    ReadFloats16Plain(samples + i, count - i, values + i);
+}
+
+void ReadFloats24Sse2(const int32_t* samples, int32_t count, float* values) noexcept {
+    const __m128 scale = _mm_set1_ps(0x1p-23F);
+    int32_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        _mm_storeu_ps(values + i, _mm_mul_ps(_mm_cvtepi32_ps(Load(samples + i)), scale));
+    }
+    ReadFloats24Plain(samples + i, count - i, values + i);
+}
+
+void StoreFloats16Sse2(const float* values, int32_t count, int16_t* samples) noexcept {
+    int32_t i = 0;
+    for (; i + 8 <= count; i += 8) {
+        Store(samples + i, _mm_packs_epi32(Round16(values + i), Round16(values + i + 4)));
+    }
+    StoreFloats16Plain(values + i, count - i, samples + i);
+}
+
+void StoreFloats24Sse2(const float* values, int32_t count, int32_t* samples) noexcept {
+    int32_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        Store(samples + i,
+              RoundLanes(_mm_loadu_ps(values + i), 8388607.0F, -8388608.0F, 8388607.0F));
+    }
+    StoreFloats24Plain(values + i, count - i, samples + i);
+}
+
+void Narrow24Sse2(const int32_t* samples, int32_t count, int16_t* values) noexcept {
+    int32_t i = 0;
+    for (; i + 8 <= count; i += 8) {
+        Store(values + i, _mm_packs_epi32(NarrowLanes(samples + i), NarrowLanes(samples + i + 4)));
+    }
+    Narrow24Plain(samples + i, count - i, values + i);
+}
+
+SPeaks FindPeaksSse2(const int16_t* values, int32_t count) noexcept {
+    __m128i low = _mm_set1_epi16(INT16_MAX);
+    __m128i high = _mm_set1_epi16(INT16_MIN);
+    int32_t i = 0;
+    for (; i + 8 <= count; i += 8) {
+        low = _mm_min_epi16(low, Load(values + i));
+        high = _mm_max_epi16(high, Load(values + i));
+    }
+    int16_t lows[8];
+    int16_t highs[8];
+    Store(lows, low);
+    Store(highs, high);
+    const SPeaks rest = FindPeaksPlain(values + i, count - i);
+    return {std::min(rest.fLow, *std::min_element(lows, lows + 8)),
+            std::max(rest.fHigh, *std::max_element(highs, highs + 8))};
+}
+
+// A ramp is a chain of additions, each of which waits for the one before it; four chains in the
+// lanes take the time of one. Turning four frames of them makes the rows that are stored.
+void FillFourRampsSse2(float* const* targets, float* values, const float* steps) noexcept {
+    __m128 value = _mm_loadu_ps(values);
+    const __m128 step = _mm_loadu_ps(steps);
+    for (int32_t i = 0; i < kBlockFrames; i += 4) {
+        __m128 a = value;
+        __m128 b = _mm_add_ps(a, step);
+        __m128 c = _mm_add_ps(b, step);
+        __m128 d = _mm_add_ps(c, step);
+        value = _mm_add_ps(d, step);
+        _MM_TRANSPOSE4_PS(a, b, c, d);
+        _mm_storeu_ps(targets[0] + i, a);
+        _mm_storeu_ps(targets[1] + i, b);
+        _mm_storeu_ps(targets[2] + i, c);
+        _mm_storeu_ps(targets[3] + i, d);
+    }
+    _mm_storeu_ps(values, value);
+}
+
+void ScaleTwiceSse2(float* values, const float* first, const float* second,
+                    int32_t count) noexcept {
+    int32_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        const __m128 once = _mm_mul_ps(_mm_loadu_ps(values + i), _mm_loadu_ps(first + i));
+        _mm_storeu_ps(values + i, _mm_mul_ps(once, _mm_loadu_ps(second + i)));
+    }
+    ScaleTwicePlain(values + i, first + i, second + i, count - i);
+}
+
+void ReverseSse2(float* values, int32_t count) noexcept {
+    constexpr int kTurned = _MM_SHUFFLE(0, 1, 2, 3);
+    float* front = values;
+    float* back = values + count;
+    while (back - front >= 8) {
+        back -= 4;
+        const __m128 first = _mm_loadu_ps(front);
+        const __m128 last = _mm_loadu_ps(back);
+        _mm_storeu_ps(front, _mm_shuffle_ps(last, last, kTurned));
+        _mm_storeu_ps(back, _mm_shuffle_ps(first, first, kTurned));
+        front += 4;
+    }
+    std::reverse(front, back);
+}
+
+} // namespace NSLOPDLL

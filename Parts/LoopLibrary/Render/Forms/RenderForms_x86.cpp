@@ -1,0 +1,23 @@
+#include "LoopLibrary/Render/Forms/BulkSse2.h"
+#include "LoopLibrary/Render/Forms/PlainForms.h"
+
+namespace NSLOPDLL {
+
+// Wider vectors gain in the interpolator alone: the filters have no more lanes to fill, and the
+// bulk loops wait for memory.
+std::span<const SRenderForm> GetRenderForms() noexcept {
+    static constexpr SRenderForm kForms[] = {
+        {"plain", InterpolateScalar, FilterStereoPlain, ReadFloats16Plain, ReadFloats24Plain,
+         StoreFloats16Plain, StoreFloats24Plain, Narrow24Plain, FindPeaksPlain, FillFourRampsPlain,
+         ScaleTwicePlain, ReversePlain},
+        {"sse2", InterpolateSse2, FilterStereoSse2, ReadFloats16Sse2, ReadFloats24Sse2,
+         StoreFloats16Sse2, StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2, FillFourRampsSse2,
+         ScaleTwiceSse2, ReverseSse2},
+        {"avx2", InterpolateAvx2, FilterStereoSse2, ReadFloats16Sse2, ReadFloats24Sse2,
+         StoreFloats16Sse2, StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2, FillFourRampsSse2,
+         ScaleTwiceSse2, ReverseSse2},
+    };
+    return {kForms, __builtin_cpu_supports("avx2") != 0 ? std::size_t{3} : std::size_t{2}};
+}
+
+} // namespace NSLOPDLL
