@@ -17,6 +17,14 @@ void SSession::Hold(CContest& contest) {
     fReport.push_back(contest.ToJson());
 }
 
+std::vector<const CLibrary*> SSession::FromOldest() const {
+    std::vector<const CLibrary*> libraries;
+    for (auto library = fLibraries.rbegin(); library != fLibraries.rend(); ++library) {
+        libraries.push_back(library->get());
+    }
+    return libraries;
+}
+
 } // namespace LoopBench
 
 namespace {
@@ -30,7 +38,7 @@ void Measure(int argc, char** argv) {
     app.add_flag("--quick", session.fQuick, "fewer loops and shorter turns: under two minutes");
     app.add_option("--against", others, "another build of the library")->check(CLI::ExistingFile);
     app.add_option("--json", json, "write the figures to this file");
-    app.add_option("--only", only, "decode");
+    app.add_option("--only", only, "decode, render, load or start");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -44,6 +52,15 @@ void Measure(int argc, char** argv) {
     const auto isWanted = [&](const char* name) { return only.empty() || only == name; };
     if (isWanted("decode")) {
         HoldDecodeContests(session);
+    }
+    if (isWanted("render")) {
+        HoldRenderContests(session);
+    }
+    if (isWanted("load")) {
+        HoldLoadContests(session);
+    }
+    if (isWanted("start")) {
+        HoldStartContests(session);
     }
     if (!json.empty()) {
         std::ofstream file(json);

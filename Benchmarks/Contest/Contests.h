@@ -19,8 +19,13 @@ struct SSession {
 
     /// Runs, prints and keeps a contest.
     void Hold(CContest& contest);
+    /// The libraries with this build's last, so that another build is what it is compared with.
+    std::vector<const CLibrary*> FromOldest() const;
 };
 
 void HoldDecodeContests(SSession& session);
+void HoldRenderContests(SSession& session);
+void HoldLoadContests(SSession& session);
+void HoldStartContests(SSession& session);
 
 } // namespace LoopBench
