@@ -14,9 +14,10 @@
  * in both directions. A slice plays at its own speed, rings past its end over the slices behind it,
  * and is mixed, not cut. A position that does not follow from the block before is a jump (a host
  * that loops, or a person who clicks): what sounds fades out over kFadeFrames, and playing goes on
- * in the middle of the slice that stands there.
+ * in the middle of the slice that stands there. Slices begun by Trigger know no position: they ring
+ * on through jumps and stops until Silence.
  *
- * Render, Stop and Reset belong to the audio thread: arithmetic alone, no allocation, no lock, no
+ * Render, Ring, Trigger, Stop, Silence and Reset belong to the audio thread: arithmetic alone, no allocation, no lock, no
  * exception. SetLoop and SetMuted may be called there as well; the slices are borrowed, and the
  * caller keeps them until another SetLoop has returned.
  */
@@ -84,17 +85,20 @@ public:
         fRunning = false;
     }
 
-    /// The transport stands: what sounds fades out over the following Ring calls.
+    /// The transport stands: what it began fades out over the following Ring calls.
     void Stop() noexcept {
-        FadeAll();
+        Fade(false);
         fRunning = false;
     }
+
+    /// Fades out what Trigger began.
+    void Silence() noexcept { Fade(true); }
 
     /// Begins a slice now, `offset` frames into the next block, whatever the position; `level` is
     /// its factor. For keys and pads.
     void Trigger(std::size_t slice, float level, int64_t offset) noexcept {
         if (static_cast<int64_t>(slice) < fCount) {
-            Begin(fSlices[slice], 0, offset, level);
+            Begin(fSlices[slice], 0, offset, level, true);
         }
     }
 
@@ -108,7 +112,7 @@ public:
         const double step = bpm / (60.0 * fSampleRate); // quarters a frame
         if (fCount > 0 && frames > 0 && step > 0.0 && std::isfinite(step) &&
             std::abs(quarter) < kFarthest) {
-            if (!fRunning || std::abs(quarter - fExpected) > kJumpFrames * std::max(step, fStep) ||
+            if (!fRunning || std::abs(quarter - fExpected) > kJumpSeconds * fSampleRate * std::max(step, fStep) ||
                 fStartSlice != fPlayedStart) {
                 Jump(quarter, step);
             }
@@ -121,9 +125,9 @@ public:
     }
 
 private:
-    /// Hosts round the positions they report; below this distance in frames a block follows the
-    /// last.
-    static constexpr double kJumpFrames = 2.0;
+    /// Below this distance a block follows the last: hosts round the positions they report, to whole
+    /// ticks for one, and report one tempo for a block in which it glides.
+    static constexpr double kJumpSeconds = 0.005;
     /// Quarters; farther out a double no longer holds a frame exactly.
     static constexpr double kFarthest = 1.0e9;
 
@@ -134,6 +138,7 @@ private:
         int64_t fFade = -1; // frames left of a fade-out; -1: none
         int64_t fRise = 0;  // frames left of a fade-in from the middle of a slice
         float fLevel = 1.0F;
+        bool fTriggered = false;
         uint64_t fAge = 0;
     };
 
@@ -164,7 +169,7 @@ private:
     /// Fades what sounds, finds the first slice from the position on, and enters the one before it
     /// in its middle, unless a slice begins just here.
     void Jump(double quarter, double step) noexcept {
-        FadeAll();
+        Fade(false);
         fPlayedStart = fStartSlice;
         // The first slice of the pass before the position's: at most two passes lie behind it.
         fNext = (static_cast<int64_t>(std::floor(quarter / fLoopQuarters)) - 1) * fCount;
@@ -185,7 +190,7 @@ private:
         const PlacedSlice& before = SliceOf(fNext - 1);
         const double passed = -FrameOf(QuarterOf(fNext - 1), quarter, step);
         if (!before.fMuted && passed < static_cast<double>(before.fFrames)) {
-            Begin(before, static_cast<int64_t>(passed), 0, 1.0F);
+            Begin(before, static_cast<int64_t>(passed), 0);
         }
     }
 
@@ -198,13 +203,14 @@ private:
             const PlacedSlice& slice = SliceOf(fNext);
             if (!slice.fMuted) {
                 // A host's position may have stepped back by its rounding: not before the block.
-                Begin(slice, 0, static_cast<int64_t>(std::max(frame, 0.0)), 1.0F);
+                Begin(slice, 0, static_cast<int64_t>(std::max(frame, 0.0)));
             }
             ++fNext;
         }
     }
 
-    void Begin(const PlacedSlice& slice, int64_t from, int64_t delay, float level) noexcept {
+    void Begin(const PlacedSlice& slice, int64_t from, int64_t delay, float level = 1.0F,
+               bool triggered = false) noexcept {
         Voice* free = &fVoices.front();
         for (Voice& voice : fVoices) {
             if (voice.fSlice == nullptr) {
@@ -215,12 +221,13 @@ private:
                 free = &voice;
             }
         }
-        *free = Voice{&slice, from, delay, -1, from > 0 ? kFadeFrames : 0, level, ++fAge};
+        *free = Voice{&slice, from,      delay, -1, from > 0 ? kFadeFrames : 0, level,
+                      triggered, ++fAge};
     }
 
-    void FadeAll() noexcept {
+    void Fade(bool triggered) noexcept {
         for (Voice& voice : fVoices) {
-            if (voice.fSlice != nullptr && voice.fFade < 0) {
+            if (voice.fSlice != nullptr && voice.fTriggered == triggered && voice.fFade < 0) {
                 voice.fFade = kFadeFrames;
             }
         }

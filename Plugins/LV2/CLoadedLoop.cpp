@@ -1,9 +1,9 @@
 #include "CLoadedLoop.h"
 
 #include <cmath>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <mutex>
+#include <limits>
 
 namespace {
 
@@ -18,14 +18,31 @@ bool IsReady() {
     return ready;
 }
 
+// Quarters. A shorter loop would begin more slices in a block than an audio call has time for.
+constexpr double kShortest = 1.0 / 64.0;
+
+// False for what is no file, cannot be read or is larger than any loop: a pipe would never end.
+bool ReadFile(const std::string& path, std::vector<char>& bytes) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
+        return false;
+    }
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (error || size == 0 || size > std::numeric_limits<int32_t>::max()) {
+        return false;
+    }
+    bytes.resize(size);
+    std::ifstream file(path, std::ios::binary);
+    return static_cast<bool>(file.read(bytes.data(), static_cast<std::streamsize>(size)));
+}
+
 } // namespace
 
 std::unique_ptr<CLoadedLoop> CLoadedLoop::Load(const std::string& path, double rate,
                                                std::string& reason) noexcept {
     try {
-        std::ifstream file(path, std::ios::binary);
-        const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-        if (!file.is_open() || bytes.empty()) {
+        std::vector<char> bytes;
+        if (!ReadFile(path, bytes)) {
             reason = "cannot be read";
             return nullptr;
         }
@@ -38,6 +55,10 @@ std::unique_ptr<CLoadedLoop> CLoadedLoop::Load(const std::string& path, double r
         const LOPInfo info = loop.GetInfo();
         auto loaded = std::make_unique<CLoadedLoop>();
         loaded->fQuarters = static_cast<double>(info.fPPQLength) / LOP_PPQ;
+        if (loaded->fQuarters < kShortest) {
+            reason = "too short to be repeated";
+            return nullptr;
+        }
         for (int32_t slice = 0; slice < info.fSliceCount; ++slice) {
             loaded->fAudio.push_back(loop.RenderSlice(slice));
         }

@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
-#include <utility>
 
 namespace {
 
@@ -32,17 +31,8 @@ CLoopPlayer::CLoopPlayer(double rate, const LV2_Feature* const* features)
       fSchedule(FindFeature<LV2_Worker_Schedule>(features, LV2_WORKER__schedule)), fUris(*fMap),
       fTransport(fUris, rate), fFree(rate) {
     lv2_log_logger_init(&fLogger, fMap, FindFeature<LV2_Log_Log>(features, LV2_LOG__log));
-    if (fSchedule == nullptr) {
-        throw std::runtime_error("the host lacks worker:schedule");
-    }
     lv2_atom_forge_init(&fForge, fMap);
     fScheduler.SetSampleRate(rate);
-}
-
-CLoopPlayer::~CLoopPlayer() {
-    while (fDoomed != nullptr) {
-        delete std::exchange(fDoomed, fDoomed->fNext);
-    }
 }
 
 void CLoopPlayer::ConnectPort(uint32_t port, void* data) noexcept {
@@ -53,6 +43,7 @@ void CLoopPlayer::ConnectPort(uint32_t port, void* data) noexcept {
 
 void CLoopPlayer::Activate() noexcept {
     fScheduler.Reset();
+    fTransport.Reset();
     fFree.MoveTo(0.0);
     fWasPlaying = false;
     fNotifyDue = true;
@@ -62,14 +53,19 @@ void CLoopPlayer::Activate() noexcept {
 void CLoopPlayer::Run(uint32_t frames) noexcept {
     std::fill_n(static_cast<float*>(fPorts[kPort_Left]), frames, 0.0F);
     std::fill_n(static_cast<float*>(fPorts[kPort_Right]), frames, 0.0F);
-    fScheduler.SetGain(std::pow(10.0F, std::clamp(Control(kPort_Gain), -90.0F, 24.0F) / 20.0F));
-    fScheduler.SetStartSlice(
-        static_cast<std::size_t>(std::clamp(Control(kPort_StartSlice), 0.0F, 999.0F)));
-    fFree.SetBpm(static_cast<double>(std::clamp(Control(kPort_Tempo), 20.0F, 450.0F)));
+    const auto decibels = static_cast<double>(Control(kPort_Gain, -90.0F, 24.0F));
+    fScheduler.SetGain(static_cast<float>(std::pow(10.0, decibels / 20.0)));
+    fScheduler.SetStartSlice(static_cast<std::size_t>(Control(kPort_StartSlice, 0.0F, 999.0F)));
+    const auto bpm = static_cast<double>(Control(kPort_Tempo, 20.0F, 450.0F));
+    fFree.SetBpm(bpm);
+    fTransport.SetTempoWithoutHost(bpm);
 
     fDone = 0;
     TakeEvents(frames);
     RenderTo(frames);
+    if (fLoadDue) {
+        AskWorker();
+    }
     FreeDoomed();
     Notify();
 }
@@ -77,7 +73,7 @@ void CLoopPlayer::Run(uint32_t frames) noexcept {
 void CLoopPlayer::TakeEvents(uint32_t frames) noexcept {
     const auto* control = static_cast<const LV2_Atom_Sequence*>(fPorts[kPort_Control]);
     LV2_ATOM_SEQUENCE_FOREACH(control, event) {
-        const int64_t frame = std::clamp<int64_t>(event->time.frames, 0, frames);
+        const int64_t frame = std::clamp<int64_t>(event->time.frames, fDone, frames);
         if (event->body.type == fUris.fMidiEvent) {
             TakeMidi(reinterpret_cast<const uint8_t*>(&event->body) + sizeof(LV2_Atom),
                      event->body.size, frame);
@@ -93,6 +89,11 @@ void CLoopPlayer::TakeMidi(const uint8_t* message, uint32_t size, int64_t frame)
     if (noteOn && message[1] >= kFirstKey) {
         fScheduler.Trigger(static_cast<std::size_t>(message[1] - kFirstKey),
                            static_cast<float>(message[2]) / 127.0F, frame - fDone);
+    } else if (size >= 3 && (message[0] & 0xF0) == 0xB0 &&
+               (message[1] == LV2_MIDI_CTL_ALL_SOUNDS_OFF ||
+                message[1] == LV2_MIDI_CTL_ALL_NOTES_OFF)) {
+        RenderTo(frame);
+        fScheduler.Silence();
     }
 }
 
@@ -120,12 +121,12 @@ void CLoopPlayer::RenderTo(int64_t frame) noexcept {
     }
     float* const left = static_cast<float*>(fPorts[kPort_Left]) + fDone;
     float* const right = static_cast<float*>(fPorts[kPort_Right]) + fDone;
-    const bool follows = Control(kPort_FollowHost) > 0.5F;
+    const bool follows = Control(kPort_FollowHost, 0.0F, 1.0F) > 0.5F;
     const double bpm = follows ? fTransport.GetBpm() : fFree.GetBpm();
     const bool plays = fLoop != nullptr && bpm > 0.0 && (!follows || fTransport.IsRolling());
     if (plays) {
         static constexpr double kSpeeds[] = {0.5, 1.0, 2.0};
-        const auto choice = static_cast<std::size_t>(std::clamp(Control(kPort_Speed), 0.0F, 2.0F));
+        const auto choice = static_cast<std::size_t>(Control(kPort_Speed, 0.0F, 2.0F));
         const double speed = kSpeeds[choice];
         const double quarter = follows ? fTransport.GetQuarter() : fFree.GetQuarter();
         fScheduler.Render(quarter * speed, bpm * speed, left, right, frames);
@@ -147,40 +148,67 @@ void CLoopPlayer::AskFor(const char* path, uint32_t size) noexcept {
     // The size of a string atom counts its zero, but not every host sends one.
     const auto length = static_cast<uint32_t>(strnlen(path, size));
     if (length > CPathSlot::kLongest) {
+        fNotifyDue = true; // the host learns that the old one holds
         return;
     }
+    Show(path, length);
+    AskWorker();
+}
+
+// The file that is asked for from now on, though it is not loaded yet.
+void CLoopPlayer::Show(const char* path, uint32_t length) noexcept {
     std::memcpy(fShownPath, path, length);
     fShownPath[length] = 0;
     fShownSize = length;
-    fPath.Store(path, length); // a save stores it though it is not loaded yet
+    fPath.Store(path, length);
     fNotifyDue = true;
+    ++fTurn;
+}
+
+// For a load of the shown file. A worker that is full is asked again in the next block.
+void CLoopPlayer::AskWorker() noexcept {
+    if (fSchedule == nullptr) {
+        return;
+    }
     fJob.fKind = SJob::kLoad;
-    fJob.fTurn = ++fTurn;
+    fJob.fTurn = fTurn;
     fJob.fLoop = nullptr;
-    std::memcpy(fJob.fPath, fShownPath, length + 1);
-    fSchedule->schedule_work(fSchedule->handle, kFreeSize + length + 1, &fJob);
+    std::memcpy(fJob.fPath, fShownPath, fShownSize + 1);
+    fLoadDue = fSchedule->schedule_work(fSchedule->handle, kFreeSize + fShownSize + 1, &fJob) !=
+               LV2_WORKER_SUCCESS;
+}
+
+// Null for an empty path, and for what cannot be loaded, which the log then tells.
+CLoadedLoop* CLoopPlayer::Load(const char* path) noexcept {
+    if (*path == 0) {
+        return nullptr;
+    }
+    try {
+        std::string reason;
+        if (auto loop = CLoadedLoop::Load(path, fRate, reason)) {
+            return fStore.Keep(std::move(loop));
+        }
+        lv2_log_error(&fLogger, "%s: %s\n", path, reason.c_str());
+    } catch (const std::exception& failure) {
+        lv2_log_error(&fLogger, "%s: %s\n", path, failure.what());
+    }
+    return nullptr;
 }
 
 LV2_Worker_Status CLoopPlayer::Work(LV2_Worker_Respond_Function respond,
                                     LV2_Worker_Respond_Handle handle, uint32_t size,
-                                    const void* data) {
+                                    const void* data) noexcept {
     SJob job{};
     std::memcpy(&job, data, std::min<std::size_t>(size, sizeof job - 1));
     if (job.fKind == SJob::kFree) {
-        delete job.fLoop;
+        fStore.Free(job.fLoop);
         return LV2_WORKER_SUCCESS;
     }
-    const std::string path = job.fPath;
-    std::string reason;
-    if (!path.empty()) {
-        job.fLoop = CLoadedLoop::Load(path, fRate, reason).release();
-        if (job.fLoop == nullptr) {
-            lv2_log_error(&fLogger, "%s: %s\n", path.c_str(), reason.c_str());
-        }
-    }
+    job.fLoop = Load(job.fPath);
     const LV2_Worker_Status status = respond(handle, kFreeSize, &job);
     if (status != LV2_WORKER_SUCCESS) {
-        delete job.fLoop;
+        fStore.Free(job.fLoop);
+        lv2_log_error(&fLogger, "%s: the host does not take it\n", job.fPath);
     }
     return status;
 }
@@ -198,14 +226,18 @@ LV2_Worker_Status CLoopPlayer::WorkResponse(uint32_t size, const void* data) noe
 
 // In the audio call: the old loop goes to the worker. A file that is none leaves silence.
 void CLoopPlayer::Replace(CLoadedLoop* loop) noexcept {
-    CLoadedLoop* const old = fLoop.release();
-    fLoop.reset(loop);
+    CLoadedLoop* const old = fLoop;
+    SetLoop(loop);
+    Free(old);
+}
+
+void CLoopPlayer::SetLoop(CLoadedLoop* loop) noexcept {
+    fLoop = loop;
     if (loop != nullptr) {
         fScheduler.SetLoop(loop->GetSlices().data(), loop->GetSlices().size(), loop->GetQuarters());
     } else {
         fScheduler.SetLoop(nullptr, 0, 0.0);
     }
-    Free(old);
 }
 
 void CLoopPlayer::Free(CLoadedLoop* loop) noexcept {
@@ -218,7 +250,7 @@ void CLoopPlayer::Free(CLoadedLoop* loop) noexcept {
 
 // As far as the worker takes them; the rest waits for the next block.
 void CLoopPlayer::FreeDoomed() noexcept {
-    while (fDoomed != nullptr) {
+    while (fDoomed != nullptr && fSchedule != nullptr) {
         CLoadedLoop* const next = fDoomed->fNext;
         fJob.fKind = SJob::kFree;
         fJob.fTurn = fTurn;
@@ -234,6 +266,9 @@ void CLoopPlayer::FreeDoomed() noexcept {
 void CLoopPlayer::Notify() noexcept {
     auto* notify = static_cast<LV2_Atom_Sequence*>(fPorts[kPort_Notify]);
     const uint32_t capacity = notify->atom.size;
+    if (capacity < sizeof(LV2_Atom_Sequence)) {
+        return;
+    }
     LV2_Atom_Forge_Frame sequence;
     lv2_atom_forge_set_buffer(&fForge, reinterpret_cast<uint8_t*>(notify), capacity);
     lv2_atom_forge_sequence_head(&fForge, &sequence, 0);

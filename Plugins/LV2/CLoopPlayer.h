@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CLoadedLoop.h"
+#include "CLoopStore.h"
 #include "CPathSlot.h"
 #include "CTransport.h"
 #include "Uris.h"
@@ -11,9 +12,9 @@
 #include <lv2/state/state.h>
 #include <lv2/worker/worker.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 
 /// The plug-in: plays the slices of a loop in time with the host, and single slices by MIDI keys.
@@ -37,18 +38,19 @@ public:
     };
     static constexpr uint8_t kFirstKey = 36; // C1, where C4 is 60
 
-    /// Throws std::runtime_error when the host lacks urid:map or worker:schedule.
+    /// Throws std::runtime_error when the host lacks urid:map. In a host without a worker a file is
+    /// loaded by a restored state alone.
     CLoopPlayer(double rate, const LV2_Feature* const* features);
-    ~CLoopPlayer();
     CLoopPlayer(const CLoopPlayer&) = delete;
     CLoopPlayer& operator=(const CLoopPlayer&) = delete;
 
     void ConnectPort(uint32_t port, void* data) noexcept;
     void Activate() noexcept;
+    void Deactivate() noexcept { fActive = false; }
     void Run(uint32_t frames) noexcept;
 
     LV2_Worker_Status Work(LV2_Worker_Respond_Function respond, LV2_Worker_Respond_Handle handle,
-                           uint32_t size, const void* data);
+                           uint32_t size, const void* data) noexcept;
     LV2_Worker_Status WorkResponse(uint32_t size, const void* data) noexcept;
 
     LV2_State_Status Save(LV2_State_Store_Function store, LV2_State_Handle handle,
@@ -70,13 +72,20 @@ private:
     void TakeMidi(const uint8_t* message, uint32_t size, int64_t frame) noexcept;
     void TakeObject(const LV2_Atom_Object& object) noexcept;
     void RenderTo(int64_t frame) noexcept;
+    void AskWorker() noexcept;
     void AskFor(const char* path, uint32_t size) noexcept;
     void Replace(CLoadedLoop* loop) noexcept;
     void Free(CLoadedLoop* loop) noexcept;
     void FreeDoomed() noexcept;
     void Notify() noexcept;
-    bool LoadNow(const std::string& path);
-    float Control(EPort port) const noexcept { return *static_cast<const float*>(fPorts[port]); }
+    void Show(const char* path, uint32_t length) noexcept;
+    CLoadedLoop* Load(const char* path) noexcept;
+    void SetLoop(CLoadedLoop* loop) noexcept;
+    // A control within its range; the lowest value for what is not a number.
+    float Control(EPort port, float lowest, float highest) const noexcept {
+        const float value = *static_cast<const float*>(fPorts[port]);
+        return value >= lowest ? std::min(value, highest) : lowest;
+    }
 
     double fRate;
     LV2_URID_Map* fMap = nullptr;
@@ -89,10 +98,12 @@ private:
     LoopLibrary::SliceScheduler fScheduler{64};
     CTransport fTransport;
     LoopLibrary::TempoClock fFree; // when the host is not followed
-    std::unique_ptr<CLoadedLoop> fLoop;
+    CLoopStore fStore;
+    CLoadedLoop* fLoop = nullptr; // that is played
     uint32_t fTurn = 0;
     bool fWasPlaying = false;
     bool fNotifyDue = false;
+    bool fLoadDue = false; // the worker has not taken the request yet
     bool fActive = false;
     int64_t fDone = 0; // frames of the block that are rendered
     SJob fJob{};       // scratch of the audio call

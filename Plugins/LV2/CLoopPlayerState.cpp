@@ -39,7 +39,7 @@ LV2_State_Status CLoopPlayer::Restore(LV2_State_Retrieve_Function retrieve, LV2_
     uint32_t flags = 0;
     const void* value = retrieve(handle, fUris.fFile, &size, &type, &flags);
     if (value == nullptr) {
-        return LV2_STATE_ERR_NO_PROPERTY;
+        return LV2_STATE_ERR_NO_PROPERTY; // a preset of controls alone leaves the file as it is
     }
     if (type != fUris.fPath && type != fUris.fString) {
         return LV2_STATE_ERR_BAD_TYPE;
@@ -63,12 +63,9 @@ LV2_State_Status CLoopPlayer::Restore(LV2_State_Retrieve_Function retrieve, LV2_
     if (path.size() > CPathSlot::kLongest) {
         return LV2_STATE_ERR_UNKNOWN;
     }
-    fPath.Store(path.c_str(), static_cast<uint32_t>(path.size()));
-    // The audio call does not run beside a restore, so its own copy may be written here.
-    std::memcpy(fShownPath, path.c_str(), path.size() + 1);
-    fShownSize = static_cast<uint32_t>(path.size());
-    fNotifyDue = true;
-    ++fTurn;
+    // The audio call does not run beside a restore, so what is its own may be written here.
+    Show(path.c_str(), static_cast<uint32_t>(path.size()));
+    fLoadDue = false;
 
     auto* schedule =
         static_cast<LV2_Worker_Schedule*>(lv2_features_data(features, LV2_WORKER__schedule));
@@ -76,26 +73,16 @@ LV2_State_Status CLoopPlayer::Restore(LV2_State_Retrieve_Function retrieve, LV2_
         SJob job{};
         job.fKind = SJob::kLoad;
         job.fTurn = fTurn;
-        std::memcpy(job.fPath, path.c_str(), path.size() + 1);
-        schedule->schedule_work(schedule->handle,
-                                kFreeSize + static_cast<uint32_t>(path.size()) + 1, &job);
-        return LV2_STATE_SUCCESS;
+        std::memcpy(job.fPath, fShownPath, path.size() + 1);
+        if (schedule->schedule_work(schedule->handle,
+                                    kFreeSize + static_cast<uint32_t>(path.size()) + 1,
+                                    &job) == LV2_WORKER_SUCCESS) {
+            return LV2_STATE_SUCCESS;
+        }
     }
-    return LoadNow(path) ? LV2_STATE_SUCCESS : LV2_STATE_ERR_UNKNOWN;
-}
-
-// Outside the audio call, which does not run meanwhile.
-bool CLoopPlayer::LoadNow(const std::string& path) {
-    std::string reason;
-    std::unique_ptr<CLoadedLoop> loop =
-        path.empty() ? nullptr : CLoadedLoop::Load(path, fRate, reason);
-    if (loop == nullptr && !path.empty()) {
-        lv2_log_error(&fLogger, "%s: %s\n", path.c_str(), reason.c_str());
-    }
-    const bool done = loop != nullptr || path.empty();
-    fLoop = std::move(loop);
-    fScheduler.SetLoop(fLoop != nullptr ? fLoop->GetSlices().data() : nullptr,
-                       fLoop != nullptr ? fLoop->GetSlices().size() : 0,
-                       fLoop != nullptr ? fLoop->GetQuarters() : 0.0);
-    return done;
+    // A file that is gone is no failure: the session keeps its path, and the log tells.
+    CLoadedLoop* const old = fLoop;
+    SetLoop(Load(fShownPath));
+    fStore.Free(old);
+    return LV2_STATE_SUCCESS;
 }

@@ -13,7 +13,9 @@ public:
 
     /// Longer paths are cut; the caller checks. One writer at a time.
     void Store(const char* path, uint32_t length) noexcept {
-        fTurn.fetch_add(1, std::memory_order_acq_rel); // odd: being written
+        fTurn.fetch_add(1, std::memory_order_relaxed); // odd: being written
+        // No byte becomes visible before the odd number does.
+        std::atomic_thread_fence(std::memory_order_release);
         for (uint32_t i = 0; i < length && i < kLongest; ++i) {
             fBytes[i].store(path[i], std::memory_order_relaxed);
         }

@@ -53,7 +53,7 @@ const LV2_Descriptor kDescriptor = {
     [](LV2_Handle instance, uint32_t port, void* data) { Of(instance).ConnectPort(port, data); },
     [](LV2_Handle instance) { Of(instance).Activate(); },
     [](LV2_Handle instance, uint32_t frames) { Of(instance).Run(frames); },
-    nullptr,
+    [](LV2_Handle instance) { Of(instance).Deactivate(); },
     Cleanup,
     ExtensionData};
 

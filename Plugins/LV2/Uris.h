@@ -22,11 +22,12 @@ struct SUris {
           fPosition(Of(map, LV2_TIME__Position)), fBar(Of(map, LV2_TIME__bar)),
           fBarBeat(Of(map, LV2_TIME__barBeat)), fBeatsPerBar(Of(map, LV2_TIME__beatsPerBar)),
           fBeatUnit(Of(map, LV2_TIME__beatUnit)), fBpm(Of(map, LV2_TIME__beatsPerMinute)),
-          fSpeed(Of(map, LV2_TIME__speed)), fFile(Of(map, LOOP_PLAYER_FILE_URI)) {}
+          fSpeed(Of(map, LV2_TIME__speed)), fFrame(Of(map, LV2_TIME__frame)),
+          fFile(Of(map, LOOP_PLAYER_FILE_URI)) {}
 
     LV2_URID fObject, fBlank, fPath, fString, fFloat, fDouble, fInt, fLong, fUrid, fMidiEvent,
         fPatchSet, fPatchGet, fPatchProperty, fPatchValue, fPosition, fBar, fBarBeat, fBeatsPerBar,
-        fBeatUnit, fBpm, fSpeed, fFile;
+        fBeatUnit, fBpm, fSpeed, fFrame, fFile;
 
 private:
     static LV2_URID Of(const LV2_URID_Map& map, const char* uri) {

@@ -169,25 +169,37 @@ TEST(SliceScheduler, EntersASliceInTheMiddleAfterAJump) {
     EXPECT_GT(out[10], 0.0F);
     EXPECT_LT(out[40], out[10]);
     EXPECT_EQ(out[SliceScheduler::kFadeFrames], 0.0F);
+    // A slice of a key rings on through a jump and a stop, also one that begins with the jump.
+    std::fill(out.begin(), out.end(), 0.0F);
+    scheduler.Trigger(0, 0.5F, 10);
+    scheduler.Render(5.99, 120.0, out.data(), nullptr, 20); // in the middle of slice 1
+    scheduler.Stop();
+    scheduler.Ring(out.data() + 20, nullptr, 1980);
+    EXPECT_EQ(out[1999], 0.5F * loop.fSamples[0][1989]);
+    scheduler.Silence();
+    scheduler.Ring(out.data() + 2000, nullptr, 1000);
+    EXPECT_EQ(out[2000 + SliceScheduler::kFadeFrames], 0.0F);
 }
 
 TEST(SliceScheduler, StaysWithPositionsThatAHostHasRounded) {
     const Loop loop({0, 7680}, 1, 1.0);
-    SliceScheduler scheduler;
-    loop.GiveTo(scheduler);
-    // Positions cut to milliseconds' worth of a quarter step back and forth by most of a frame.
-    const double bpm = 133.0;
-    int64_t heard = 0;
-    for (int64_t block = 0; block < 20000; ++block) {
-        float out[128] = {};
-        const double exact = static_cast<double>(block) * 128.0 * bpm / (60.0 * kRate);
-        scheduler.Render(std::floor(exact * 30000.0) / 30000.0, bpm, out, nullptr, 128);
-        for (const float sample : out) {
-            heard += sample != 0.0F ? 1 : 0;
+    // Positions cut to ticks step back and forth, by less than a frame and by ten frames.
+    for (const double ticks : {30000.0, 1920.0}) {
+        SliceScheduler scheduler;
+        loop.GiveTo(scheduler);
+        const double bpm = 133.0;
+        int64_t heard = 0;
+        for (int64_t block = 0; block < 20000; ++block) {
+            float out[128] = {};
+            const double exact = static_cast<double>(block) * 128.0 * bpm / (60.0 * kRate);
+            scheduler.Render(std::floor(exact * ticks) / ticks, bpm, out, nullptr, 128);
+            for (const float sample : out) {
+                heard += sample != 0.0F ? 1 : 0;
+            }
         }
+        const double quarters = 20000.0 * 128.0 * bpm / (60.0 * kRate);
+        EXPECT_EQ(heard, static_cast<int64_t>(std::ceil(quarters * 2.0))) << ticks;
     }
-    const double quarters = 20000.0 * 128.0 * bpm / (60.0 * kRate);
-    EXPECT_EQ(heard, static_cast<int64_t>(std::ceil(quarters * 2.0)));
 }
 
 TEST(SliceScheduler, IsSilentWithoutALoopAndAtPositionsThatAreNone) {
