@@ -1,0 +1,541 @@
+#include "Bindings/Cpp/LoopLibrary.hpp"
+#include "Tests/Host/HostLoop.h"
+#include "Tests/Plugins/CPluginHost.h"
+
+#include <cstddef>
+#include <fstream>
+#include <thread>
+
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// The plug-in in a host that reckons by hand what should be heard.
+
+namespace {
+
+constexpr int32_t kRate = 44100;
+constexpr int64_t kFade = 64; // frames after a jump whose sound is a matter of taste
+
+// Places the slices of a loop one by one, at the frames nearest to their pulses.
+class CHand {
+public:
+    explicit CHand(const Bytes& bytes) {
+        LoopLibrary::Loop loop = LoopLibrary::Loop::Open(bytes);
+        loop.SetOutputSampleRate(kRate);
+        fPulses = loop.GetInfo().fPPQLength;
+        for (int32_t slice = 0; slice < loop.GetInfo().fSliceCount; ++slice) {
+            fStarts.push_back(loop.GetSliceInfo(slice).fPPQPosition);
+            fSlices.push_back(loop.RenderSlice(slice));
+        }
+    }
+
+    // From now on.
+    void Move(double quarter, double bpm) {
+        fSounding.clear();
+        SetTempo(quarter, bpm);
+        const auto pulses = static_cast<double>(fPulses);
+        fNext = (static_cast<int64_t>(std::floor(quarter * LOP_PPQ / pulses)) - 1) * Count();
+        while (FrameOf(fNext) < fNow) {
+            ++fNext;
+        }
+        if (FrameOf(fNext) > fNow) {
+            fSounding.push_back({IndexOf(fNext - 1), fNow - FrameOf(fNext - 1)});
+        }
+    }
+    void SetTempo(double quarter, double bpm) {
+        fStart = fNow;
+        fQuarter = static_cast<long double>(quarter);
+        fBpm = static_cast<long double>(bpm);
+    }
+    void Stop() { fSounding.clear(), fBpm = 0.0L; }
+    double GetQuarter() const {
+        return static_cast<double>(fQuarter + static_cast<long double>(fNow - fStart) * fBpm /
+                                                  (60.0L * kRate));
+    }
+    int64_t GetFrame() const { return fNow; }
+
+    void Render(float* left, float* right, int64_t frames) {
+        std::fill_n(left, frames, 0.0F);
+        std::fill_n(right, frames, 0.0F);
+        while (fBpm > 0.0L && FrameOf(fNext) < fNow + frames) {
+            fSounding.push_back({IndexOf(fNext), fNow - FrameOf(fNext)});
+            ++fNext;
+        }
+        for (SSounding& sounding : fSounding) {
+            Mix(fSlices[sounding.fSlice], sounding.fFrom, 1.0F, left, right, frames);
+            sounding.fFrom += frames;
+        }
+        fSounding.erase(std::remove_if(fSounding.begin(), fSounding.end(),
+                                       [&](const SSounding& sounding) {
+                                           return sounding.fFrom >= Size(fSlices[sounding.fSlice]);
+                                       }),
+                        fSounding.end());
+        fNow += frames;
+    }
+    // `from` below 0: it begins so many frames into the block.
+    static void Mix(const LoopLibrary::Audio& slice, int64_t from, float level, float* left,
+                    float* right, int64_t frames) {
+        const float* const one = slice.fLeft.data();
+        const float* const two = slice.fRight.empty() ? one : slice.fRight.data();
+        const int64_t end = std::min(frames, Size(slice) - from);
+        for (int64_t frame = std::max<int64_t>(-from, 0); frame < end; ++frame) {
+            left[frame] += level * one[from + frame];
+            right[frame] += level * two[from + frame];
+        }
+    }
+    const LoopLibrary::Audio& GetSlice(std::size_t slice) const { return fSlices[slice]; }
+
+private:
+    struct SSounding {
+        std::size_t fSlice;
+        int64_t fFrom;
+    };
+    static int64_t Size(const LoopLibrary::Audio& slice) {
+        return static_cast<int64_t>(slice.fLeft.size());
+    }
+    int64_t Count() const { return static_cast<int64_t>(fSlices.size()); }
+    std::size_t IndexOf(int64_t n) const {
+        return static_cast<std::size_t>(((n % Count()) + Count()) % Count());
+    }
+    int64_t FrameOf(int64_t n) const {
+        const auto index = static_cast<int64_t>(IndexOf(n));
+        const int64_t pulses =
+            (n - index) / Count() * fPulses + fStarts[static_cast<std::size_t>(index)];
+        const long double quarters = static_cast<long double>(pulses) / LOP_PPQ - fQuarter;
+        return fStart + static_cast<int64_t>(std::floor(quarters * 60.0L * kRate / fBpm + 0.5L));
+    }
+
+    int64_t fPulses = 0;
+    std::vector<int64_t> fStarts;
+    std::vector<LoopLibrary::Audio> fSlices;
+    std::vector<SSounding> fSounding;
+    int64_t fNow = 0, fStart = 0, fNext = 0;
+    long double fQuarter = 0.0L, fBpm = 0.0L;
+};
+
+class LoopPlayerTest : public CHostTest {
+protected:
+    static void SetUpTestSuite() { setenv("LV2_PATH", LOOP_LV2_PATH, 1); }
+    void SetUp() override {
+        CHostTest::SetUp();
+        std::filesystem::create_directories(fFolder);
+        fFile = Write("drums.lop2", DrumLOP2());
+    }
+    void TearDown() override {
+        std::filesystem::remove_all(fFolder);
+        CHostTest::TearDown();
+    }
+    std::string Write(const std::string& name, const Bytes& bytes) const {
+        std::ofstream(fFolder / name, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()),
+                   static_cast<std::streamsize>(bytes.size()));
+        return fFolder / name;
+    }
+    static bool IsHeard(CPluginHost& host) {
+        host.SendPosition(0, {0.0, 120.0, 1.0});
+        host.Run(4000);
+        return !IsSilent({host.fLeft.begin(), host.fLeft.begin() + 4000});
+    }
+
+    const std::filesystem::path fFolder =
+        std::filesystem::path(testing::TempDir()) / ("loop-player-" + std::to_string(getpid()));
+    std::string fFile;
+};
+
+// Frame by frame from `from` on; names the first difference.
+void ExpectBlock(const CPluginHost& host, const std::vector<float>& left,
+                 const std::vector<float>& right, int64_t from, int64_t frames, int64_t now) {
+    for (int64_t frame = from; frame < frames; ++frame) {
+        const auto at = static_cast<std::size_t>(frame);
+        // Three slices at once may be summed in another order.
+        ASSERT_NEAR(host.fLeft[at], left[at], 1e-6F) << "frame " << now + frame;
+        ASSERT_NEAR(host.fRight[at], right[at], 1e-6F) << "frame " << now + frame;
+    }
+}
+
+TEST_F(LoopPlayerTest, PlaysAnHourLikeSlicesPlacedByHand) {
+    constexpr double kBpm = 97.531;
+    CPluginHost host(kRate);
+    host.Activate();
+    host.LoadFile(fFile);
+    CHand hand(DrumLOP2());
+    hand.Move(0.0, kBpm);
+    std::vector<float> left(CPluginHost::kMostFrames), right(CPluginHost::kMostFrames);
+    bool isFirst = true;
+    int64_t blocks = 0, heard = 0;
+    while (hand.GetFrame() < int64_t{3600} * kRate) {
+        const int64_t now = hand.GetFrame();
+        // Some hosts tell the position in each block, some once.
+        if (isFirst || now / (60 * kRate) % 2 == 1) {
+            host.SendPosition(0, {hand.GetQuarter(), kBpm, 1.0});
+        }
+        isFirst = false;
+        const int64_t frames = 1 + now * 7919 % 8191;
+        host.Run(static_cast<uint32_t>(frames));
+        hand.Render(left.data(), right.data(), frames);
+        const auto bytes = static_cast<std::size_t>(frames) * sizeof(float);
+        if (std::memcmp(host.fLeft.data(), left.data(), bytes) != 0 ||
+            std::memcmp(host.fRight.data(), right.data(), bytes) != 0) {
+            ExpectBlock(host, left, right, 0, frames, now);
+            ASSERT_FALSE(HasFatalFailure());
+        }
+        ++blocks;
+        heard +=
+            std::any_of(left.begin(), left.begin() + frames, [](float x) { return x != 0.0F; });
+    }
+    EXPECT_GT(heard, blocks / 2);
+    EXPECT_GT(blocks, 30000);
+    EXPECT_EQ(host.fHeapCalls, 0);
+}
+
+TEST_F(LoopPlayerTest, FollowsJumpsHostLoopsAndTempoInTheMiddleOfBlocks) {
+    CPluginHost host(kRate);
+    host.Activate();
+    host.LoadFile(fFile);
+    CHand hand(DrumLOP2());
+    std::vector<float> left(CPluginHost::kMostFrames), right(CPluginHost::kMostFrames);
+    enum EChange { kJump, kTempo, kStop };
+    struct SRow {
+        int64_t fFrames; // that pass before it
+        EChange fChange;
+        double fQuarter, fBpm, fSpeed;
+    };
+    std::vector<SRow> rows = {{0, kJump, 0.0, 120.0, 1.0},      {30000, kTempo, 0, 90.0, 1.0},
+                              {12345, kJump, 7.3, 90.0, 1.0},   {40001, kTempo, 0, 174.5, 1.0},
+                              {5000, kStop, 0, 120.0, 0.0},     {9999, kJump, -2.5, 60.0, 1.0},
+                              {100000, kTempo, 0, 60.0, 1.5},   {50000, kStop, 0, 60.0, -1.0},
+                              {3000, kJump, 1001.0, 133.0, 1.0}};
+    for (int turn = 0; turn < 20; ++turn) { // the host goes round between 4 and 6
+        rows.push_back({turn == 0 ? 7777 : 44100, kJump, 4.0, 120.0, 1.0});
+    }
+    std::size_t row = 0;
+    int64_t wait = 0;  // frames before the row's change
+    int64_t faded = 0; // frames that are over when the fade is
+    while (row < rows.size()) {
+        const int64_t now = hand.GetFrame();
+        const int64_t frames = 1 + now * 7919 % 2999;
+        int64_t done = 0;
+        std::vector<std::pair<int64_t, int64_t>> skipped = {{0, faded - now}};
+        while (row < rows.size() && wait <= frames - done - 1) {
+            const SRow& change = rows[row];
+            hand.Render(left.data() + done, right.data() + done, wait);
+            done += wait;
+            const double quarter = change.fChange == kJump ? change.fQuarter : hand.GetQuarter();
+            host.SendPosition(static_cast<uint32_t>(done), {quarter, change.fBpm, change.fSpeed});
+            if (change.fChange == kTempo) {
+                hand.SetTempo(quarter, change.fBpm * change.fSpeed);
+            } else {
+                faded = now + done + kFade;
+                skipped.emplace_back(done, done + kFade);
+                change.fChange == kStop ? hand.Stop() : hand.Move(quarter, change.fBpm);
+            }
+            wait = ++row < rows.size() ? rows[row].fFrames : 0;
+        }
+        hand.Render(left.data() + done, right.data() + done, frames - done);
+        wait -= frames - done;
+        host.Run(static_cast<uint32_t>(frames));
+        int64_t from = 0;
+        for (const auto& [begin, end] : skipped) {
+            ExpectBlock(host, left, right, from, std::min(begin, frames), now);
+            from = std::max(from, end);
+        }
+        ExpectBlock(host, left, right, from, frames, now);
+        ASSERT_FALSE(HasFatalFailure()) << "before row " << row;
+    }
+    EXPECT_EQ(host.fHeapCalls, 0);
+}
+
+TEST_F(LoopPlayerTest, PlaysSlicesOfEveryKindByKeysAndVelocity) {
+    for (const Bytes& bytes : {DrumLOP2(24), DrumTSL(), DrumLOP()}) {
+        CPluginHost host(kRate);
+        host.Activate();
+        host.LoadFile(Write("keys", bytes));
+        const CHand hand(bytes);
+        std::vector<float> left(4000), right(4000);
+        // The keys begin with the start of the transport, which must not cut them off.
+        host.SendMidi(17, {0x95, 38, 64});
+        host.SendMidi(18, {0x85, 38, 64});
+        host.SendMidi(300, {0x90, 36, 127});
+        host.SendMidi(301, {0x90, 35, 127});  // below the first slice
+        host.SendMidi(302, {0x90, 127, 127}); // behind the last
+        host.SendPosition(1000, {0.0, 120.0, 0.0});
+        CHand::Mix(hand.GetSlice(2), -17, 64.0F / 127.0F, left.data(), right.data(), 4000);
+        CHand::Mix(hand.GetSlice(0), -300, 1.0F, left.data(), right.data(), 4000);
+        host.Run(4000);
+        ExpectBlock(host, left, right, 0, 4000, 0);
+        host.SendMidi(0, {0xB0, 120, 0});
+        host.Run(kFade + 1000);
+        EXPECT_TRUE(IsSilent({host.fLeft.begin() + kFade, host.fLeft.begin() + kFade + 1000}));
+        EXPECT_EQ(host.fHeapCalls, 0);
+    }
+}
+
+TEST_F(LoopPlayerTest, ObeysItsControls) {
+    constexpr int64_t kFrames = 8000;
+    std::vector<float> left(kFrames), right(kFrames);
+    const float notANumber = std::nanf("");
+    // The controls, the host's tempo, and the tempo and level that are heard.
+    const struct {
+        std::array<float, 5> fControls;
+        double fHostBpm, fHeardBpm;
+        float fLevel;
+    } rows[] = {
+        {{20.0F, 1.0F, 0.0F, 1.0F, 120.0F}, 100.0, 100.0, 10.0F},
+        {{0.0F, 0.0F, 0.0F, 1.0F, 120.0F}, 400.0, 200.0, 1.0F},
+        {{0.0F, 2.0F, 0.0F, 1.0F, 120.0F}, 100.0, 200.0, 1.0F},
+        {{0.0F, 1.0F, 0.0F, 0.0F, 210.0F}, 0.0, 210.0, 1.0F},
+        {{0.0F, 1.0F, 0.0F, 1.0F, 230.0F}, -1.0, 230.0, 1.0F}, // frames alone
+        {{0.0F, 1.0F, notANumber, 0.0F, notANumber}, 0.0, 20.0, 1.0F},
+    };
+    for (const auto& row : rows) {
+        CPluginHost host(kRate);
+        host.Activate();
+        host.LoadFile(fFile);
+        host.fControls = row.fControls;
+        if (row.fHostBpm != 0.0) {
+            row.fHostBpm > 0.0 ? host.SendPosition(0, {0.0, row.fHostBpm, 1.0})
+                               : host.SendFrame(0, 0);
+        } else {
+            host.Activate(); // its own tempo begins anew
+        }
+        host.Run(1); // the gain glides over the first block
+        host.Run(kFrames - 1);
+        CHand hand(DrumLOP2());
+        hand.Move(0.0, row.fHeardBpm);
+        hand.Render(left.data(), right.data(), 1);
+        hand.Render(left.data(), right.data(), kFrames - 1);
+        for (std::size_t frame = 0; frame < kFrames - 1; ++frame) {
+            ASSERT_NEAR(host.fLeft[frame], row.fLevel * left[frame], 1e-5F)
+                << row.fHeardBpm << ": " << frame;
+        }
+    }
+    // The loop begins with another slice, and goes round.
+    CPluginHost host(kRate);
+    host.Activate();
+    host.LoadFile(fFile);
+    host.fControls[2] = 3.0F;
+    host.SendPosition(0, {0.0, 120.0, 1.0});
+    host.Run(2000);
+    const CHand hand(DrumLOP2());
+    std::fill(left.begin(), left.end(), 0.0F);
+    CHand::Mix(hand.GetSlice(3), 0, 1.0F, left.data(), right.data(), 2000);
+    ExpectBlock(host, left, left, 0, 0, 0);
+    for (std::size_t frame = 0; frame < 2000; ++frame) {
+        ASSERT_EQ(host.fLeft[frame], left[frame]);
+    }
+}
+
+TEST_F(LoopPlayerTest, LeavesOtherInstancesAlone) {
+    const std::string other = Write("other", DrumTSL());
+    const auto play = [&](std::vector<CPluginHost*> hosts) {
+        std::vector<std::vector<float>> heard(2);
+        for (int64_t block = 0; block < 300; ++block) {
+            std::vector<std::thread> workers;
+            for (std::size_t i = 0; i < 2; ++i) {
+                if (CPluginHost* const host = hosts[i]) {
+                    if (block % 50 == 0) {
+                        host->SendFile(0, i == 0 ? fFile : other);
+                    }
+                    host->SendPosition(
+                        0, {static_cast<double>(block % 40) * 0.1, i == 0 ? 130.0 : 77.0, 1.0});
+                    host->Run(777);
+                    heard[i].insert(heard[i].end(), host->fLeft.begin(), host->fLeft.begin() + 777);
+                    workers.emplace_back([host] { host->Work(); });
+                }
+            }
+            for (std::thread& worker : workers) {
+                worker.join();
+            }
+        }
+        return heard;
+    };
+    std::array<std::unique_ptr<CPluginHost>, 4> hosts;
+    for (auto& host : hosts) {
+        host = std::make_unique<CPluginHost>(kRate);
+        host->Activate();
+    }
+    const auto together = play({hosts[0].get(), hosts[1].get()});
+    EXPECT_EQ(together[0], play({hosts[2].get(), nullptr})[0]);
+    EXPECT_EQ(together[1], play({nullptr, hosts[3].get()})[1]);
+    EXPECT_FALSE(IsSilent(together[0]));
+    EXPECT_FALSE(IsSilent(together[1]));
+}
+
+TEST_F(LoopPlayerTest, IsSilentWithoutAFileThatItCanPlay) {
+    CPluginHost host(kRate);
+    host.Activate();
+    EXPECT_FALSE(IsHeard(host));
+    Bytes broken = DrumLOP2();
+    broken.resize(broken.size() / 2);
+    for (const std::string& path :
+         {std::string(), (fFolder / "gone").string(), fFolder.string(), Write("none", {}),
+          Write("text", Bytes(1000, 'x')), Write("broken", broken), std::string(5000, 'x')}) {
+        host.LoadFile(fFile);
+        EXPECT_TRUE(IsHeard(host));
+        EXPECT_EQ(host.GetTold(), fFile);
+        host.fLog.clear();
+        host.LoadFile(path);
+        const bool isTooLong = path.size() > 4095;
+        EXPECT_EQ(IsHeard(host), isTooLong) << path;
+        EXPECT_EQ(host.GetTold(), isTooLong ? fFile : path);
+        EXPECT_EQ(host.fLog.find(path) != std::string::npos, !isTooLong) << host.fLog;
+    }
+    EXPECT_EQ(host.fHeapCalls, 0);
+}
+
+TEST_F(LoopPlayerTest, SavesThePathAskedForAndFindsItInAMovedSession) {
+    const std::filesystem::path session = fFolder / "session";
+    std::filesystem::create_directory(session);
+    const std::string file = Write("session/drums.lop2", DrumLOP2());
+    CPluginHost saver(kRate);
+    saver.Activate();
+    saver.LoadFile(fFile);
+    saver.SendFile(0, file);
+    saver.Run(64); // the worker has not begun
+    saver.Save(session);
+    std::filesystem::rename(session, fFolder / "moved");
+    const std::string moved = fFolder / "moved" / "drums.lop2";
+
+    // Before activation at once; afterwards through the worker; and by a host that has none.
+    for (const auto& [isActive, hasWorker] :
+         {std::pair(false, true), {true, true}, {false, false}}) {
+        CPluginHost host(kRate, hasWorker);
+        if (isActive) {
+            host.Activate();
+            host.Restore(fFolder / "moved", true);
+            EXPECT_FALSE(IsHeard(host));
+            host.Work();
+        } else {
+            host.Restore(fFolder / "moved");
+            EXPECT_EQ(host.fTimesTold, 0);
+            host.Activate();
+        }
+        EXPECT_TRUE(IsHeard(host)) << isActive << hasWorker;
+        EXPECT_EQ(host.GetTold(), moved);
+        EXPECT_EQ(host.fTimesTold, 1);
+    }
+
+    // A file that is gone is silence, and the session keeps its path.
+    std::filesystem::rename(moved, fFolder / "away");
+    CPluginHost host(kRate);
+    host.LoadFile(fFile);
+    host.Restore(fFolder / "moved");
+    host.Activate();
+    EXPECT_FALSE(IsHeard(host));
+    EXPECT_EQ(host.GetTold(), moved);
+    std::filesystem::create_directory(fFolder / "again");
+    host.Save(fFolder / "again");
+    std::filesystem::rename(fFolder / "away", moved);
+    CPluginHost later(kRate);
+    later.Restore(fFolder / "again");
+    later.Activate();
+    EXPECT_TRUE(IsHeard(later));
+
+    // No file is a state too.
+    CPluginHost empty(kRate);
+    empty.Save(fFolder / "again");
+    later.Restore(fFolder / "again");
+    EXPECT_FALSE(IsHeard(later));
+    EXPECT_EQ(later.GetTold(), "");
+}
+
+TEST_F(LoopPlayerTest, KeepsOrderWhateverTheWorkerDoesWhen) {
+    const std::string other = Write("other", DrumTSL());
+    CPluginHost host(kRate);
+    host.Activate();
+    // A worker that is full is asked again.
+    host.fRefusesWork = true;
+    host.LoadFile(fFile);
+    EXPECT_FALSE(IsHeard(host));
+    host.fRefusesWork = false;
+    host.Run(64);
+    host.Work();
+    EXPECT_TRUE(IsHeard(host));
+    // The answer to an old request comes behind a new one, and a restore in between.
+    host.SendFile(0, fFolder / "gone");
+    host.SendFile(0, other);
+    host.Run(64);
+    host.Work();
+    host.SendFile(0, "");
+    host.Run(64);
+    EXPECT_TRUE(IsHeard(host)) << "until the worker has answered";
+    host.Work();
+    EXPECT_FALSE(IsHeard(host));
+    host.SendFile(0, other);
+    host.Run(64);
+    CPluginHost empty(kRate);
+    empty.Save(fFolder);
+    host.Restore(fFolder);
+    host.Work();
+    EXPECT_FALSE(IsHeard(host));
+    EXPECT_EQ(host.fHeapCalls, 0);
+    // Requests, answers and loops that nobody takes any more end with the instance.
+    const SAllocationCounts before = GetAllocationCounts();
+    {
+        CPluginHost brief(kRate);
+        brief.Activate();
+        brief.LoadFile(fFile);
+        brief.SendFile(0, other);
+        brief.Run(64);
+        brief.Work();
+    }
+    const SAllocationCounts after = GetAllocationCounts();
+    EXPECT_EQ(after.fTaken - before.fTaken, after.fGiven - before.fGiven);
+}
+
+// From here on this process may do nothing but compute and leave.
+bool ForbidSystemCalls() {
+    sock_filter program[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_exit_group, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
+    };
+    const sock_fprog filter{4, program};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+TEST_F(LoopPlayerTest, MakesNoSystemCallInTheAudioCall) {
+    CPluginHost host(kRate);
+    host.Activate();
+    host.LoadFile(fFile);
+    host.SendFile(0, fFile);
+    host.Run(64);
+    host.Work(); // its answer comes below
+    const auto play = [&] {
+        if (!ForbidSystemCalls()) {
+            _exit(2);
+        }
+        host.fHeapCalls = 0;
+        for (uint32_t block = 0; block < 300; ++block) {
+            host.SendPosition(7, {block * 0.37, 60.0 + block, block % 7 == 0 ? 0.0 : 1.0});
+            host.SendMidi(20, {0x90, static_cast<uint8_t>(block % 128), 100});
+            if (block % 50 == 10) {
+                host.SendFile(30, fFile);
+            }
+            const auto value = static_cast<float>(block);
+            host.fControls = {value * 0.1F, static_cast<float>(block % 3), value,
+                              static_cast<float>(block % 2), 20.0F + value};
+            host.Run(1 + block * 13);
+        }
+        _exit(host.fHeapCalls == 0 ? 0 : 1);
+    };
+    const pid_t child = fork();
+    if (child == 0) {
+        play();
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == 2) {
+        GTEST_SKIP() << "no filters of system calls here";
+    }
+    EXPECT_FALSE(WIFSIGNALED(status)) << "a system call, signal " << WTERMSIG(status);
+    EXPECT_EQ(WEXITSTATUS(status), 0) << "a call to the heap";
+}
+
+} // namespace
