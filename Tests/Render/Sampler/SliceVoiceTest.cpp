@@ -191,6 +191,7 @@ TEST(SliceVoice, RendersLikeThePlainVoice) {
         {"tail of no length", 44100, 44100, true, {0, 100, 50, 50, 3.0F}, plain},
         {"nothing", 44100, 44100, true, {3000, 3000, 3000, 3000, 1.0F}, plain},
         {"limit of the step", 1000000, 11025, true, tail, plain},
+        {"under the limit", 1000000, 23000, false, tail, shaped},
     };
     for (const SRenderForm& form : GetRenderForms()) {
         ForceRenderForm(form.fName);

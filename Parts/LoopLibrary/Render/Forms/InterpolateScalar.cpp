@@ -19,7 +19,7 @@ float SumTaps(const float* taps, const float* fetch) {
 void InterpolateScalar(const CInterpolationJob& job) noexcept {
     const float* table = CDSPTables::GetInterpolationTable();
     uint32_t phase = job.fPhase;
-    for (int32_t i = 0; i < kBlockFrames; ++i) {
+    for (int32_t i = 0; i < job.fFrameCount; ++i) {
         const uint32_t n = phase >> 14;
         const float* taps = table + ((phase >> 6) & 255);
         job.fOutput.fLeft[i] += SumTaps(taps, job.fLeftFetch + n) * job.fGains[i];

@@ -25,7 +25,7 @@ struct SPeaks {
 /// another of the same call.
 struct SRenderForm {
     const char* fName;
-    /// One block of one voice.
+    /// One block of one voice, or a part of one.
     void (*fInterpolate)(const CInterpolationJob& job) noexcept LOOP_REALTIME;
     /// Filters both channels of a block in place.
     void (*fFilterStereo)(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,

@@ -27,10 +27,6 @@ uint32_t StepFor(int32_t cents, float rateRatio) {
     return static_cast<uint32_t>(std::min(step, static_cast<float>(kLargestStep)));
 }
 
-std::unique_ptr<float[]> MakeFetchArray() {
-    return std::make_unique<float[]>(kFetchCapacity);
-}
-
 // Frames until a voice that decays by `factor` a block falls silent.
 float DecayLength(float factor) {
     static const float silence = FloatLog(kVoiceSilence);
@@ -40,12 +36,10 @@ float DecayLength(float factor) {
 } // namespace
 
 CTesselSampler::CTesselSampler(const CABCWaveSample* sample, int32_t outputRate)
-    : fSample(sample), fTables(ClipOutputRate(outputRate)), fLeftFetch(MakeFetchArray()),
-      fRightFetch(MakeFetchArray()) {}
+    : fSample(sample), fTables(ClipOutputRate(outputRate)) {}
 
 CTesselSampler::CTesselSampler(const CTesselSampler& other)
-    : fSample(other.fSample), fSettings(other.fSettings), fTables(other.GetOutputRate()),
-      fLeftFetch(MakeFetchArray()), fRightFetch(MakeFetchArray()) {}
+    : fSample(other.fSample), fSettings(other.fSettings), fTables(other.GetOutputRate()) {}
 
 CTesselSampler::~CTesselSampler() = default;
 
@@ -235,19 +229,52 @@ void CTesselSampler::RenderVoice(SamplerVoice& voice, const float* gains,
                                  const CBlockBuffers& buffers) noexcept {
     const bool isSlice = voice.fKind == kVoiceKind_Slice;
     const uint32_t step = isSlice ? SliceStep(voice) : StepFor(0, voice.fRateRatio);
-    const uint32_t phase = voice.fPhase;
+    if (!isSlice && voice.fDirection == kVoiceDirection_Loop) {
+        PickFreeRunRange(voice);
+    }
+    alignas(32) float left[kFetchCapacity];
+    alignas(32) float rightOfStereo[kFetchCapacity];
+    float* const right = fSample->IsStereo() ? rightOfStereo : left;
+    const CInterpolationJob job{left, right, voice.fPhase, step, gains, buffers};
     const int32_t count = AdvancePhase(voice, step);
-    float* const left = fLeftFetch.get();
-    float* const right = fSample->IsStereo() ? fRightFetch.get() : left;
+    if (count > kFetchedAtOnce) {
+        RenderInParts(voice, job, left, right);
+        return;
+    }
     if (isSlice) {
         FetchSliceVoice(voice, *fSample, count, left, right);
     } else {
-        if (voice.fDirection == kVoiceDirection_Loop) {
-            PickFreeRunRange(voice);
-        }
         FetchPlainVoice(voice, *fSample, count, left, right);
     }
-    GetRenderForm().fInterpolate({left, right, phase, step, gains, buffers});
+    GetRenderForm().fInterpolate(job);
+}
+
+// The look-ahead of every part but the last is the beginning of the next one: real frames, which
+// move to the front when the part is done.
+void CTesselSampler::RenderInParts(SamplerVoice& voice, const CInterpolationJob& block, float* left,
+                                   float* right) noexcept {
+    CInterpolationJob part = block;
+    part.fFrameCount = kInterpolatedAtOnce;
+    FetchFrames(voice, *fSample, kFetchLookAhead, left, right);
+    for (int32_t done = 0; done < kBlockFrames; done += kInterpolatedAtOnce) {
+        const uint32_t end = part.fPhase + part.fStep * static_cast<uint32_t>(kInterpolatedAtOnce);
+        const auto passed = static_cast<int32_t>(end >> 14);
+        if (done + kInterpolatedAtOnce < kBlockFrames) {
+            FetchFrames(voice, *fSample, passed, left + kFetchLookAhead, right + kFetchLookAhead);
+        } else {
+            FetchFrames(voice, *fSample, passed - kFetchLookAhead, left + kFetchLookAhead,
+                        right + kFetchLookAhead);
+            FetchLookAhead(voice, *fSample, left + passed, right + passed);
+        }
+        part.fGains = block.fGains + done;
+        part.fOutput = {block.fOutput.fLeft + done, block.fOutput.fRight + done};
+        GetRenderForm().fInterpolate(part);
+        std::copy_n(left + passed, kFetchLookAhead, left);
+        if (right != left) {
+            std::copy_n(right + passed, kFetchLookAhead, right);
+        }
+        part.fPhase = end & 0x3fff;
+    }
 }
 
 int32_t CTesselSampler::AdvancePhase(SamplerVoice& voice, uint32_t step) noexcept {

@@ -4,6 +4,7 @@
 #include "LoopLibrary/Render/Common/OutputRate.h"
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 #include "LoopLibrary/Render/Sampler/CSamplerSettings.h"
+#include "LoopLibrary/Render/Sampler/Interpolator.h"
 #include "LoopLibrary/Render/Sampler/SamplerVoice.h"
 #include "LoopLibrary/Render/Sampler/VoiceEnvelopes.h"
 #include "LoopLibrary/Render/Slices/CSlicePlayRange.h"
@@ -12,7 +13,6 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
 
 namespace NSLOPDLL {
 
@@ -94,6 +94,9 @@ private:
     CGainMove StepPlainVoice(SamplerVoice& voice) const noexcept LOOP_REALTIME;
     void RenderVoice(SamplerVoice& voice, const float* gains,
                      const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
+    /// At steps whose block is more than one fetch gets.
+    void RenderInParts(SamplerVoice& voice, const CInterpolationJob& block, float* left,
+                       float* right) noexcept LOOP_REALTIME;
     /// Moves the phase on by a block; answers the source frames that it passes.
     static int32_t AdvancePhase(SamplerVoice& voice, uint32_t step) noexcept LOOP_REALTIME;
 
@@ -101,8 +104,6 @@ private:
     const CABCWaveSample* fSample;
     CSamplerSettings fSettings;
     CDSPTablesHandle fTables;
-    std::unique_ptr<float[]> fLeftFetch;
-    std::unique_ptr<float[]> fRightFetch;
     std::array<SamplerVoice, kVoiceCount> fVoices;
 };
 

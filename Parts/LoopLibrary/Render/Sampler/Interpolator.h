@@ -7,16 +7,20 @@
 
 namespace NSLOPDLL {
 
-/// One block of one voice. The six taps of an output frame lie on the source frames n to n + 5,
-/// where n is its phase shifted right by 14; the point read is n + 2 and the fraction. All forms
-/// read up to two floats behind the last tap.
+/// The most frames that a form works out side by side.
+constexpr int32_t kInterpolatedAtOnce = 8;
+
+/// One block of one voice, or a part of one. The six taps of an output frame lie on the source
+/// frames n to n + 5, where n is its phase shifted right by 14; the point read is n + 2 and the
+/// fraction. All forms read up to two floats behind the last tap.
 struct CInterpolationJob {
     const float* fLeftFetch;
     const float* fRightFetch; // equal to fLeftFetch for a mono source, whose sum is worked out once
     uint32_t fPhase;          // of the first frame, 14 bits of fraction
     uint32_t fStep;
-    const float* fGains;   // one for each of the 64 frames
-    CBlockBuffers fOutput; // added to
+    const float* fGains;                // one a frame
+    CBlockBuffers fOutput;              // added to
+    int32_t fFrameCount = kBlockFrames; // a multiple of kInterpolatedAtOnce
 };
 
 /// A step of one frame, at which all frames of a block have the same taps.

@@ -15,6 +15,7 @@ namespace NSLOPDLL {
 namespace {
 
 constexpr int32_t kLanes = 8;
+static_assert(kInterpolatedAtOnce % kLanes == 0);
 static_assert(kPhaseStride == kLanes);
 
 constexpr int kFirstHalves = _MM_SHUFFLE(1, 0, 1, 0);
@@ -79,7 +80,7 @@ LOOP_AVX2 void InterpolateUnitStep(const CInterpolationJob& job, const float* ta
     const bool mono = job.fLeftFetch == job.fRightFetch;
     const float* leftFetch = job.fLeftFetch + (job.fPhase >> 14);
     const float* rightFetch = job.fRightFetch + (job.fPhase >> 14);
-    for (int32_t i = 0; i < kBlockFrames; i += kLanes) {
+    for (int32_t i = 0; i < job.fFrameCount; i += kLanes) {
         const __m256 gains = _mm256_loadu_ps(job.fGains + i);
         const __m256 left = _mm256_mul_ps(SumUnitTaps(taps, leftFetch + i), gains);
         AddTo(job.fOutput.fLeft + i, left);
@@ -98,7 +99,7 @@ LOOP_AVX2 void InterpolateAvx2(const CInterpolationJob& job) noexcept {
     }
     const bool mono = job.fLeftFetch == job.fRightFetch;
     uint32_t phase = job.fPhase;
-    for (int32_t i = 0; i < kBlockFrames; i += kLanes) {
+    for (int32_t i = 0; i < job.fFrameCount; i += kLanes) {
         uint32_t frames[kLanes];
         __m256 taps[kLanes];
         for (int32_t lane = 0; lane < kLanes; ++lane) {

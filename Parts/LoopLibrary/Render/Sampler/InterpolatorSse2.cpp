@@ -10,6 +10,7 @@ namespace NSLOPDLL {
 namespace {
 
 constexpr int32_t kLanes = 4;
+static_assert(kInterpolatedAtOnce % kLanes == 0);
 
 // For each lane its taps in the order of the source frames, and its first source frame.
 struct CLane {
@@ -67,7 +68,7 @@ void InterpolateUnitStep(const CInterpolationJob& job, const float* table) {
     const bool mono = job.fLeftFetch == job.fRightFetch;
     const float* leftFetch = job.fLeftFetch + (job.fPhase >> 14);
     const float* rightFetch = job.fRightFetch + (job.fPhase >> 14);
-    for (int32_t i = 0; i < kBlockFrames; i += kLanes) {
+    for (int32_t i = 0; i < job.fFrameCount; i += kLanes) {
         const __m128 gains = _mm_loadu_ps(job.fGains + i);
         const __m128 left = _mm_mul_ps(SumUnitTaps(taps, leftFetch + i), gains);
         AddTo(job.fOutput.fLeft + i, left);
@@ -86,7 +87,7 @@ void InterpolateSse2(const CInterpolationJob& job) noexcept {
     }
     const bool mono = job.fLeftFetch == job.fRightFetch;
     uint32_t phase = job.fPhase;
-    for (int32_t i = 0; i < kBlockFrames; i += kLanes) {
+    for (int32_t i = 0; i < job.fFrameCount; i += kLanes) {
         CLane lanes[kLanes];
         for (CLane& lane : lanes) {
             lane = {table + ((phase >> 6) & 255) * kPhaseStride, phase >> 14};

@@ -226,8 +226,7 @@ void FetchSliceVoice(SamplerVoice& voice, const CABCWaveSample& sample, int32_t 
         return;
     }
     FetchSliceFrames<false>(voice, sample, count, target);
-    SamplerVoice ahead = voice;
-    FetchSliceFrames<true>(ahead, sample, kFetchLookAhead, target);
+    FetchLookAhead(voice, sample, left + count, right + count);
 }
 
 void FetchPlainVoice(SamplerVoice& voice, const CABCWaveSample& sample, int32_t count, float* left,
@@ -239,8 +238,28 @@ void FetchPlainVoice(SamplerVoice& voice, const CABCWaveSample& sample, int32_t 
         return;
     }
     FetchPlainFrames(voice, sample, count, target);
+    FetchLookAhead(voice, sample, left + count, right + count);
+}
+
+void FetchFrames(SamplerVoice& voice, const CABCWaveSample& sample, int32_t count, float* left,
+                 float* right) noexcept {
+    CFetchTarget target{left, sample.IsStereo() ? right : nullptr};
+    if (voice.fKind == kVoiceKind_Slice) {
+        FetchSliceFrames<false>(voice, sample, count, target);
+    } else {
+        FetchPlainFrames(voice, sample, count, target);
+    }
+}
+
+void FetchLookAhead(const SamplerVoice& voice, const CABCWaveSample& sample, float* left,
+                    float* right) noexcept {
+    CFetchTarget target{left, sample.IsStereo() ? right : nullptr};
     SamplerVoice ahead = voice;
-    FetchPlainFrames(ahead, sample, kFetchLookAhead, target);
+    if (voice.fKind == kVoiceKind_Slice) {
+        FetchSliceFrames<true>(ahead, sample, kFetchLookAhead, target);
+    } else {
+        FetchPlainFrames(ahead, sample, kFetchLookAhead, target);
+    }
 }
 
 } // namespace NSLOPDLL
