@@ -42,7 +42,7 @@ static int bind_one(void* library, const char* name, void* target) {
     return address != NULL;
 }
 
-static int bind(const char* path) {
+static int bind_functions(const char* path) {
     void* library = open_library(path);
     return library != NULL && bind_one(library, "LOPInitializeDLL", &lop.initialize) &&
            bind_one(library, "LOPUninitializeDLL", &lop.uninitialize) &&
@@ -63,7 +63,7 @@ int main(int argc, char** argv) {
         fprintf(stderr, "usage: dynamic_host LOOPFILE [LIBRARY]\n");
         return 1;
     }
-    if (!bind(argc >= 3 ? argv[2] : LIBRARY_NAME)) {
+    if (!bind_functions(argc >= 3 ? argv[2] : LIBRARY_NAME)) {
         fprintf(stderr, "%s cannot be loaded: loops stay silent\n", LIBRARY_NAME);
         fclose(file);
         return 3;

@@ -12,8 +12,8 @@ std::filesystem::path LinkedLibraryFile();
 /// Tells whether a module of this file is in the process.
 bool IsLoaded(const std::filesystem::path& file);
 
-/// What the process holds: open handles or descriptors, and bytes of heap, 0 where a sanitizer's
-/// heap does not tell.
+/// What the process holds: open handles and slots of thread-local storage, or descriptors, and
+/// bytes of heap, 0 where a sanitizer's heap does not tell.
 struct SProcessUse {
     int64_t fHandles = 0;
     int64_t fHeapBytes = 0;

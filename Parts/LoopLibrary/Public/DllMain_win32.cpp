@@ -1,5 +1,6 @@
 #include "LoopLibrary/Public/CInsideLibrary.h"
 #include "LoopLibrary/Public/PlatformVersion.h"
+#include "LoopLibrary/Public/RuntimeThreadSlot_win32.h"
 #include "LoopLibrary/Public/SystemHandle.h"
 
 #include <windows.h>
@@ -18,6 +19,23 @@ namespace NSLOPDLL {
 namespace {
 
 void* gSystemHandle = nullptr;
+bool gIsUnloaded = false;
+
+// Is constructed before every other static object of the library and so destroyed after them, when
+// nothing is left that throws, locks a mutex or asks for thread-local storage.
+class CAfterAllElse {
+public:
+    CAfterAllElse() = default;
+    ~CAfterAllElse() {
+        if (gIsUnloaded) {
+            FreeRuntimeThreadSlot(gSystemHandle);
+        }
+    }
+    CAfterAllElse(const CAfterAllElse&) = delete;
+    CAfterAllElse& operator=(const CAfterAllElse&) = delete;
+};
+
+[[gnu::init_priority(101)]] CAfterAllElse gAfterAllElse;
 
 bool IsThisWindowsSupported() noexcept {
     OSVERSIONINFOEXW version{};
@@ -56,6 +74,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processE
         return FALSE;
     }
     if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) {
+        gIsUnloaded = true;
         __gnu_cxx::__freeres();
     }
     return TRUE;
