@@ -19,6 +19,9 @@ struct SFlacTarget {
     COutputFile* fOutput = nullptr; // null: only the size is wanted
     sf_count_t fPosition = 0;
     sf_count_t fLength = 0;
+    // The encoder went back to complete its header, which a pipe has let through: the library does
+    // not see the failed seek, so what it writes there is dropped.
+    bool fIsBehind = false;
     std::exception_ptr fFailure;
 
     template <class Action>
@@ -48,11 +51,11 @@ sf_count_t Seek(sf_count_t offset, int whence, void* user) {
     const sf_count_t base =
         whence == SEEK_SET ? 0 : (whence == SEEK_CUR ? target.fPosition : target.fLength);
     const sf_count_t wanted = base + offset;
-    if (wanted != target.fPosition) {
-        const bool canSeek = target.fOutput == nullptr || target.fOutput->CanSeek();
-        if (!canSeek || !target.Try([&](COutputFile& output) { output.Seek(wanted); })) {
-            return -1;
-        }
+    if (target.fOutput != nullptr && !target.fOutput->CanSeek()) {
+        target.fIsBehind = wanted < target.fLength;
+    } else if (wanted != target.fPosition &&
+               !target.Try([&](COutputFile& output) { output.Seek(wanted); })) {
+        return -1;
     }
     target.fPosition = wanted;
     return wanted;
@@ -64,8 +67,9 @@ sf_count_t Read(void* /*target*/, sf_count_t /*count*/, void* /*user*/) {
 
 sf_count_t Write(const void* source, sf_count_t count, void* user) {
     auto& target = *static_cast<SFlacTarget*>(user);
-    if (!target.Try(
-            [&](COutputFile& output) { output.Write(source, static_cast<size_t>(count)); })) {
+    if (!target.fIsBehind && !target.Try([&](COutputFile& output) {
+            output.Write(source, static_cast<size_t>(count));
+        })) {
         return 0;
     }
     target.fPosition += count;

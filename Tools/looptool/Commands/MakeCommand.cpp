@@ -156,7 +156,7 @@ std::string Report(const SMakePlan& plan, const SMakeTask& task, size_t packed, 
     std::string text =
         (task.fOutput == "-" ? "standard output" : SafeText(task.fOutput)) + ": " +
         std::to_string(plan.fCuts.size()) + (plan.fCuts.size() == 1 ? " slice, " : " slices, ") +
-        std::to_string(plan.fBars) + " bars" +
+        std::to_string(plan.fBars) + (plan.fBars == 1 ? " bar" : " bars") +
         (plan.fBeats > 0 ? " and " + std::to_string(plan.fBeats) + " beats" : "") + " at " +
         DecimalText(plan.fTempo / 1000.0) + " BPM, " + DecimalText(stored) +
         " bytes of audio became " + std::to_string(packed) + percent(static_cast<double>(packed));

@@ -2,10 +2,12 @@
 
 #include "looptool/Analysis/LoopAnalysis.h"
 #include "looptool/Console/Numbers.h"
+#include "looptool/Making/CutSources.h"
 #include "looptool/System/ToolFailure.h"
 
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 namespace NSLoopTool {
 
@@ -51,9 +53,13 @@ std::vector<SCut> FindCuts(const SMakePlan& plan, int32_t sensitivity) {
     const int rate = plan.fAudio.fSampleRate;
     const std::vector<SOnset> onsets = FindOnsets(mono, rate, sensitivity);
     std::vector<SCut> cuts;
+    // The attack at the loop's start begins before it, at the loop's end, where a cut would leave a
+    // slice of nothing but that rise: it is cut at the start.
+    const int64_t last = static_cast<int64_t>(mono.size()) - rate / 50;
     for (const int64_t frame : PlaceCuts(mono, rate, onsets)) {
-        cuts.push_back({plan.fLoopStart + frame});
+        cuts.push_back({plan.fLoopStart + (frame > last ? 0 : frame)});
     }
+    cuts = OrderedCuts(std::move(cuts));
     std::fprintf(stderr, "%s: %zu slices found (sensitivity %d)\n", plan.fName.c_str(), cuts.size(),
                  sensitivity);
     return cuts;

@@ -13,7 +13,7 @@ namespace NSLoopTool {
 /// and how sure it is; CToolFailure, which asks for numbers, when it is not sure enough.
 void GuessLength(SMakePlan& plan, const SKnownLoop& known);
 
-/// The cuts of `--slices auto`: just before each attack in the loop.
+/// The cuts of `--slices auto`: just before each attack in the loop, at least one.
 std::vector<SCut> FindCuts(const SMakePlan& plan, int32_t sensitivity);
 
 } // namespace NSLoopTool

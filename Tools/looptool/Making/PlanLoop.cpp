@@ -129,8 +129,8 @@ SMakePlan PlanLoop(const std::string& audioFile, const SMakeWish& wish,
     CheckAudio(plan);
     SetLoop(plan, wish);
     SetLength(plan, wish.fKnown);
-    plan.fCuts = wish.fSlices == "auto" ? OrderedCuts(FindCuts(plan, wish.fSensitivity))
-                                        : CutsOf(wish.fSlices, plan);
+    plan.fCuts =
+        wish.fSlices == "auto" ? FindCuts(plan, wish.fSensitivity) : CutsOf(wish.fSlices, plan);
     return plan;
 }
 

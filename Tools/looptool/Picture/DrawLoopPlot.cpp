@@ -165,7 +165,7 @@ private:
     }
 
     void DrawMarks() {
-        constexpr double kNumberWidth = 18.0;
+        constexpr double kNumberWidth = 14.0;
         double free = fLeft - kNumberWidth; // where the last number ends
         for (const SMark& mark : fPlot.fModel.fMarks) {
             const double x = XOfFrame(static_cast<double>(mark.fFrame));
