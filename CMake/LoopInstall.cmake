@@ -35,12 +35,13 @@ configure_file(Packaging/looplibrary.pc.in ${PROJECT_BINARY_DIR}/looplibrary.pc 
 install(FILES ${PROJECT_BINARY_DIR}/looplibrary.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 
-# Examples with the CMake file that builds them against what is installed.
-set(LOOP_EXAMPLES_DIR ${CMAKE_INSTALL_DOCDIR}/examples)
-install(DIRECTORY Examples/ DESTINATION ${LOOP_EXAMPLES_DIR} COMPONENT Development
-        FILES_MATCHING PATTERN "*.c" PATTERN "*.cpp" PATTERN "*.h")
-install(FILES Packaging/ExamplesCMakeLists.txt DESTINATION ${LOOP_EXAMPLES_DIR}
-        RENAME CMakeLists.txt COMPONENT Development)
+# Examples, with the CMake file that builds them against what is installed.
+if(WIN32)
+    set(LOOP_EXAMPLES_DIR examples)
+else()
+    set(LOOP_EXAMPLES_DIR ${CMAKE_INSTALL_DOCDIR}/examples)
+endif()
+install(DIRECTORY Examples/ DESTINATION ${LOOP_EXAMPLES_DIR} COMPONENT Development)
 
 if(LOOP_TOOLS)
     install(TARGETS looptool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
