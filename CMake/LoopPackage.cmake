@@ -88,4 +88,23 @@ is in them, renders their slices and previews at any tempo, and decodes their
 audio."
         DEPENDS "${own}")
 endif()
+if(TARGET LoopPlayerLV2)
+    loop_debian_package(Plugin loop-player-lv2
+        SECTION sound
+        DESCRIPTION "This is an LV2 instrument that plays sliced audio loops by the host's transport
+and tempo, and their slices by MIDI.")
+endif()
+if(LOOP_DEBIAN)
+    # Elsewhere pip installs it.
+    install(DIRECTORY Bindings/Python/looplibrary DESTINATION lib/python3/dist-packages
+            COMPONENT Python PATTERN "__pycache__" EXCLUDE)
+    loop_debian_package(Python python3-looplibrary
+        SECTION python
+        DESCRIPTION "This is a Python module on ctypes that opens, inspects, renders and previews
+sliced audio loops, with numpy arrays where numpy is installed."
+        DEPENDS "python3, ${own}")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS OFF)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS python3-numpy)
+endif()
 include(CPack)

@@ -83,6 +83,16 @@ cc -std=c99 "$host_c" -o "$scratch/static_c" $(pkg-config --cflags looplibrary) 
 ! needs "$scratch/static_c"
 check "static archive, C99" "$scratch/static_c"
 
+cat >"$scratch/host.py" <<'PYTHON'
+import sys
+import looplibrary
+with looplibrary.open(sys.argv[1]) as loop:
+    print("%.3f BPM, %d slices" % (loop.info.loop_tempo, loop.info.slice_count))
+PYTHON
+run_python() { PYTHONPATH=$root/usr/lib/python3/dist-packages python3 "$scratch/host.py" "$1"; }
+check "Python" run_python
+test -f "$(find "$root/usr/lib" -path '*/lv2/loop-player.lv2/manifest.ttl')"
+
 # The examples as they are installed.
 cp -r "$root/usr/share/doc/liblooplibrary-dev/examples" "$scratch/examples"
 cmake -G Ninja -S "$scratch/examples" -B "$scratch/examples/build" \
