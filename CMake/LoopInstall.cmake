@@ -43,28 +43,13 @@ else()
 endif()
 install(DIRECTORY Examples/ DESTINATION ${LOOP_EXAMPLES_DIR} COMPONENT Development)
 
-if(LOOP_TOOLS)
-    install(TARGETS looptool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
-endif()
 if(WIN32)
     install(FILES Packaging/LoopLibrary.def DESTINATION ${CMAKE_INSTALL_LIBDIR}
             COMPONENT Development)
     # Under names that a double click opens.
     install(FILES README.md DESTINATION . RENAME README.txt COMPONENT Runtime)
     install(FILES CHANGELOG.md DESTINATION . RENAME CHANGELOG.txt COMPONENT Runtime)
-elseif(LOOP_TOOLS)
-    install(FILES Docs/looptool.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tools)
-    # Where the shells of Debian look.
-    set(completions ${PROJECT_SOURCE_DIR}/Tools/looptool/Completions)
-    foreach(pair looptool.bash:bash-completion/completions/looptool
-                 _looptool:zsh/vendor-completions/_looptool
-                 looptool.fish:fish/vendor_completions.d/looptool.fish)
-        string(REGEX MATCH "^(.*):(.*)/(.*)$" pair ${pair})
-        if(EXISTS ${completions}/${CMAKE_MATCH_1})
-            install(FILES ${completions}/${CMAKE_MATCH_1} RENAME ${CMAKE_MATCH_3}
-                    DESTINATION ${CMAKE_INSTALL_DATADIR}/${CMAKE_MATCH_2} COMPONENT Tools)
-        endif()
-    endforeach()
+else()
     install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
             COMPONENT Development)
 endif()

@@ -22,8 +22,6 @@ set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_COMPONENTS_ALL)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Where the tools' own library lies while their dependencies are found.
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 # loop_debian_package(COMPONENT package SECTION section DESCRIPTION text [DEPENDS text])
@@ -85,8 +83,7 @@ if(LOOP_TOOLS)
         SECTION sound
         DESCRIPTION "This is a command-line program that makes loop files from audio, shows what
 is in them, renders their slices and previews at any tempo, and decodes their
-audio."
-        DEPENDS "${own}")
+audio.")
 endif()
 if(TARGET LoopPlayerLV2)
     loop_debian_package(Plugin loop-player-lv2

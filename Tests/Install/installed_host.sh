@@ -6,7 +6,9 @@ set -euo pipefail
 build=$1 source=$2
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-cmake --install "$build" --prefix "$scratch/usr" >/dev/null
+for component in Runtime Development; do
+    cmake --install "$build" --prefix "$scratch/usr" --component "$component" >/dev/null
+done
 
 mkdir "$scratch/host"
 cp "$source/Examples/minihost.c" "$scratch/host/"
