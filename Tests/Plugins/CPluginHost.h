@@ -69,8 +69,9 @@ public:
     CPluginHost(const CPluginHost&) = delete;
     CPluginHost& operator=(const CPluginHost&) = delete;
 
-    ~CPluginHost() { lilv_instance_deactivate(fInstance.get()); }
+    ~CPluginHost() { Deactivate(); }
 
+    void Deactivate() { lilv_instance_deactivate(fInstance.get()); }
     void Activate() { lilv_instance_activate(fInstance.get()); }
 
     // Events of the next block; frames ascend.
@@ -152,6 +153,32 @@ public:
                             "state.ttl") != 0) {
             throw std::runtime_error("the state cannot be saved");
         }
+    }
+    // As a host does whose own form of a path has a word in front.
+    std::string SaveMapped() {
+        std::string stored;
+        State().save(
+            lilv_instance_get_handle(fInstance.get()),
+            [](LV2_State_Handle text, uint32_t, const void* value, size_t size, uint32_t,
+               uint32_t) {
+                static_cast<std::string*>(text)->assign(static_cast<const char*>(value), size - 1);
+                return LV2_STATE_SUCCESS;
+            },
+            &stored, 0, fMapped.data());
+        return stored;
+    }
+    void RestoreMapped(const std::string& stored) {
+        fStored = stored;
+        State().restore(
+            lilv_instance_get_handle(fInstance.get()),
+            [](LV2_State_Handle host, uint32_t, size_t* size, uint32_t* type,
+               uint32_t*) -> const void* {
+                auto& self = *static_cast<CPluginHost*>(host);
+                *size = self.fStored.size() + 1;
+                *type = self.Urid(LV2_ATOM__Path);
+                return self.fStored.c_str();
+            },
+            this, 0, fMapped.data());
     }
     void Restore(const std::filesystem::path& folder, bool throughWorker = false) {
         const std::unique_ptr<LilvState, void (*)(LilvState*)> state(
@@ -251,6 +278,11 @@ private:
         lv2_atom_sequence_clear(events);
     }
 
+    const LV2_State_Interface& State() const {
+        return *static_cast<const LV2_State_Interface*>(
+            lilv_instance_get_extension_data(fInstance.get(), LV2_STATE__interface));
+    }
+
     static bool Put(SQueue& queue, uint32_t size, const void* bytes) {
         const std::lock_guard<std::mutex> lock(queue.fMutex);
         if (size > kBytes || queue.fPut - queue.fTaken == queue.fMessages.size()) {
@@ -324,6 +356,16 @@ private:
     LV2_Feature fWorkFeature{LV2_WORKER__schedule, &fSchedule};
     LV2_Feature fLogFeature{LV2_LOG__log, &fLogger};
     std::array<const LV2_Feature*, 5> fFeatures{};
+
+    LV2_State_Map_Path fMapPath{
+        nullptr,
+        [](LV2_State_Map_Path_Handle, const char* path) {
+            return strdup(("session:" + std::string(path)).c_str());
+        },
+        [](LV2_State_Map_Path_Handle, const char* path) { return strdup(path + 8); }};
+    LV2_Feature fMapPathFeature{LV2_STATE__mapPath, &fMapPath};
+    std::array<const LV2_Feature*, 2> fMapped{&fMapPathFeature, nullptr};
+    std::string fStored;
 
     SQueue fRequests;
     SQueue fResponses;
