@@ -322,6 +322,9 @@ void COptimizedTWIPDecompressor::DecompressMono(int32_t frameCount, int16_t* out
 
 void COptimizedTWIPDecompressor::DecompressStereo(int32_t frameCount, int16_t* out16,
                                                   int32_t* out32) {
+    if (frameCount < 1) {
+        return; // there may be no array to have a second sample
+    }
     if (out16 != nullptr) {
         Decompress(frameCount, TTWIPOutput<int16_t>{out16, out16 + 1, 2});
     } else {
