@@ -6,30 +6,28 @@ compiler=$1 source=$2
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-compiles() {
-    {
-        echo '#include "LoopLibrary.hpp"'
-        echo 'using namespace LoopLibrary;'
-        echo 'void Use(Loop& loop, Library& library, std::vector<float>& samples,'
-        echo '         const std::vector<float>& constant, std::vector<double>& doubles) {'
-        echo "    $1"
-        echo '    (void)loop, (void)library, (void)samples, (void)constant, (void)doubles; }'
-    } >"$scratch/row.cpp"
-    "$compiler" -std=c++17 -Wall -Werror -fsyntax-only -I"$source/Bindings/Cpp" \
-        -I"$source/Parts/LoopLibrary/Public" "$scratch/row.cpp" >"$scratch/log" 2>&1
+# A function around each row of standard input, the row in the line of its number.
+functions() {
+    local row=0 statement
+    while IFS= read -r statement; do
+        row=$((row + 1))
+        echo "void Row$row(Loop& loop, Library& library, std::vector<float>& samples,"
+        echo '          const std::vector<float>& constant, std::vector<double>& doubles) {'
+        printf '#line %d "row"\n%s\n' "$row" "$statement"
+        echo '(void)loop, (void)library, (void)samples, (void)constant, (void)doubles; }'
+    done
 }
 
-while IFS='|' read -r wrong right; do
-    if ! compiles "$right"; then
-        echo "does not compile, and should: $right"
-        cat "$scratch/log"
-        exit 1
-    fi
-    if compiles "$wrong"; then
-        echo "compiles, and should not: $wrong"
-        exit 1
-    fi
-done <<'ROWS'
+compiles() {
+    {
+        printf '#include "LoopLibrary.hpp"\nusing namespace LoopLibrary;\n'
+        functions
+    } >"$scratch/rows.cpp"
+    LC_ALL=C "$compiler" -std=c++17 -Wall -Werror -fsyntax-only -I"$source/Bindings/Cpp" \
+        -I"$source/Parts/LoopLibrary/Public" "$scratch/rows.cpp" >"$scratch/log" 2>&1
+}
+
+cat >"$scratch/rows" <<'ROWS'
 Loop copy = loop;|Loop moved = std::move(loop);
 Library copy = library;|Library moved = std::move(library);
 loop.SetPreviewTempo(120000);|loop.SetPreviewTempo(Bpm(120));
@@ -45,3 +43,21 @@ Loop::Open(std::string(), [](int) { return "on"; });|Loop::Open(std::string(), [
 int code = loop.RenderPreview(samples); (void)code;|Result code = loop.RenderPreview(samples); (void)code;
 Result result; loop.GetInfo(&result);|Result result; (void)loop.GetInfo(result);
 ROWS
+
+if ! cut -d'|' -f2 "$scratch/rows" | compiles; then
+    echo "does not compile, and should:"
+    cat "$scratch/log"
+    exit 1
+fi
+if cut -d'|' -f1 "$scratch/rows" | compiles; then
+    echo "compiles, and should not: all of it"
+    exit 1
+fi
+row=0
+while IFS='|' read -r wrong _; do
+    row=$((row + 1))
+    if ! grep -Eq "row:$row:.*(error|required from|requested here)" "$scratch/log"; then
+        echo "compiles, and should not: $wrong"
+        exit 1
+    fi
+done <"$scratch/rows"
