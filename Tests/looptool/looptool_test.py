@@ -127,6 +127,7 @@ class LoopToolTest(unittest.TestCase):
     FAILURES = [
         (1, "did you mean \"info\"", ["inof", "drums.lop2"]),
         (1, "unknown command \"xyzzy\"", ["xyzzy"]),
+        (1, "a command is needed", []),
         (1, "FILE", ["info"]),
         (2, "nothing.lop2: no such file", ["info", "nothing.lop2"]),
         (2, "folder: is a folder", ["info", "folder"]),

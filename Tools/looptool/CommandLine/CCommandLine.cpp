@@ -32,7 +32,10 @@ CCommand CCommandLine::AddCommand(const std::string& name, const std::string& de
 
 // The parser's own words on a word that is no command do not name it.
 void CCommandLine::CheckCommand(const std::vector<std::string>& arguments) const {
-    if (arguments.empty() || arguments.front().starts_with("-")) {
+    if (arguments.empty()) {
+        throw CToolFailure("a command is needed; \"looptool --help\" lists them", kExitCode_Usage);
+    }
+    if (arguments.front().starts_with("-")) {
         return;
     }
     std::vector<std::string> names;
