@@ -321,14 +321,16 @@ private:
                    ? LV2_WORKER_SUCCESS
                    : LV2_WORKER_ERR_NO_SPACE;
     }
-    static int LogText(LV2_Log_Handle host, LV2_URID /*type*/, const char* format, va_list values) {
+    [[gnu::format(printf, 3, 0)]] static int LogText(LV2_Log_Handle host, LV2_URID /*type*/,
+                                                     const char* format, va_list values) {
         char line[5000];
         const int length = std::vsnprintf(line, sizeof line, format, values);
         static_cast<CPluginHost*>(host)->fLog += line;
         return length;
     }
 
-    static int LogLine(LV2_Log_Handle host, LV2_URID type, const char* format, ...) {
+    [[gnu::format(printf, 3, 4)]] static int LogLine(LV2_Log_Handle host, LV2_URID type,
+                                                     const char* format, ...) {
         va_list values;
         va_start(values, format);
         const int length = LogText(host, type, format, values);

@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr int32_t kRate = 44100;
-constexpr int64_t kFade = 64; // frames after a jump whose sound is a matter of taste
+constexpr int32_t kRate = 48000; // not that of the files
+constexpr int64_t kFade = 64;    // frames after a jump whose sound is a matter of taste
 
 // Places the slices of a loop one by one, at the frames nearest to their pulses.
 class CHand {
@@ -255,21 +255,25 @@ TEST_F(LoopPlayerTest, PlaysSlicesOfEveryKindByKeysAndVelocity) {
         CPluginHost host(kRate);
         host.Activate();
         host.LoadFile(Write("keys", bytes));
-        const CHand hand(bytes);
+        CHand hand(bytes);
         std::vector<float> left(4000), right(4000);
-        // The keys begin with the start of the transport, which must not cut them off.
+        // The transport starts among the keys and cuts none off.
+        hand.Render(left.data(), right.data(), 1000);
+        hand.Move(0.0, 120.0);
+        hand.Render(left.data() + 1000, right.data() + 1000, 3000);
         host.SendMidi(17, {0x95, 38, 64});
         host.SendMidi(18, {0x85, 38, 64});
         host.SendMidi(300, {0x90, 36, 127});
         host.SendMidi(301, {0x90, 35, 127});  // below the first slice
         host.SendMidi(302, {0x90, 127, 127}); // behind the last
-        host.SendPosition(1000, {0.0, 120.0, 0.0});
+        host.SendPosition(1000, {0.0, 120.0, 1.0});
         host.SendMidi(1500, {0x90, 37, 127});
         CHand::Mix(hand.GetSlice(1), -1500, 1.0F, left.data(), right.data(), 4000);
         CHand::Mix(hand.GetSlice(2), -17, 64.0F / 127.0F, left.data(), right.data(), 4000);
         CHand::Mix(hand.GetSlice(0), -300, 1.0F, left.data(), right.data(), 4000);
         host.Run(4000);
         ExpectBlock(host, left, right, 0, 4000, 0);
+        host.SendPosition(0, {0.0, 120.0, 0.0});
         host.SendMidi(0, {0xB0, 120, 0});
         host.Run(kFade + 1000);
         EXPECT_TRUE(IsSilent({host.fLeft.begin() + kFade, host.fLeft.begin() + kFade + 1000}));
@@ -521,6 +525,7 @@ TEST_F(LoopPlayerTest, KeepsOrderWhateverTheWorkerDoesWhen) {
         CPluginHost brief(kRate);
         brief.Activate();
         brief.LoadFile(fFile);
+        brief.Save(fFolder); // the last URIs are known
         const int64_t one = countHeld();
         brief.SendFile(0, other);
         brief.SendFile(0, fFile);
@@ -529,6 +534,10 @@ TEST_F(LoopPlayerTest, KeepsOrderWhateverTheWorkerDoesWhen) {
             brief.Work();
         }
         EXPECT_EQ(countHeld(), one);
+        brief.Deactivate();
+        brief.Restore(fFolder);
+        EXPECT_EQ(countHeld(), one) << "a restore frees what it replaces";
+        brief.Activate();
         brief.SendFile(0, other);
         brief.Run(64);
         brief.Work();
