@@ -18,6 +18,11 @@ constinit int32_t sUseCount = 0;
 alignas(CFailureModule) constinit unsigned char sModuleStorage[sizeof(CFailureModule)] = {};
 constinit CFailureModule* sModule = nullptr;
 
+// One use for the whole library, at the first of the priorities left to programs, ahead of those
+// without any. One in every unit that raises would hold no more, and each would cost time in
+// loading.
+[[gnu::init_priority(101)]] const CFailureModuleUse kFirstUse;
+
 } // namespace
 
 void SetCustomObjectTypes(const CFixedName* types, uint32_t count) {

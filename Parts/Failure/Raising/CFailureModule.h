@@ -27,9 +27,9 @@ public:
     CFailureModule& operator=(const CFailureModule&) = delete;
 };
 
-/// The static counter. Each compilation unit that raises failures holds one use, so that the module
-/// object is there before the first static initialiser that could raise and goes after the last
-/// static destructor.
+/// The static counter. The framework itself holds the first use, from before all other static
+/// initialisers to behind all other static destructors, so that these may raise; who holds another
+/// keeps the module object alive beyond that.
 class CFailureModuleUse {
 public:
     CFailureModuleUse() noexcept;
@@ -39,7 +39,5 @@ public:
 
     static int32_t GetCount() noexcept;
 };
-
-static const CFailureModuleUse kFailureModuleUse;
 
 } // namespace NSLichen

@@ -4,7 +4,6 @@
 #include <type_traits>
 
 #include "Failure/Chain/CFixedName.h"
-#include "Failure/Raising/CFailureModule.h"
 
 namespace NSLichen {
 

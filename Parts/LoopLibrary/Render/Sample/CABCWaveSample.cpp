@@ -1,8 +1,9 @@
 #include "LoopLibrary/Render/Sample/CABCWaveSample.h"
 
+#include "LoopLibrary/Render/Forms/RenderForms.h"
+
 #include <algorithm>
 #include <array>
-#include <limits>
 
 namespace NSLOPDLL {
 
@@ -10,31 +11,21 @@ namespace {
 
 constexpr int32_t kPreviewStep = 64;
 
-struct CPeaks {
-    // What no sample has taken part in: neutral in Union.
-    int16_t fLow = std::numeric_limits<int16_t>::max();
-    int16_t fHigh = std::numeric_limits<int16_t>::min();
-};
-
-CPeaks Union(CPeaks a, CPeaks b) {
+SPeaks Union(SPeaks a, SPeaks b) {
     return {std::min(a.fLow, b.fLow), std::max(a.fHigh, b.fHigh)};
 }
 
 // The peaks of the 64 frames of one preview step, fewer or none at the end of the sample.
-CPeaks ReadStepPeaks(const CABCWaveSample& sample, int32_t channel, int64_t step) {
+SPeaks ReadStepPeaks(const CABCWaveSample& sample, int32_t channel, int64_t step) {
     const int64_t first = step * kPreviewStep;
     const int64_t left = int64_t{sample.GetFrameCount()} - first;
-    CPeaks peaks;
     if (left <= 0) {
-        return peaks;
+        return {};
     }
     std::array<int16_t, kPreviewStep> values;
     const auto count = static_cast<int32_t>(std::min<int64_t>(left, kPreviewStep));
     sample.Get16BitSamples(static_cast<int32_t>(first), count, values.data(), channel);
-    for (int32_t i = 0; i < count; ++i) {
-        peaks = Union(peaks, {values[static_cast<size_t>(i)], values[static_cast<size_t>(i)]});
-    }
-    return peaks;
+    return GetRenderForm().fFindPeaks(values.data(), count);
 }
 
 } // namespace
@@ -76,11 +67,11 @@ void CABCWaveSample::CreatePreview() {
 
 void CABCWaveSample::FillPreviewPeaks(int32_t channel, int32_t entryCount,
                                       int16_t* peaks) const noexcept {
-    CPeaks first = ReadStepPeaks(*this, channel, 0);
-    CPeaks second = ReadStepPeaks(*this, channel, 1);
+    SPeaks first = ReadStepPeaks(*this, channel, 0);
+    SPeaks second = ReadStepPeaks(*this, channel, 1);
     for (int32_t i = 0; i < entryCount; ++i) {
-        const CPeaks third = ReadStepPeaks(*this, channel, int64_t{i} + 2);
-        const CPeaks entry = Union(Union(first, second), third);
+        const SPeaks third = ReadStepPeaks(*this, channel, int64_t{i} + 2);
+        const SPeaks entry = Union(Union(first, second), third);
         *peaks++ = entry.fLow;
         *peaks++ = entry.fHigh;
         first = second;

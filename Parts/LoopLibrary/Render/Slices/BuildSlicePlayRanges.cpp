@@ -1,6 +1,7 @@
 #include "LoopLibrary/Render/Slices/BuildSlicePlayRanges.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace NSLOPDLL {
@@ -23,12 +24,19 @@ struct CPeak {
 // of equals.
 CPeak FindPeakBackward(const CABCWaveSample& waveSample, int64_t from, int64_t count) {
     CPeak peak{from};
-    for (int64_t frame = from; frame > from - count; --frame) {
-        const float level =
-            std::fabs(waveSample.GetFloatSample(static_cast<int32_t>(frame), kChannel_Left));
-        if (level > peak.fLevel) {
-            peak = {frame, level};
+    std::array<float, 256> levels; // one call gets many frames
+    while (count > 0) {
+        const auto read = static_cast<int32_t>(std::min<int64_t>(count, levels.size()));
+        const int64_t first = from - read + 1;
+        waveSample.GetFloatSamples(static_cast<int32_t>(first), read, levels.data(), kChannel_Left);
+        for (int32_t i = read - 1; i >= 0; --i) {
+            const float level = std::fabs(levels[static_cast<size_t>(i)]);
+            if (level > peak.fLevel) {
+                peak = {first + i, level};
+            }
         }
+        from -= read;
+        count -= read;
     }
     return peak;
 }
