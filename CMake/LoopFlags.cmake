@@ -17,6 +17,15 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g")
 set(CMAKE_C_FLAGS_RELWITHDEBINFO "-O2 -g")
 
+# A build says nothing of the folder that it stands in, so that two builds are equal to the byte: the
+# debug information starts from the top of the source tree (a debugger started there finds the files).
+# The reports of sanitizers and counters, which are debug builds, keep whole paths.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+    add_compile_options(-ffile-prefix-map=${PROJECT_BINARY_DIR}=build
+                        -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+endif()
+
 find_program(LOOP_CCACHE ccache)
 if(LOOP_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_C_COMPILER_LAUNCHER ${LOOP_CCACHE})
@@ -62,7 +71,7 @@ if(WIN32)
     # moves that ask for 32: let the assembler take the moves that do not.
     target_compile_options(LoopFlags INTERFACE -Wa,-muse-unaligned-vector-move)
     # Nothing but system DLLs may be needed where a file of this build runs.
-    add_link_options(-static)
+    add_link_options(-static LINKER:--no-insert-timestamp)
 endif()
 target_include_directories(LoopFlags INTERFACE ${PROJECT_SOURCE_DIR}/Parts)
 
