@@ -22,3 +22,11 @@ int64_t CountedAllocations();
 // Calls of this thread to malloc, free and their like since FailAllocation, whoever makes them.
 // With the address sanitizer, which needs these for itself, allocations by operator new alone.
 int64_t CountedHeapCalls();
+
+// The address sanitizer maps memory and keeps thread-local storage of its own, which tests that
+// deny both cannot tell from the library's.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kSanitizerHasItsOwn = true;
+#else
+constexpr bool kSanitizerHasItsOwn = false;
+#endif
