@@ -28,46 +28,38 @@ function(loop_add_part name)
     endforeach()
 endfunction()
 
-# loop_room(Floor SOURCES file... [POSIX file...] [WIN32 file...] [ELSEWHERE file...]): the sources of
-# this folder, all systems' and each system's own, and those of other processors or of builds with
-# other libraries. A source that stands in the folder and in no list is an error, so that none is forgotten.
+# loop_room(Floor SOURCES file... [POSIX file...] [WIN32 file...] [X86_64 file...] [AARCH64 file...]
+#           [WASM file...] [PORTABLE file...] [ELSEWHERE file...]): the sources of this folder, all
+# systems' and each system's own, each processor's and those for a processor without a list, and those of
+# builds with other libraries. A source that stands in the folder and in no list is an error, so that none
+# is forgotten.
 function(loop_room floor)
-    cmake_parse_arguments(arg "" "" "SOURCES;POSIX;WIN32;ELSEWHERE" ${ARGN})
+    cmake_parse_arguments(arg "" "" "${LOOP_SOURCE_LISTS}" ${ARGN})
+    loop_own_sources(own arg)
     file(GLOB here CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp *.c)
-    list(REMOVE_ITEM here ${arg_SOURCES} ${arg_POSIX} ${arg_WIN32}
-         ${arg_ELSEWHERE} "")
+    list(REMOVE_ITEM here ${own_listed} "")
     if(here)
         message(FATAL_ERROR "${CMAKE_CURRENT_SOURCE_DIR}/CMakeLists.txt does not list: ${here}")
     endif()
-    if(WIN32)
-        list(APPEND arg_SOURCES ${arg_WIN32})
-    else()
-        list(APPEND arg_SOURCES ${arg_POSIX})
-    endif()
-    list(TRANSFORM arg_SOURCES PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
-    target_sources(Loop${floor} PRIVATE ${arg_SOURCES})
+    list(TRANSFORM own PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+    target_sources(Loop${floor} PRIVATE ${own})
 endfunction()
 
-# loop_add_test(Name IN folder SOURCES file... [POSIX file...] [WIN32 file...] PARTS part...
-#               [LIBS target...]):
-# a test program of a folder, run as one test, under Wine in a cross build. The files stand in the
-# folder; a source in one of their folders that stands in no list is an error.
+# loop_add_test(Name IN folder SOURCES file... [POSIX file...] ... PARTS part... [LIBS target...]):
+# a test program of a folder, run as one test, under the emulator in a cross build. The lists are those of
+# loop_room. The files stand in the folder; a source in one of their folders that stands in no list is an
+# error.
 function(loop_add_test name)
-    cmake_parse_arguments(arg "" "IN" "SOURCES;POSIX;WIN32;PARTS;LIBS" ${ARGN})
-    set(listed ${arg_SOURCES} ${arg_POSIX} ${arg_WIN32})
+    cmake_parse_arguments(arg "" "IN" "${LOOP_SOURCE_LISTS};PARTS;LIBS" ${ARGN})
+    loop_own_sources(own arg)
     set(folder ${CMAKE_CURRENT_SOURCE_DIR}/${arg_IN})
-    loop_check_listed(${folder} "${listed}")
+    loop_check_listed(${folder} "${own_listed}")
     if(LOOP_SANITIZE MATCHES "thread" AND NOT name IN_LIST threaded)
         return()
     endif()
-    if(WIN32)
-        list(APPEND arg_SOURCES ${arg_WIN32})
-    else()
-        list(APPEND arg_SOURCES ${arg_POSIX})
-    endif()
-    list(TRANSFORM arg_SOURCES PREPEND ${folder}/)
+    list(TRANSFORM own PREPEND ${folder}/)
     list(TRANSFORM arg_PARTS PREPEND Loop)
-    add_executable(${name} ${arg_SOURCES})
+    add_executable(${name} ${own})
     target_compile_options(${name} PRIVATE ${LOOP_TEST_OPTIONS})
     target_precompile_headers(${name} REUSE_FROM LoopTestPrecompiled)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})

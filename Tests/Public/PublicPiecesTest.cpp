@@ -5,6 +5,7 @@
 #include "LoopLibrary/Public/FillLoopInfo.h"
 #include "LoopLibrary/Public/LoopHandles.h"
 #include "LoopLibrary/Public/PlatformVersion.h"
+#include "Tests/Host/FloatingPointControl.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -12,7 +13,6 @@
 #include <memory>
 #include <thread>
 #include <vector>
-#include <xmmintrin.h>
 
 namespace {
 
@@ -101,8 +101,10 @@ TEST(InsideLibrary, CountsTheDepthOfTheThread) {
 }
 
 // Stops at 1 and at 100.
-extern "C" int32_t RoundUpFromNowOn(int32_t percent, void* /*userData*/) {
-    _mm_setcsr(0x1F80 | 0x4000);
+extern "C" int32_t LeaveAnotherMode(int32_t percent, void* /*userData*/) {
+    for (const SFloatingPointMode& mode : GetOtherFloatingPointModes()) {
+        SetFloatingPointControl(mode.fControl);
+    }
     return percent == 100 ? 1 : percent;
 }
 
@@ -112,12 +114,12 @@ TEST(CreateCallback, GivesItsPercentageAndKeepsTheFloatingPointMode) {
         uint32_t fDone;
         bool fStops;
     };
-    const uint32_t before = _mm_getcsr();
+    const uint64_t before = GetFloatingPointControl();
     for (const SRow& row : {SRow{0xFFFFFFFF, 0x028F5C28, false}, SRow{0xFFFFFFFF, 0x028F5C29, true},
                             SRow{200, 4, false}, SRow{0, 1, true}}) {
-        CCreateCallback callback(row.fTotal, RoundUpFromNowOn, nullptr);
+        CCreateCallback callback(row.fTotal, LeaveAnotherMode, nullptr);
         EXPECT_EQ(callback.ShouldStop(row.fDone), row.fStops) << row.fDone;
-        EXPECT_EQ(_mm_getcsr(), before);
+        EXPECT_EQ(GetFloatingPointControl(), before);
         EXPECT_FALSE(CCreateCallback(row.fTotal, nullptr, nullptr).ShouldStop(row.fDone));
     }
 }

@@ -19,9 +19,10 @@ enum class EDumpResult { kWritten, kNameTaken, kFailed };
 
 /// Makes a new file of that name, which is gone again when the dump fails. On Windows it is a
 /// minidump, elsewhere an ELF core; both hold the stacks of the threads and what a debugger needs
-/// to find the modules' own files. Beside a core stands "<name>.txt" with the calling thread's
-/// stack trace and the memory map, to be read without a debugger. Not a snapshot: other threads of
-/// a POSIX process run on meanwhile.
+/// to find the modules' own files. Processors and systems that no code here knows have no dumps:
+/// every call fails there and makes no file. Beside a core stands "<name>.txt" with the calling
+/// thread's stack trace and the memory map, to be read without a debugger. Not a snapshot: other
+/// threads of a POSIX process run on meanwhile.
 EDumpResult WriteProcessDump(const std::u16string& path, void* fault);
 
 } // namespace NSDebugPackage

@@ -72,7 +72,7 @@ Elf64_Ehdr MakeHeader(size_t segmentCount) {
     Elf64_Ehdr header{};
     std::memcpy(header.e_ident, ELFMAG, SELFMAG);
     header.e_ident[EI_CLASS] = ELFCLASS64;
-    header.e_ident[EI_DATA] = ELFDATA2LSB;
+    header.e_ident[EI_DATA] = ELFDATA2LSB; // on each processor that has dumps
     header.e_ident[EI_VERSION] = EV_CURRENT;
     header.e_type = ET_CORE;
     header.e_machine = kElfMachine;

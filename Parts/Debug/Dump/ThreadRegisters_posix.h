@@ -1,4 +1,5 @@
-// The one place that knows the registers of the processor, which is an x86-64.
+// The one place that knows the registers of the processor; each that has dumps has a home of its
+// own.
 #pragma once
 
 #include <sys/procfs.h>

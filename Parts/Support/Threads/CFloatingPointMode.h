@@ -17,7 +17,7 @@ public:
     CFloatingPointMode& operator=(const CFloatingPointMode&) = delete;
 
 private:
-    const uint32_t fSaved;
+    uint64_t fSaved[4]; // as the processor's home needs it
 };
 
 } // namespace NSSupport

@@ -1,4 +1,7 @@
+#include "Debug/Dump/MiniDump.h"
 #include "Debug/Log/CDebugger.h"
+#include "Debug/Log/TraceLine.h"
+#include "Tests/CTimeZone_posix.h"
 #include "Tests/Debug/TestFolder.h"
 #include "Text/UnicodeConversion.h"
 
@@ -66,6 +69,17 @@ TEST_F(CoreDumpTest, IsSmallAndHasATextBesideIt) {
     for (const char* const end : {"", ".txt"}) {
         EXPECT_EQ(std::filesystem::status(dump + end).permissions(), std::filesystem::perms(0600));
     }
+}
+
+TEST(CoreDump, HasTheLocalTimeInItsName) {
+    const CTimeZone zone("XXX-5:45");
+    const CTestFolder folder;
+    const std::string text = folder.GetUtf8Text();
+    const auto before = NSSupport::UtcToLocal(NSSupport::GetUtcTime());
+    const std::string dump = WriteMiniDumpFile(text, "X", nullptr);
+    const auto after = NSSupport::UtcToLocal(NSSupport::GetUtcTime());
+    EXPECT_GE(dump, text + MakeMiniDumpName("X", 1, before));
+    EXPECT_LE(dump, text + MakeMiniDumpName("X", 1, after));
 }
 
 TEST_F(CoreDumpTest, ShowsTheCallingFunctionAndWaitingThreads) {

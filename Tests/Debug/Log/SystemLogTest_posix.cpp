@@ -1,8 +1,6 @@
-#include "Debug/Dump/MiniDump.h"
 #include "Debug/Log/CConsoleTraceStreamer.h"
 #include "Debug/Log/TraceLine.h"
 #include "Tests/CTimeZone_posix.h"
-#include "Tests/Debug/TestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,15 +11,11 @@ TEST(LocalTimes, InLinesAndInNames) {
     TraceLine line;
     FormatTraceLine({2023, 12, 0, 31, 20, 20, 7, 89}, 0xABCDE, 2, "text", line);
     EXPECT_STREQ(line, "00000000000ABCDE 20240101-020507.089 |  |  text");
-    const CTestFolder folder;
     const auto before = NSSupport::UtcToLocal(NSSupport::GetUtcTime());
     const std::string log = MakeLogFileName("X", ".log");
-    const std::string dump = WriteMiniDumpFile(folder.GetUtf8Text(), "X", nullptr);
     const auto after = NSSupport::UtcToLocal(NSSupport::GetUtcTime());
     EXPECT_GE(log, MakeLogFileName("X", ".log", before));
     EXPECT_LE(log, MakeLogFileName("X", ".log", after));
-    EXPECT_GE(dump, folder.GetUtf8Text() + MakeMiniDumpName("X", 1, before));
-    EXPECT_LE(dump, folder.GetUtf8Text() + MakeMiniDumpName("X", 1, after));
 }
 
 TEST(ConsoleTraceStreamer, SendsLinesToStandardError) {

@@ -11,12 +11,13 @@ constexpr uint32_t kDefaultControl = 0x1F80;
 
 } // namespace
 
-CFloatingPointMode::CFloatingPointMode() noexcept LOOP_REALTIME : fSaved(_mm_getcsr()) {
+CFloatingPointMode::CFloatingPointMode() noexcept LOOP_REALTIME {
+    fSaved[0] = _mm_getcsr();
     _mm_setcsr(kDefaultControl);
 }
 
 CFloatingPointMode::~CFloatingPointMode() noexcept LOOP_REALTIME {
-    _mm_setcsr(fSaved);
+    _mm_setcsr(static_cast<uint32_t>(fSaved[0]));
 }
 
 } // namespace NSSupport
