@@ -4,6 +4,7 @@
 option(LOOP_WERROR "Treat warnings as errors" OFF)
 option(LOOP_COVERAGE "Build with gcov counters" OFF)
 set(LOOP_SANITIZE "" CACHE STRING "Sanitizers for the whole build, e.g. address,undefined")
+set(LOOP_UNITY OFF CACHE STRING "What is compiled ten files at a time: OFF, TESTS or ALL")
 set(LOOP_OPTIMIZE "" CACHE STRING "Compiler flags put behind those of the build type")
 
 set(CMAKE_C_STANDARD 99)
@@ -30,6 +31,13 @@ find_program(LOOP_CCACHE ccache)
 if(LOOP_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_C_COMPILER_LAUNCHER ${LOOP_CCACHE})
     set(CMAKE_CXX_COMPILER_LAUNCHER ${LOOP_CCACHE})
+endif()
+
+# Ten files at a time take half of the compiler's work. What is built for people is compiled file by
+# file, which also shows that each file includes what it uses.
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 10)
+if(LOOP_UNITY STREQUAL "ALL")
+    set(CMAKE_UNITY_BUILD ON)
 endif()
 
 if(LOOP_OPTIMIZE)
@@ -63,6 +71,11 @@ target_compile_options(LoopFlags INTERFACE
     -fno-builtin-log -fno-builtin-logf -fno-builtin-sin -fno-builtin-cos -fno-builtin-cosf)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(LoopFlags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-gnu-unique>)
+    if(LOOP_UNITY)
+        # Fixtures of anonymous namespaces, in files that are included in another one here.
+        target_compile_options(LoopFlags INTERFACE
+                               $<$<COMPILE_LANGUAGE:CXX>:-Wno-subobject-linkage>)
+    endif()
 endif()
 if(WIN32)
     target_compile_definitions(LoopFlags INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX

@@ -43,6 +43,12 @@ function(loop_room floor)
     endif()
     list(TRANSFORM own PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
     target_sources(Loop${floor} PRIVATE ${own})
+    # These repeat each other's names for other instruction sets.
+    list(FILTER own INCLUDE REGEX "(Sse2|Avx2|Neon)\\.cpp$")
+    if(own)
+        set_source_files_properties(${own} TARGET_DIRECTORY Loop${floor}
+                                    PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+    endif()
 endfunction()
 
 # loop_add_test(Name IN folder SOURCES file... [POSIX file...] ... PARTS part... [LIBS target...]):

@@ -16,8 +16,8 @@ constexpr int64_t kPPQ = 15360;
 constexpr double kRate = 44100.0;
 
 // Slices of `frames` samples each, at pulses; slice i is i + 1, i + 1.001, i + 1.002, ...
-struct Loop {
-    Loop(std::vector<int64_t> pulses, int64_t frames, double quarters) : fQuarters(quarters) {
+struct PlacedLoop {
+    PlacedLoop(std::vector<int64_t> pulses, int64_t frames, double quarters) : fQuarters(quarters) {
         fSamples.resize(pulses.size());
         for (std::size_t i = 0; i < pulses.size(); ++i) {
             for (int64_t frame = 0; frame < frames; ++frame) {
@@ -72,7 +72,7 @@ std::vector<float> InOddBlocks(int64_t frames, RenderBlock renderBlock) {
 TEST(SliceScheduler, PlacesEverySliceOfAnHourAtItsNearestFrame) {
     // One sample a slice, so that each slice is one sample of the output.
     const std::vector<int64_t> pulses = {0, 7680, 11111, 15360, 23041, 30720, 46080, 53761};
-    const Loop loop(pulses, 1, 4.0);
+    const PlacedLoop loop(pulses, 1, 4.0);
     for (const int64_t thousandths : {120000, 97531, 174007}) {
         SliceScheduler scheduler;
         loop.GiveTo(scheduler);
@@ -103,7 +103,8 @@ TEST(SliceScheduler, PlacesEverySliceOfAnHourAtItsNearestFrame) {
 }
 
 TEST(SliceScheduler, MixesOverlapsAndTailsAndLeavesMutedSlicesOut) {
-    Loop loop({0, 15360, 30720}, 40000, 3.0); // a quarter is 22050 frames at 120 BPM: they overlap
+    PlacedLoop loop({0, 15360, 30720}, 40000,
+                    3.0); // a quarter is 22050 frames at 120 BPM: they overlap
     loop.fSlices[1].fMuted = true;
     SliceScheduler scheduler;
     loop.GiveTo(scheduler);
@@ -122,7 +123,7 @@ TEST(SliceScheduler, MixesOverlapsAndTailsAndLeavesMutedSlicesOut) {
 }
 
 TEST(SliceScheduler, FollowsATempoMapAtTheFrameOfEachChange) {
-    const Loop loop({0, 15360, 30720, 46080}, 900, 4.0);
+    const PlacedLoop loop({0, 15360, 30720, 46080}, 900, 4.0);
     SliceScheduler scheduler;
     loop.GiveTo(scheduler);
     const LoopLibrary::TempoPoint map[] = {{0.0, 120.0}, {2.5, 60.0}, {4.0, 240.0}, {4.0, 80.0}};
@@ -145,7 +146,7 @@ TEST(SliceScheduler, FollowsATempoMapAtTheFrameOfEachChange) {
 }
 
 TEST(SliceScheduler, EntersASliceInTheMiddleAfterAJump) {
-    const Loop loop({0, 30720}, 60000, 4.0);
+    const PlacedLoop loop({0, 30720}, 60000, 4.0);
     SliceScheduler scheduler;
     loop.GiveTo(scheduler);
     std::vector<float> out(3000);
@@ -182,7 +183,7 @@ TEST(SliceScheduler, EntersASliceInTheMiddleAfterAJump) {
 }
 
 TEST(SliceScheduler, StaysWithPositionsThatAHostHasRounded) {
-    const Loop loop({0, 7680}, 1, 1.0);
+    const PlacedLoop loop({0, 7680}, 1, 1.0);
     // Positions cut to ticks step back and forth, by less than a frame and by ten frames.
     for (const double ticks : {30000.0, 1920.0}) {
         SliceScheduler scheduler;
@@ -204,7 +205,7 @@ TEST(SliceScheduler, StaysWithPositionsThatAHostHasRounded) {
 
 TEST(SliceScheduler, IsSilentWithoutALoopAndAtPositionsThatAreNone) {
     SliceScheduler scheduler;
-    const Loop loop({0}, 100, 1.0);
+    const PlacedLoop loop({0}, 100, 1.0);
     float out[256] = {};
     scheduler.Render(0.0, 120.0, out, nullptr, 256);
     loop.GiveTo(scheduler);

@@ -8,7 +8,7 @@ namespace NSLoopWriter {
 
 namespace {
 
-constexpr size_t kUsualSize = 13016;
+constexpr size_t kUsualLOPSize = 13016;
 constexpr int64_t kSlicesOffset = 1016;
 
 std::vector<uint8_t> BuildApplicationData(const SLOPFile& file) {
@@ -26,7 +26,7 @@ std::vector<uint8_t> BuildApplicationData(const SLOPFile& file) {
         media.WriteU32(slice.fPPQPosition);
     }
     std::vector<uint8_t> bytes(media.GetData(), media.GetData() + media.GetLength());
-    bytes.resize(file.fApplicationSize.value_or(std::max(bytes.size(), kUsualSize)));
+    bytes.resize(file.fApplicationSize.value_or(std::max(bytes.size(), kUsualLOPSize)));
     return bytes;
 }
 

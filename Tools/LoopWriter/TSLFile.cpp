@@ -8,7 +8,7 @@ namespace NSLoopWriter {
 
 namespace {
 
-constexpr size_t kUsualSize = 8160;
+constexpr size_t kUsualTSLSize = 8160;
 constexpr int64_t kSliceCountOffset = 158;
 
 std::vector<uint8_t> BuildApplicationData(const STSLFile& file) {
@@ -37,7 +37,7 @@ std::vector<uint8_t> BuildApplicationData(const STSLFile& file) {
         media.WriteU16(slice.fLevel);
     }
     std::vector<uint8_t> bytes(media.GetData(), media.GetData() + media.GetLength());
-    bytes.resize(file.fApplicationSize.value_or(std::max(bytes.size(), kUsualSize)));
+    bytes.resize(file.fApplicationSize.value_or(std::max(bytes.size(), kUsualTSLSize)));
     return bytes;
 }
 

@@ -11,25 +11,25 @@ namespace NSDebugPackage {
 
 namespace fs = std::filesystem;
 
-constexpr NSSupport::SCalendarTime kTime = {2023, 3, 4, 2, 12, 34, 56, 78};
+constexpr NSSupport::SCalendarTime kDumpTime = {2023, 3, 4, 2, 12, 34, 56, 78};
 
 TEST(MiniDump, TakesTheFirstFreeName) {
     const CTestFolder folder;
     const std::string text = folder.GetUtf8Text();
     for (int n = 1; n < 20; ++n) {
         if (n != 3) {
-            std::ofstream(folder.GetPath() / MakeMiniDumpName("X", n, kTime)) << "taken";
+            std::ofstream(folder.GetPath() / MakeMiniDumpName("X", n, kDumpTime)) << "taken";
         }
     }
-    EXPECT_EQ(WriteMiniDumpFile(text, "X", nullptr, kTime),
+    EXPECT_EQ(WriteMiniDumpFile(text, "X", nullptr, kDumpTime),
               text + "X 230302 123456 minidump 3.dmp");
-    const fs::path third = folder.GetPath() / MakeMiniDumpName("X", 3, kTime);
+    const fs::path third = folder.GetPath() / MakeMiniDumpName("X", 3, kDumpTime);
     const std::string signature = ReadWholeFile(third).substr(0, 4);
     EXPECT_TRUE(signature == "MDMP" || signature == "\177ELF");
-    EXPECT_EQ(WriteMiniDumpFile(text, "X", nullptr, kTime), "");
-    EXPECT_EQ(ReadWholeFile(folder.GetPath() / MakeMiniDumpName("X", 1, kTime)), "taken");
-    EXPECT_FALSE(fs::exists(folder.GetPath() / MakeMiniDumpName("X", 20, kTime)));
-    EXPECT_EQ(WriteMiniDumpFile(text + "missing\\", "X", nullptr, kTime), "");
+    EXPECT_EQ(WriteMiniDumpFile(text, "X", nullptr, kDumpTime), "");
+    EXPECT_EQ(ReadWholeFile(folder.GetPath() / MakeMiniDumpName("X", 1, kDumpTime)), "taken");
+    EXPECT_FALSE(fs::exists(folder.GetPath() / MakeMiniDumpName("X", 20, kDumpTime)));
+    EXPECT_EQ(WriteMiniDumpFile(text + "missing\\", "X", nullptr, kDumpTime), "");
     EXPECT_EQ(CDebugger("X", "Title", 0).WriteMiniDump(), ""); // it has no folder
 }
 

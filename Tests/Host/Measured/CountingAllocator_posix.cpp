@@ -57,14 +57,14 @@ extern "C" void* __libc_memalign(size_t alignment, size_t size);
 extern "C" void __libc_free(void* block);
 // NOLINTEND(bugprone-reserved-identifier)
 
-extern "C" void* malloc(size_t size) {
+extern "C" void* malloc(size_t size) noexcept {
     ++gHeapCalls;
     return __libc_malloc(size);
 }
 
 // Zeroed pages for audio come from here. What they take is not counted as taken, since free does
 // not know what it gives, but a failure counts as one of operator new does.
-extern "C" void* calloc(size_t count, size_t size) {
+extern "C" void* calloc(size_t count, size_t size) noexcept {
     ++gHeapCalls;
     if (gCount++ == gFailAt) {
         gTaken.fetch_add(1, std::memory_order_relaxed);
@@ -73,7 +73,7 @@ extern "C" void* calloc(size_t count, size_t size) {
     return __libc_calloc(count, size);
 }
 
-extern "C" void* realloc(void* block, size_t size) {
+extern "C" void* realloc(void* block, size_t size) noexcept {
     ++gHeapCalls;
     return __libc_realloc(block, size);
 }
@@ -83,7 +83,7 @@ extern "C" void* aligned_alloc(size_t alignment, size_t size) {
     return __libc_memalign(alignment, size);
 }
 
-extern "C" void free(void* block) {
+extern "C" void free(void* block) noexcept {
     ++gHeapCalls;
     __libc_free(block);
 }

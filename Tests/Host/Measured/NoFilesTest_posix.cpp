@@ -1,4 +1,5 @@
 #include "Tests/Host/HostLoop.h"
+#include "Tests/Host/Measured/NextFunction.h"
 
 #include <atomic>
 #include <cstdarg>
@@ -13,11 +14,6 @@
 namespace {
 
 std::atomic<int> gOpened{0};
-
-template <class Function>
-Function NextFunction(const char* name) {
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
-}
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "Tests/Host/HostLoop.h"
 #include "Tests/Host/Measured/CountingAllocator.h"
+#include "Tests/Host/Measured/NextFunction.h"
 
 #include <atomic>
 #include <csignal>
@@ -21,11 +22,6 @@
 namespace {
 
 thread_local int64_t gWaits = 0;
-
-template <class Function>
-Function NextFunction(const char* name) {
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
-}
 
 } // namespace
 

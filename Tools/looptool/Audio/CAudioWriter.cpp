@@ -14,7 +14,6 @@ namespace NSLoopTool {
 namespace {
 
 constexpr uint64_t kMostBytes = 0xFFFFFFFF - 128; // of the audio behind any of the headers
-constexpr size_t kLotFrames = 65536;
 
 void PutNumber(std::vector<uint8_t>& bytes, uint64_t value, size_t width, bool isBigEndian) {
     for (size_t i = 0; i < width; ++i) {

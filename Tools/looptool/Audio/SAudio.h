@@ -9,6 +9,9 @@
 
 namespace NSLoopTool {
 
+/// How many frames are read, converted or written at a time where a whole file need not be held.
+constexpr size_t kLotFrames = 65536;
+
 /// Audio as integers: one plane for each channel, each sample in the low `fBitDepth` bits with its
 /// sign extended. Positions are frames.
 struct SAudio {

@@ -142,7 +142,6 @@ std::unique_ptr<CABCFlacEncoder> MakeFlacEncoder(COutputFile& output, const std:
 std::optional<uint64_t> FlacSize(const SAudio& audio) {
     const size_t channels = audio.fPlanes.size();
     CFlacEncoder encoder(nullptr, "flac", audio.fSampleRate, channels, audio.fBitDepth);
-    constexpr size_t kLotFrames = 65536;
     for (size_t first = 0; first < audio.GetFrameCount(); first += kLotFrames) {
         const size_t count = std::min(kLotFrames, audio.GetFrameCount() - first);
         std::vector<int32_t> lot(count * channels);

@@ -13,8 +13,6 @@ namespace NSLoopTool {
 
 namespace {
 
-constexpr sf_count_t kLotFrames = 65536;
-
 struct SCloseSound {
     void operator()(SNDFILE* file) const { sf_close(file); }
 };
@@ -68,8 +66,8 @@ void ReadFrames(SNDFILE* file, const SF_INFO& info, const std::string& name,
                 const ProgressFunction& progress, SAudio& audio) {
     const auto channels = static_cast<size_t>(info.channels);
     const int shift = 32 - audio.fBitDepth;
-    std::vector<int> lot(static_cast<size_t>(kLotFrames) * channels);
-    while (const sf_count_t frames = sf_readf_int(file, lot.data(), kLotFrames)) {
+    std::vector<int> lot(kLotFrames * channels);
+    while (const sf_count_t frames = sf_readf_int(file, lot.data(), sf_count_t{kLotFrames})) {
         StopIfInterrupted();
         for (size_t i = 0; i < static_cast<size_t>(frames) * channels; ++i) {
             audio.fPlanes[i % channels].push_back(lot[i] >> shift);

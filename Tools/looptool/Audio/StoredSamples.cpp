@@ -12,8 +12,6 @@ namespace NSLoopTool {
 
 namespace {
 
-constexpr size_t kLotFrames = 65536;
-
 int32_t FromFloat(double value) {
     if (std::isnan(value)) {
         return 0;

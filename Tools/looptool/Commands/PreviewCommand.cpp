@@ -18,7 +18,7 @@ namespace NSLoopTool {
 
 namespace {
 
-constexpr double kMostLoops = 100000.0;
+constexpr double kMostPreviewedLoops = 100000.0;
 constexpr double kUsualSeconds = 8.0;
 constexpr double kMostSeconds = 7 * 24 * 3600.0;
 
@@ -103,7 +103,7 @@ void AddPreviewCommand(CCommandLine& line) {
     AddTempo(command, options->fTempo);
     command.AddDecimal("--seconds", options->fSeconds, 0.0, kMostSeconds,
                        "Length of the preview; else 8");
-    command.AddDecimal("--loops", options->fLoops, 0.0, kMostLoops,
+    command.AddDecimal("--loops", options->fLoops, 0.0, kMostPreviewedLoops,
                        "Length of the preview in passes of the loop");
     command.AddFlag("--exact", options->fIsExact,
                     "Place rendered slices to the frame, not to blocks of 64 frames");

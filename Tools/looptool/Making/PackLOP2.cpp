@@ -16,7 +16,6 @@ namespace {
 
 constexpr size_t kMostTexts = 5;
 constexpr size_t kMostTextBytes = 255; // what a host's record holds
-constexpr size_t kLotFrames = 65536;
 constexpr uint8_t kFlag_Hidden = 1;
 constexpr uint8_t kFlag_Forced = 2;
 constexpr uint8_t kFlag_Muted = 4;

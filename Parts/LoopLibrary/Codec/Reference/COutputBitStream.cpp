@@ -6,7 +6,7 @@ namespace NSLOPDLL {
 
 namespace {
 
-constexpr int32_t kBufferSize = 4096;
+constexpr int32_t kOutputBufferSize = 4096;
 
 // What the language's shift does not do for a whole word.
 uint32_t ShiftLeft(uint32_t word, uint32_t count) {
@@ -17,7 +17,7 @@ uint32_t ShiftLeft(uint32_t word, uint32_t count) {
 
 COutputBitStream::COutputBitStream(NSPorter::CMedia* media)
     : fMedia(media), fStartPosition(media->GetPosition()),
-      fBuffer(std::make_unique<uint8_t[]>(kBufferSize)) {}
+      fBuffer(std::make_unique<uint8_t[]>(kOutputBufferSize)) {}
 
 COutputBitStream::~COutputBitStream() {
     try {
@@ -43,8 +43,8 @@ void COutputBitStream::WriteBits(uint32_t count, uint32_t bits) {
 }
 
 void COutputBitStream::WriteWord() {
-    if (fBufferPosition == kBufferSize) {
-        fMedia->Write(kBufferSize, fBuffer.get());
+    if (fBufferPosition == kOutputBufferSize) {
+        fMedia->Write(kOutputBufferSize, fBuffer.get());
         fBufferPosition = 0;
     }
     NSPorter::EncodeBigEndian(fWord, fBuffer.get() + fBufferPosition);

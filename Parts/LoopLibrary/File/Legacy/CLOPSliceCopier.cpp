@@ -10,7 +10,7 @@ namespace NSLOPDLL {
 namespace {
 
 constexpr int64_t kBytesPerFrame = 2;
-constexpr int32_t kBlockFrames = 2048;
+constexpr int32_t kFramesAtOnce = 2048;
 
 } // namespace
 
@@ -23,7 +23,7 @@ void CLOPSliceCopier::Copy(const SLOPSliceRecord& record, int32_t position, int6
         RaiseFormatViolation("fileInfo.fWaveSampleInfo.fChannels != 1");
     }
     SkipTo(record.fSourceStart);
-    CopyMonoFrames(fMedia, fInfo, position, length, kBlockFrames, fWaveSample, fCallback);
+    CopyMonoFrames(fMedia, fInfo, position, length, kFramesAtOnce, fWaveSample, fCallback);
     // Where the record says that it ends, also when its frames came from elsewhere.
     fSourceCursor = record.fSourceStart + length;
 }

@@ -20,7 +20,7 @@ namespace NSLOPDLL {
 
 namespace {
 
-constexpr int32_t kBlockFrames = 1024;
+constexpr int32_t kCopiedAtOnce = 1024;
 
 // The recording must say which part of it is the loop.
 void CheckLoop(const CWaveSampleInfo& info) {
@@ -107,7 +107,7 @@ std::unique_ptr<CABCWaveSample> ReadTSLWaveSample(NSPorter::CMedia& media,
     }
     std::unique_ptr<CABCWaveSample> waveSample = CreateWaveSample(
         static_cast<uint32_t>(audio.fSampleRate), static_cast<uint32_t>(audio.fFrames), false, 16);
-    CopyMonoFrames(media, audio, 0, audio.fFrames, kBlockFrames, *waveSample, callback);
+    CopyMonoFrames(media, audio, 0, audio.fFrames, kCopiedAtOnce, *waveSample, callback);
     callback.ShouldStop(static_cast<uint32_t>(audio.fFrames));
     waveSample->SetLoop(kSampleLoopMode_Forward, audio.fLoop.fStart, audio.fLoop.fEnd);
     return waveSample;

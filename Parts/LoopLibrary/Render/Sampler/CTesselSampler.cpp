@@ -17,8 +17,6 @@ namespace {
 static_assert(std::bit_cast<uint32_t>(kVoiceHeadroom) == 0x3f555555);
 static_assert(std::bit_cast<uint32_t>(kVoiceSilence) == 0x3883126f);
 
-constexpr float kFramePart = 0.015625F; // 1 / 64
-
 // The step through the source for a transposition, in 14 bits of fraction. The clip comes ahead of
 // the conversion, since crafted rates pass 32 bits.
 uint32_t StepFor(int32_t cents, float rateRatio) {

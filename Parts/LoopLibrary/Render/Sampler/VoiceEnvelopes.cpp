@@ -8,7 +8,6 @@ namespace NSLOPDLL {
 
 namespace {
 
-constexpr float kFramePart = 0.015625F; // 1 / 64
 constexpr int16_t kNoAttack = 0;
 constexpr int16_t kNoDecay = kEnvelopeTableSize - 1;
 

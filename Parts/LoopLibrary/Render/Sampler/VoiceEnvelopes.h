@@ -8,6 +8,9 @@
 
 namespace NSLOPDLL {
 
+/// One frame as a part of a block of 64.
+constexpr float kFramePart = 0.015625F;
+
 /// How a voice's gain moves over one block of 64 frames.
 struct CGainMove {
     float fTarget = 0.0F;     // gain at the end of the block

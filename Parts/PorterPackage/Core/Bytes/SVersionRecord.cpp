@@ -15,7 +15,7 @@ constexpr uint8_t kVersionMagic = 188;
 constexpr int64_t kShortFormSize = 5;
 constexpr int64_t kLongFormRest = 24;
 // Stands in the place of a short form's numbers when the long form follows.
-constexpr uint8_t kLongFormMark = 255;
+constexpr uint8_t kWideNumbersMark = 255;
 
 } // namespace
 
@@ -55,7 +55,8 @@ SVersionRecord ReadVersionRecord(CMedia& media) {
     CheckFormat(head[0] == kVersionMagic);
 
     SVersionRecord version;
-    if (std::any_of(head.begin() + 1, head.end(), [](uint8_t b) { return b != kLongFormMark; })) {
+    if (std::any_of(head.begin() + 1, head.end(),
+                    [](uint8_t b) { return b != kWideNumbersMark; })) {
         version.fMajor = head[1];
         version.fMinor = head[2];
         version.fBugFix = head[3];
@@ -75,7 +76,7 @@ void WriteVersionRecord(CMedia& media, const SVersionRecord& version) {
     const bool isPlain =
         version.fStage == kVersionStage_Final && version.fBuild == 0 && version.fExtra == 0;
     media.WriteU8(kVersionMagic);
-    if (isPlain && std::max({version.fMajor, version.fMinor, version.fBugFix}) < kLongFormMark) {
+    if (isPlain && std::max({version.fMajor, version.fMinor, version.fBugFix}) < kWideNumbersMark) {
         media.WriteU8(version.fMajor);
         media.WriteU8(version.fMinor);
         media.WriteU8(version.fBugFix);
