@@ -17,9 +17,9 @@
  * in the middle of the slice that stands there. Slices begun by Trigger know no position: they ring
  * on through jumps and stops until Silence.
  *
- * Render, Ring, Trigger, Stop, Silence and Reset belong to the audio thread: arithmetic alone, no allocation, no lock, no
- * exception. SetLoop and SetMuted may be called there as well; the slices are borrowed, and the
- * caller keeps them until another SetLoop has returned.
+ * All calls but the constructor belong to the audio thread, or to any other while that one makes
+ * none: arithmetic alone, no allocation, no lock, no exception. The slices are borrowed: the caller
+ * keeps them until another SetLoop has returned, or until what ReplaceLoop fades out is over.
  */
 #ifndef LOOPLIBRARY_SLICESCHEDULER_HPP
 #define LOOPLIBRARY_SLICESCHEDULER_HPP
@@ -57,11 +57,22 @@ public:
     /// without slices, the scheduler is silent. What sounds is dropped at once, since its arrays
     /// may be gone.
     void SetLoop(const PlacedSlice* slices, std::size_t count, double loopQuarters) noexcept {
-        fSlices = slices;
-        fCount =
-            loopQuarters > 0.0 && std::isfinite(loopQuarters) ? static_cast<int64_t>(count) : 0;
-        fLoopQuarters = loopQuarters;
         Reset();
+        Borrow(slices, count, loopQuarters);
+    }
+
+    /// Like SetLoop, but what sounds of the old loop, keys included, fades out over the next
+    /// kFadeFrames frames of Render or Ring, and the new loop fades in. The caller keeps the old
+    /// slices until those frames are rendered.
+    void ReplaceLoop(const PlacedSlice* slices, std::size_t count, double loopQuarters) noexcept {
+        for (Voice& voice : fVoices) {
+            if (voice.fDelay > 0) {
+                voice.fSlice = nullptr; // begins in a later block, by when its slice may be gone
+            }
+        }
+        Fade(false);
+        Fade(true);
+        Borrow(slices, count, loopQuarters);
     }
 
     /// Frames per second of the host and of the rendered slices, above 0.
@@ -106,13 +117,15 @@ public:
     void Ring(float* left, float* right, int64_t frames) noexcept { Mix(left, right, frames); }
 
     /// Adds the next `frames` frames to the arrays; `right` null gives the mean of both channels.
-    /// `quarter` is the position of the first frame, `bpm` quarter notes
-    /// per minute during the block, above 0.
+    /// `quarter` is the position of the first frame, `bpm` quarter notes per minute during the
+    /// block, above 0.
     void Render(double quarter, double bpm, float* left, float* right, int64_t frames) noexcept {
         const double step = bpm / (60.0 * fSampleRate); // quarters a frame
         if (fCount > 0 && frames > 0 && step > 0.0 && std::isfinite(step) &&
             std::abs(quarter) < kFarthest) {
-            if (!fRunning || std::abs(quarter - fExpected) > kJumpSeconds * fSampleRate * std::max(step, fStep) ||
+            if (!fRunning ||
+                std::abs(quarter - fExpected) >
+                    kJumpSeconds * fSampleRate * std::max(step, fStep) ||
                 fStartSlice != fPlayedStart) {
                 Jump(quarter, step);
             }
@@ -125,8 +138,16 @@ public:
     }
 
 private:
-    /// Below this distance a block follows the last: hosts round the positions they report, to whole
-    /// ticks for one, and report one tempo for a block in which it glides.
+    void Borrow(const PlacedSlice* slices, std::size_t count, double loopQuarters) noexcept {
+        fSlices = slices;
+        fCount =
+            loopQuarters > 0.0 && std::isfinite(loopQuarters) ? static_cast<int64_t>(count) : 0;
+        fLoopQuarters = loopQuarters;
+        fRunning = false;
+    }
+
+    /// Below this distance a block follows the last: hosts round the positions they report, to
+    /// whole ticks for one, and report one tempo for a block in which it glides.
     static constexpr double kJumpSeconds = 0.005;
     /// Quarters; farther out a double no longer holds a frame exactly.
     static constexpr double kFarthest = 1.0e9;
@@ -221,8 +242,8 @@ private:
                 free = &voice;
             }
         }
-        *free = Voice{&slice, from,      delay, -1, from > 0 ? kFadeFrames : 0, level,
-                      triggered, ++fAge};
+        *free =
+            Voice{&slice, from, delay, -1, from > 0 ? kFadeFrames : 0, level, triggered, ++fAge};
     }
 
     void Fade(bool triggered) noexcept {

@@ -19,8 +19,10 @@ public:
     const std::vector<LoopLibrary::PlacedSlice>& GetSlices() const { return fSlices; }
     double GetQuarters() const { return fQuarters; }
 
-    /// For a list of loops that wait to be freed.
+    /// For a list of loops that fade out or wait to be freed.
     CLoadedLoop* fNext = nullptr;
+    /// Frames for which a loop that was replaced is still heard.
+    int64_t fFadeLeft = 0;
 
 private:
     std::vector<LoopLibrary::Audio> fAudio;

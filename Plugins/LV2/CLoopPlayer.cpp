@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -43,6 +44,7 @@ void CLoopPlayer::ConnectPort(uint32_t port, void* data) noexcept {
 
 void CLoopPlayer::Activate() noexcept {
     fScheduler.Reset();
+    FreeFading();
     fTransport.Reset();
     fFree.MoveTo(0.0);
     fWasPlaying = false;
@@ -142,6 +144,7 @@ void CLoopPlayer::RenderTo(int64_t frame) noexcept {
         fFree.Advance(frames);
     }
     fDone = frame;
+    PassFade(frames);
 }
 
 void CLoopPlayer::AskFor(const char* path, uint32_t size) noexcept {
@@ -224,19 +227,41 @@ LV2_Worker_Status CLoopPlayer::WorkResponse(uint32_t size, const void* data) noe
     return LV2_WORKER_SUCCESS;
 }
 
-// In the audio call: the old loop goes to the worker. A file that is none leaves silence.
+// In the audio call: the old loop fades out and then goes to the worker. A file that is not a loop
+// leaves silence.
 void CLoopPlayer::Replace(CLoadedLoop* loop) noexcept {
-    CLoadedLoop* const old = fLoop;
-    SetLoop(loop);
-    Free(old);
-}
-
-void CLoopPlayer::SetLoop(CLoadedLoop* loop) noexcept {
+    if (fLoop != nullptr) {
+        fLoop->fFadeLeft = LoopLibrary::SliceScheduler::kFadeFrames;
+        fLoop->fNext = fFading;
+        fFading = fLoop;
+    }
     fLoop = loop;
     if (loop != nullptr) {
-        fScheduler.SetLoop(loop->GetSlices().data(), loop->GetSlices().size(), loop->GetQuarters());
+        fScheduler.ReplaceLoop(loop->GetSlices().data(), loop->GetSlices().size(),
+                               loop->GetQuarters());
     } else {
-        fScheduler.SetLoop(nullptr, 0, 0.0);
+        fScheduler.ReplaceLoop(nullptr, 0, 0.0);
+    }
+}
+
+// So many frames are rendered: loops whose fade is over go to the worker.
+void CLoopPlayer::PassFade(int64_t frames) noexcept {
+    for (CLoadedLoop** link = &fFading; *link != nullptr;) {
+        CLoadedLoop* const loop = *link;
+        loop->fFadeLeft -= frames;
+        if (loop->fFadeLeft > 0) {
+            link = &loop->fNext;
+        } else {
+            *link = loop->fNext;
+            Free(loop);
+        }
+    }
+}
+
+// Outside the audio call, when the scheduler plays none of them any more.
+void CLoopPlayer::FreeFading() noexcept {
+    while (fFading != nullptr) {
+        fStore.Free(std::exchange(fFading, fFading->fNext));
     }
 }
 

@@ -21,7 +21,8 @@
 ///
 /// The audio call (Run) does arithmetic on what a worker has made ready: it calls nothing of the
 /// library, allocates nothing and waits for nothing. A loop travels to it by the worker's response,
-/// and the one that it replaces goes back to the worker to be freed.
+/// and the one that it replaces fades out and
+/// goes back to the worker to be freed.
 class CLoopPlayer {
 public:
     enum EPort : uint32_t {
@@ -75,12 +76,13 @@ private:
     void AskWorker() noexcept;
     void AskFor(const char* path, uint32_t size) noexcept;
     void Replace(CLoadedLoop* loop) noexcept;
+    void PassFade(int64_t frames) noexcept;
+    void FreeFading() noexcept;
     void Free(CLoadedLoop* loop) noexcept;
     void FreeDoomed() noexcept;
     void Notify() noexcept;
     void Show(const char* path, uint32_t length) noexcept;
     CLoadedLoop* Load(const char* path) noexcept;
-    void SetLoop(CLoadedLoop* loop) noexcept;
     // A control within its range; the lowest value for what is not a number.
     float Control(EPort port, float lowest, float highest) const noexcept {
         const float value = *static_cast<const float*>(fPorts[port]);
@@ -108,6 +110,7 @@ private:
     int64_t fDone = 0; // frames of the block that are rendered
     SJob fJob{};       // scratch of the audio call
 
+    CLoadedLoop* fFading = nullptr; // loops that were replaced and are still heard
     CLoadedLoop* fDoomed = nullptr; // loops that the worker has not taken yet
 
     // The file that was asked for last, loaded or not: what a save stores and a host is told.

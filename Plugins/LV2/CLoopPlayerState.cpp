@@ -81,8 +81,8 @@ LV2_State_Status CLoopPlayer::Restore(LV2_State_Retrieve_Function retrieve, LV2_
         }
     }
     // A file that is gone is no failure: the session keeps its path, and the log tells.
-    CLoadedLoop* const old = fLoop;
-    SetLoop(Load(fShownPath));
-    fStore.Free(old);
+    Replace(Load(fShownPath));
+    fScheduler.Reset();
+    FreeFading();
     return LV2_STATE_SUCCESS;
 }

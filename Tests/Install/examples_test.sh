@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the examples outside the tree against an installed copy of the library, as a person who
-# copies them would, and runs each. Arguments: build folder, source folder.
+# copies them would, by the CMake package and by pkg-config, and runs each. Arguments: build folder, source folder.
 set -euo pipefail
 
 build=$1 source=$2
@@ -12,12 +12,17 @@ cmake -S "$scratch/examples" -B "$scratch/made" -DCMAKE_PREFIX_PATH="$scratch/us
 cmake --build "$scratch/made" >/dev/null
 LD_LIBRARY_PATH=$(dirname "$(find "$scratch/usr" -name libLoopLibrary.so)")
 export LD_LIBRARY_PATH
+# shellcheck disable=SC2046
+cc "$source/Examples/minihost.c" -o "$scratch/minihost" \
+    $(PKG_CONFIG_PATH=$LD_LIBRARY_PATH/pkgconfig pkg-config --cflags --libs looplibrary)
 
 "$build/bin/drumloop" "$scratch/drums.wav" >/dev/null
 "$build/bin/looptool" make "$scratch/drums.wav" -o "$scratch/drums.lop2" --bars 2 --slices 0,22050
 cd "$scratch"
 
-./made/minihost drums.lop2 | grep -q '^120.000 BPM, 2 slices$'
+for host in ./made/minihost ./minihost; do
+    $host drums.lop2 | grep -q '^120.000 BPM, 2 slices$'
+done
 ./made/dynamic_host drums.lop2 | grep -q '^slice 1 at quarter 1.000$'
 ./made/preview drums.lop2 preview.f32
 test "$(stat -c %s preview.f32)" -eq $((441 * 400 * 8))

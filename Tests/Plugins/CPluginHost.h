@@ -141,7 +141,7 @@ public:
         SendFile(0, path);
         Run(1);
         Work();
-        Run(1);
+        Run(64); // so long what it replaces fades out
     }
 
     void Save(const std::filesystem::path& folder) {

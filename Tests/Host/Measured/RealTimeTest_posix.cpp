@@ -1,20 +1,16 @@
 #include "Tests/Host/HostLoop.h"
 #include "Tests/Host/Measured/CountingAllocator.h"
 #include "Tests/Host/Measured/NextFunction.h"
+#include "Tests/Host/Measured/SystemCallFilter.h"
 
 #include <atomic>
 #include <csignal>
-#include <cstddef>
 #include <thread>
 
 #include <dlfcn.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
 #include <pthread.h>
 #include <sys/mman.h>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 // What the audio thread's call does besides computing: nothing but look up the handle.
@@ -58,51 +54,27 @@ SCost PullBatches(LOPHandle loop, int count) {
     return {CountedHeapCalls(), gWaits};
 }
 
-// From here on this thread may do nothing but compute and leave: any other system call ends the
-// process. False where the system has no such filters.
-bool ForbidSystemCalls() {
-    sock_filter program[] = {
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_exit_group, 0, 1),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
-    };
-    const sock_fprog filter{4, program};
-    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
-}
-
 TEST_F(CHostTest, ABatchMakesNoSystemCallAndTouchesNoHeap) {
     if (kSanitizerHasItsOwn) {
         GTEST_SKIP() << "the sanitizer makes such calls itself";
     }
     const CHostLoop loop(DrumLOP2());
-    // In a process of its own, which the filter may end: what a first batch costs, a tempo that
-    // changes under the plan, and a tail that fades.
-    const auto play = [&] {
-        LOPSetOutputSampleRate(loop.Get(), 48000);
-        LOPStartPreview(loop.Get());
-        if (!ForbidSystemCalls()) {
-            _exit(2);
-        }
+    LOPSetOutputSampleRate(loop.Get(), 48000);
+    LOPStartPreview(loop.Get());
+    // What a first batch costs, a tempo that changes under the plan, and a tail that fades.
+    const EAlone result = RunWithoutSystemCalls([&] {
         int64_t heapCalls = PullBatches(loop.Get(), 100).fHeapCalls;
         LOPSetPreviewTempo(loop.Get(), 90000);
         heapCalls += PullBatches(loop.Get(), 100).fHeapCalls;
         LOPStopPreview(loop.Get());
         const SCost tail = PullBatches(loop.Get(), 100);
-        _exit(heapCalls + tail.fHeapCalls + tail.fWaits == 0 ? 0 : 1);
-    };
-    const pid_t child = fork();
-    if (child == 0) {
-        play();
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    if (WIFEXITED(status) && WEXITSTATUS(status) == 2) {
+        return heapCalls + tail.fHeapCalls + tail.fWaits == 0;
+    });
+    if (result == EAlone::kNotSupported) {
         GTEST_SKIP() << "no filters of system calls here";
     }
-    EXPECT_FALSE(WIFSIGNALED(status)) << "a system call, signal " << WTERMSIG(status);
-    EXPECT_EQ(WEXITSTATUS(status), 0) << "a call to the heap, or a lock waited for";
+    EXPECT_NE(result, EAlone::kSystemCall);
+    EXPECT_NE(result, EAlone::kFalse) << "a call to the heap, or a lock waited for";
 }
 
 TEST_F(CHostTest, ABatchTouchesNoHeapWhileOtherThreadsAreBusy) {
