@@ -38,7 +38,7 @@ void Measure(int argc, char** argv) {
     app.add_flag("--quick", session.fQuick, "fewer loops and shorter turns: under two minutes");
     app.add_option("--against", others, "another build of the library")->check(CLI::ExistingFile);
     app.add_option("--json", json, "write the figures to this file");
-    app.add_option("--only", only, "decode, render, load or start");
+    app.add_option("--only", only, "decode, render, load, growth or start");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -58,6 +58,9 @@ void Measure(int argc, char** argv) {
     }
     if (isWanted("load")) {
         HoldLoadContests(session);
+    }
+    if (isWanted("growth")) {
+        HoldGrowthContests(session);
     }
     if (isWanted("start")) {
         HoldStartContests(session);

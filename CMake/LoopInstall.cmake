@@ -49,9 +49,13 @@ if(WIN32)
     # Under names that a double click opens.
     install(FILES README.md DESTINATION . RENAME README.txt COMPONENT Runtime)
     install(FILES CHANGELOG.md DESTINATION . RENAME CHANGELOG.txt COMPONENT Runtime)
+    set(LOOP_PAGES_DIR Docs)
 else()
     install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
             COMPONENT Development)
+    set(LOOP_PAGES_DIR ${CMAKE_INSTALL_DOCDIR}/Docs)
 endif()
+install(DIRECTORY Docs/ DESTINATION ${LOOP_PAGES_DIR} COMPONENT Development
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
 
 include(LoopPackage)

@@ -26,6 +26,7 @@ struct SSession {
 void HoldDecodeContests(SSession& session);
 void HoldRenderContests(SSession& session);
 void HoldLoadContests(SSession& session);
+void HoldGrowthContests(SSession& session);
 void HoldStartContests(SSession& session);
 
 } // namespace LoopBench

@@ -45,6 +45,7 @@ struct PlacedSlice {
     bool fMuted = false;
 };
 
+/// Turns slices, positions and tempos into frames; see the top of the file.
 class SliceScheduler {
 public:
     /// A voice that is cut off fades linearly over so many frames.

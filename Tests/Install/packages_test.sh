@@ -52,23 +52,28 @@ check() {
 # needs PROGRAM: whether it loads the shared library.
 needs() { objdump -p "$1" | grep -q 'NEEDED.*libLoopLibrary'; }
 
+# What the compiler cache knows of these folders holds for those of another run.
+export CCACHE_BASEDIR=$scratch
+
+# outside WAY [SOURCE]: hosts that come by the library in this way, with each of its targets.
 outside() {
-    local way=$1 library=$2 build=$scratch/$1-${2##*:}
-    cmake --no-warn-unused-cli -G Ninja -S "$here/Outside" -B "$build" -DWAY="$way" -DLIBRARY="$library" \
-        -DSOURCE="$source" -DHOST_C="$host_c" -DCMAKE_PREFIX_PATH="$root/usr" >/dev/null
-    cmake --build "$build" --target host_c host_cpp >/dev/null
-    check "$way, $library, C99" "$build/host_c"
-    check "$way, $library, C++17" "$build/host_cpp"
-    case $library in
-    *Static) ! needs "$build/host_c" ;;
-    *) needs "$build/host_c" ;;
-    esac
+    local way=$1 build=$scratch/$1 library
+    cmake --no-warn-unused-cli -G Ninja -S "$here/Outside" -B "$build" -DWAY="$way" \
+        -DLIBRARIES="Cpp;LoopLibraryStatic" -DSOURCE="${2:-}" -DHOST_C="$host_c" \
+        -DCMAKE_PREFIX_PATH="$root/usr" >/dev/null
+    cmake --build "$build" --target hosts >/dev/null
+    for library in Cpp LoopLibraryStatic; do
+        check "$way, $library, C99" "$build/${library}_c"
+        check "$way, $library, C++17" "$build/${library}_cpp"
+    done
+    needs "$build/Cpp_c"
+    ! needs "$build/LoopLibraryStatic_c"
 }
 
-outside find_package LoopLibrary::Cpp
-outside find_package LoopLibrary::LoopLibraryStatic
-outside add_subdirectory LoopLibrary::Cpp
-outside fetch_content LoopLibrary::Cpp
+outside find_package
+cp -r "$source" "$scratch/source"
+outside add_subdirectory "$scratch/source"
+outside fetch_content "$packages"/LoopLibrary-*.tar.gz
 
 # shellcheck disable=SC2046
 cc -std=c99 "$host_c" -o "$scratch/shared_c" $(pkg-config --cflags --libs looplibrary)
@@ -108,7 +113,21 @@ python3 -m zipfile -e "$packages"/*.zip "$scratch/zip"
 unpacked=$(dirname "$(dirname "$(find "$scratch/zip" -name LoopLibrary.dll)")")
 x86_64-w64-mingw32-gcc-posix -std=c99 "$host_c" -o "$unpacked/bin/host.exe" \
     -I"$unpacked/include" -L"$unpacked/lib" -lLoopLibrary
-run_wine() { "$wine" "$unpacked/bin/host.exe" "Z:${1//\//\\}" 2>/dev/null; }
+run_wine() { "$wine" "$unpacked/bin/$program" "Z:${1//\//\\}" 2>/dev/null; }
+program=host.exe
 check "Windows import library" run_wine
+cmake --no-warn-unused-cli -G Ninja -S "$here/Outside" -B "$scratch/windows" -DWAY=find_package \
+    -DLIBRARIES=Cpp -DHOST_C="$host_c" -DCMAKE_EXE_LINKER_FLAGS=-static --toolchain "$source/CMake/mingw-w64.cmake" \
+    -DLoopLibrary_DIR="$unpacked/lib/cmake/LoopLibrary" >/dev/null
+cmake --build "$scratch/windows" --target hosts >/dev/null
+cp "$scratch"/windows/*.exe "$unpacked/bin"
+for program in Cpp_c.exe Cpp_cpp.exe; do
+    check "Windows CMake package, $program" run_wine
+done
+x86_64-w64-mingw32-gcc-posix "$source/Examples/dynamic_host.c" -o "$unpacked/bin/dynamic.exe" \
+    -I"$unpacked/include"
+program=dynamic.exe
+run_wine "$loop" | tr -d '\r' | grep -qx 'slice 1 at quarter 1.000'
+echo "Windows LoadLibrary: right"
 "$server" -k || true
 test -f "$unpacked/README.txt" && test -f "$unpacked/lib/LoopLibrary.def"
