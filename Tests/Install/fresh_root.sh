@@ -9,7 +9,7 @@ mirror=${DEBIAN_MIRROR:-http://deb.debian.org/debian}
 root=$(mktemp -d)
 trap 'rm -rf --one-file-system "$root"' EXIT
 chmod 755 "$root"
-debootstrap --variant=minbase bookworm "$root" "$mirror" >"$root.log"
+debootstrap --variant=minbase bookworm "$root" "$mirror" >/dev/null
 cp /etc/resolv.conf "$root/etc/resolv.conf"
 mkdir "$root/packages"
 cp "$packages"/*.deb "$root/packages"
