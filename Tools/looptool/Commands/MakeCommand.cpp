@@ -59,9 +59,8 @@ double ParseTempo(const std::string& text) {
 }
 
 int32_t ParseBars(const std::string& text) {
-    constexpr int64_t kMostBars = 999;
     const std::optional<int64_t> bars = ParseInteger(text);
-    if (!bars || *bars < 0 || *bars > kMostBars) {
+    if (!bars || !NSLOPDLL::kBarsRange.Holds(*bars)) {
         Misuse("--bars: must be a whole number from 0 to 999, or auto");
     }
     return static_cast<int32_t>(*bars);
@@ -220,7 +219,8 @@ void AddMakeCommand(CCommandLine& line) {
                       "Kind of loop file; else by the suffix, else lop2");
     command.AddText("--tempo", "X|auto", options->fTempo, "Beats per minute; else auto");
     command.AddText("--bars", "N|auto", options->fBars, "Length in whole bars; else auto");
-    command.AddInteger("--beats", options->fBeats, 0, 7, "Beats beyond the bars; else 0");
+    command.AddInteger("--beats", options->fBeats, NSLOPDLL::kBeatsRange.fLeast,
+                       NSLOPDLL::kBeatsRange.fGreatest, "Beats beyond the bars; else 0");
     command.AddText("--signature", "N/D", options->fSignature, "Time signature; else 4/4");
     command.AddText("--slices", "LIST", options->fWish.fSlices,
                     "Frames, seconds (0.25s) and beats (1.5b), parted by commas; beats/N; a file "
@@ -242,10 +242,10 @@ void AddMakeCommand(CCommandLine& line) {
     for (const SSettingRow& row : SettingRows()) {
         command.AddInteger(
             row.GetOption(),
-            [options, &row](int64_t value) { options->fSettings[row.fKey] = value; }, row.fLeast,
-            row.fGreatest,
-            std::to_string(row.fLeast) + " to " + std::to_string(row.fGreatest) + ": " + row.fHelp +
-                (row.fSetLOP2 == nullptr ? " (tsl)" : ""),
+            [options, &row](int64_t value) { options->fSettings[row.fKey] = value; },
+            row.fRange.fLeast, row.fRange.fGreatest,
+            std::to_string(row.fRange.fLeast) + " to " + std::to_string(row.fRange.fGreatest) +
+                ": " + row.fHelp + (row.fSetLOP2 == nullptr ? " (tsl)" : ""),
             "Settings, stored as they are");
     }
     command.SetExample("looptool make drums.wav -o drums.lop2 --bars 2 --slices beats/4");

@@ -7,6 +7,7 @@
 #include "looptool/System/ToolFailure.h"
 
 #include "LoopLibrary/Public/LoopLibrary.h"
+#include "LoopLibrary/Render/Common/LoopRanges.h"
 #include "LoopLibrary/Render/Sequencer/LoopTempo.h"
 
 #include <algorithm>
@@ -17,10 +18,6 @@ namespace NSLoopTool {
 namespace {
 
 constexpr int64_t kMostFrames = 0x7FFFFFFF;
-constexpr int32_t kLeastRate = 1000;
-constexpr int32_t kGreatestRate = 1000000;
-constexpr int32_t kMostBars = 999;
-constexpr int32_t kMostBeats = 7;
 
 void ConvertDepth(SAudio& audio, int32_t bits) {
     if (bits == 0 || bits == audio.fBitDepth) {
@@ -37,7 +34,7 @@ void CheckAudio(const SMakePlan& plan) {
     if (plan.GetFrames() > kMostFrames) {
         throw CToolFailure(plan.fName + ": too long for a loop file");
     }
-    if (plan.fAudio.fSampleRate < kLeastRate || plan.fAudio.fSampleRate > kGreatestRate) {
+    if (!NSLOPDLL::kStoredRateRange.Holds(plan.fAudio.fSampleRate)) {
         throw CToolFailure(plan.fName + ": its sample rate is not 1000 to 1000000");
     }
 }
@@ -60,7 +57,8 @@ void SetLoop(SMakePlan& plan, const SMakeWish& wish) {
 void SetTotalBeats(SMakePlan& plan, int64_t beats) {
     plan.fBars = static_cast<int32_t>(beats / plan.fSignature.fNumerator);
     plan.fBeats = static_cast<int32_t>(beats % plan.fSignature.fNumerator);
-    if (beats < 1 || plan.fBars > kMostBars || plan.fBeats > kMostBeats) {
+    if (beats < 1 || !NSLOPDLL::kBarsRange.Holds(plan.fBars) ||
+        !NSLOPDLL::kBeatsRange.Holds(plan.fBeats)) {
         throw CToolFailure(plan.fName + ": its length is not 1 to 999 bars and 0 to 7 beats; give "
                                         "--bars and --beats",
                            kExitCode_Usage);

@@ -90,9 +90,9 @@ private:
                      (row->IsFlag() ? "true or false" : "a whole number"));
             }
             const int64_t number = isFlag ? int64_t{value.get<bool>()} : value.get<int64_t>();
-            if (number < row->fLeast || number > row->fGreatest) {
-                Fail("\"" + key + "\" must be " + std::to_string(row->fLeast) + " to " +
-                     std::to_string(row->fGreatest));
+            if (!row->fRange.Holds(number)) {
+                Fail("\"" + key + "\" must be " + std::to_string(row->fRange.fLeast) + " to " +
+                     std::to_string(row->fRange.fGreatest));
             }
             settings[key] = number;
         }
@@ -115,9 +115,8 @@ std::optional<SSignature> ParseSignature(const std::string& text) {
     }
     const std::optional<int64_t> numerator = ParseInteger(text.substr(0, slash));
     const std::optional<int64_t> denominator = ParseInteger(text.substr(slash + 1));
-    constexpr int64_t kGreatest = 15;
-    if (!numerator || !denominator || std::min(*numerator, *denominator) < 1 ||
-        std::max(*numerator, *denominator) > kGreatest) {
+    if (!numerator || !denominator || !NSLOPDLL::kSignaturePartRange.Holds(*numerator) ||
+        !NSLOPDLL::kSignaturePartRange.Holds(*denominator)) {
         return std::nullopt;
     }
     return SSignature{static_cast<int32_t>(*numerator), static_cast<int32_t>(*denominator)};
