@@ -11,6 +11,8 @@ import io
 import json
 import os
 import re
+import resource
+import select
 import shutil
 import signal
 import struct
@@ -29,9 +31,15 @@ ENVIRONMENT = dict(os.environ, LC_ALL="C.UTF-8")
 IS_ROOT = not WINDOWS and os.geteuid() == 0
 
 
-def run(*arguments, stdin=b"", program=TOOL, **options):
-    """Exit code, standard output and standard error as bytes, carriage returns of Windows dropped."""
+def run(*arguments, stdin=b"", program=TOOL, bound=False, **options):
+    """Exit code, standard output and standard error as bytes, carriage returns of Windows dropped.
+
+    `bound`: by the rights of files, which do not bind root otherwise.
+    """
     options.setdefault("stdout", subprocess.PIPE)
+    if bound and IS_ROOT:
+        arguments = ["--bounding-set=-dac_override,-dac_read_search", program, *arguments]
+        program = "setpriv"
     if stdin is not None:
         options["input"] = stdin
     done = subprocess.run(
@@ -92,6 +100,38 @@ def make_inputs():
     return slices
 
 
+def on_terminal(arguments, steps, columns, variables=()):
+    """Exit code and output of a run on a terminal; each step's keys are pressed once the text of the
+    step before is shown. The terminal must be left as it was."""
+    import fcntl, pty, termios
+
+    keyboard, terminal = pty.openpty()
+    fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+    before = termios.tcgetattr(terminal)
+    work = subprocess.Popen([TOOL, *arguments], stdin=terminal, stdout=terminal, stderr=terminal,
+                            env=dict(ENVIRONMENT, **dict(variables)), preexec_fn=lambda: (
+                                os.setsid(), fcntl.ioctl(0, termios.TIOCSCTTY, 0)))
+    shown = ""
+    end = time.monotonic() + 60
+    for keys, text in [*steps, ("", "")]:
+        os.write(keyboard, keys.encode())
+        seen = len(shown)
+        while text not in shown[seen:] if text else work.poll() is None or select.select(
+                [keyboard], [], [], 0)[0]:
+            if time.monotonic() > end:
+                work.kill()
+            if select.select([keyboard], [], [], 0.01)[0]:
+                shown += os.read(keyboard, 65536).decode()
+            if text and work.poll() is not None:
+                break
+    after = termios.tcgetattr(terminal)
+    os.close(terminal)
+    os.close(keyboard)
+    if before != after:
+        raise AssertionError("the terminal is not as it was")
+    return work.wait(), shown
+
+
 class LoopToolTest(unittest.TestCase):
     maxDiff = None
 
@@ -107,11 +147,10 @@ class LoopToolTest(unittest.TestCase):
         shutil.rmtree(cls.folder)
 
     def snapshot(self):
-        return {
-            os.path.join(folder, name): read(os.path.join(folder, name))
-            for folder, _, names in os.walk(".")
-            for name in names
-        }
+        """What tells every file's state without reading it: its number, size and last change."""
+        paths = [os.path.join(folder, name) for folder, _, names in os.walk(".") for name in names]
+        states = {path: os.lstat(path) for path in paths}
+        return {path: (s.st_ino, s.st_size, s.st_mtime_ns) for path, s in states.items()}
 
     def check_failure(self, code, said, arguments, **options):
         """The exit code, one line on standard error with `said` in it, and no file made or changed."""
@@ -186,6 +225,14 @@ class LoopToolTest(unittest.TestCase):
         (2, "b\\xFFd.lop2: no such file", ["info", b"b\xffd.lop2"]),
         (1, "not UTF-8", ["make", "drums.wav", "-o", "x.lop2", "--bars", "1", "--text", b"\xff"]),
         (2, "standard input: is empty", ["info", "-"]),
+        (2, "locked/drums.lop2: Permission denied", ["info", "locked/drums.lop2"]),
+        (2, "locked/x.wav: cannot write: Permission denied", ["decode", "drums.lop2", "-o",
+                                                              "locked/x.wav"]),
+        (2, "cannot make the folder: Permission denied", ["export", "drums.lop2", "-o", "locked/x"]),
+        (2, "target.wav: cannot write: File too large", ["preview", "drums.lop2", "-o", "target.wav",
+                                                         ">limited"]),
+        (2, "target.lop2: cannot write: File too large", ["make", "drums.wav", "-o", "target.lop2",
+                                                          "--bars", "2", "--force", ">limited"]),
     ]
 
     def test_failures(self):
@@ -194,6 +241,13 @@ class LoopToolTest(unittest.TestCase):
 
     @unittest.skipIf(WINDOWS, "devices and bytes of Linux")
     def test_posix_failures(self):
+        os.mkdir("locked")
+        shutil.copy("drums.lop2", "locked")
+        os.chmod("locked/drums.lop2", 0)
+        os.chmod("locked", 0o555)
+        self.addCleanup(os.chmod, "locked", 0o755)
+        for name in ("target.wav", "target.lop2"):
+            write(name, b"old")
         for code, said, arguments in self.POSIX_FAILURES:
             options = {}
             if arguments[-1] == ">full":
@@ -202,25 +256,13 @@ class LoopToolTest(unittest.TestCase):
                 reading, writing = os.pipe()
                 os.close(reading)
                 options["stdout"] = os.fdopen(writing, "wb")
-            self.check_failure(code, said, [a for a in arguments if a not in (">full", ">closed")],
-                               **options)
-            if options:
+            elif arguments[-1] == ">limited":  # files may not grow, as on a full disk
+                options["preexec_fn"] = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (9999, 9999))
+            self.check_failure(code, said, [a for a in arguments if a[:1] not in (">", b">")],
+                               bound=True, **options)
+            if "stdout" in options:
                 options["stdout"].close()
         self.assertTrue(os.path.exists("/dev/full"))
-
-    @unittest.skipIf(WINDOWS or IS_ROOT, "needs a user whom rights bind")
-    def test_read_only(self):
-        os.mkdir("locked")
-        shutil.copy("drums.lop2", "locked")
-        os.chmod("locked/drums.lop2", 0)
-        os.chmod("locked", 0o555)
-        self.addCleanup(os.chmod, "locked", 0o755)
-        with self.assertRaises(AssertionError) as caught:
-            tool("info", "locked/drums.lop2")
-        self.assertIn("ermission denied", str(caught.exception))
-        with self.assertRaises(AssertionError) as caught:
-            tool("decode", "drums.lop2", "-o", "locked/x.wav")
-        self.assertIn("locked/x.wav: cannot write: Permission denied", str(caught.exception))
 
     # What was packed comes back to the bit. Rows: audio made from drums.wav or short.wav, its suffix.
     def test_audio_comes_back(self):
@@ -384,23 +426,60 @@ class LoopToolTest(unittest.TestCase):
         self.assertEqual(piped[-len(raw):], raw)
         self.assertEqual(2 * 44100 * 2 * 4, len(raw))
 
-    # Work that takes minutes gives its first bytes at once, and ends without a trace when interrupted.
+    # Work that takes minutes gives its first bytes at once, in little memory.
     @unittest.skipIf(WINDOWS, "signals of Linux")
     def test_long_work(self):
-        before = self.snapshot()
-        command = [TOOL, "preview", "drums.lop2", "--seconds", "40000", "--format", "raw", "-o"]
-        with subprocess.Popen([*command, "-"], stdout=subprocess.PIPE, stderr=subprocess.PIPE) as long:
+        command = [TOOL, "preview", "drums.lop2", "--seconds", "40000", "--format", "raw", "-o", "-"]
+        with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as long:
             self.assertEqual(4096, len(long.stdout.read(4096)))
             status = read(f"/proc/{long.pid}/status").decode()
             self.assertLess(int(re.search(r"VmHWM:\s+(\d+) kB", status)[1]), 64 * 1024)
             long.stdout.close()
             self.assertEqual(2, long.wait(60))
-        with subprocess.Popen([*command, "long.raw"], stderr=subprocess.PIPE) as long:
-            while not any(name.startswith(".looptool") for name in os.listdir(".")):
-                time.sleep(0.01)
-            long.send_signal(signal.SIGINT)
-            self.assertEqual(130, long.wait(60))
-        self.assertEqual(before, self.snapshot())
+
+    # An interrupted command leaves whole files and no others, and the old file where it would have
+    # replaced one. Rows: arguments, signal, what shows that the work has begun: a file, or "input" for
+    # the first bytes of standard input taken, or "all input".
+    INTERRUPTED = [
+        (["preview", "drums.lop2", "--seconds", "40000", "-o", "old.raw"], signal.SIGINT, ".looptool"),
+        (["preview", "drums.lop2", "--seconds", "40000", "-o", "new.raw", "--exact"], signal.SIGTERM,
+         ".looptool"),
+        (["make", "-", "-o", "old.lop2", "--bars", "9", "--force"], signal.SIGTERM, "input"),
+        (["make", "-", "-o", "old.lop2", "--bars", "9", "--force"], signal.SIGINT, "all input"),
+        (["info", "-"], signal.SIGHUP, "input"),
+        (["export", "long.lop2", "-o", ".", "--bits", "24"], signal.SIGINT, "long_slice_000.wav"),
+    ]
+
+    @unittest.skipIf(WINDOWS, "signals of Linux")
+    def test_interrupts(self):
+        for name in ("old.raw", "old.lop2"):
+            write(name, b"old")
+        tool("preview", "drums.lop2", "--seconds", "60", "-o", "long.wav", "--bits", "24")
+        tool("make", "long.wav", "-o", "long.lop2", "--bars", "30", "--slices", "beats/8")
+        sound = read("long.wav")
+        for arguments, number, begun in self.INTERRUPTED:
+            with self.subTest(arguments=arguments, begun=begun):
+                before = self.snapshot()
+                with subprocess.Popen([TOOL, *arguments], stdin=subprocess.PIPE,
+                                      stderr=subprocess.PIPE) as work:
+                    if begun.endswith("input"):
+                        work.stdin.write(sound if begun == "all input" else sound[:99999])
+                        work.stdin.flush()
+                    if begun == "all input":
+                        work.stdin.close()
+                    while "input" not in begun and not any(n.startswith(begun) for n in os.listdir(".")):
+                        time.sleep(0.001)
+                    work.send_signal(number)
+                    self.assertEqual(130, work.wait(60))
+                    self.assertEqual(b"looptool: interrupted\n", work.stderr.read())
+                after = self.snapshot()
+                for name in set(after) - set(before):
+                    self.assertRegex(name, r"^./long_slice_\d+\.wav$")
+                    with wave.open(name) as slice_file:
+                        size = slice_file.getnframes() * 6
+                    self.assertGreater(os.path.getsize(name), size)
+                    os.remove(name)
+                self.assertEqual(before, self.snapshot())
 
     # Passes of the exact preview are equal however far the loop has gone round.
     def test_exact_preview(self):
@@ -497,7 +576,50 @@ class LoopToolTest(unittest.TestCase):
         write("null.conf", b"pcm.!default { type null }\nctl.!default { type null }\n")
         ENVIRONMENT["ALSA_CONFIG_PATH"] = os.path.abspath("null.conf")
         self.addCleanup(ENVIRONMENT.pop, "ALSA_CONFIG_PATH")
-        tool("play", "drums.lop2", "--loops", "0.5", "--tempo", "450")
+        self.assertEqual((0, b"", b""), run("play", "drums.lop2", "--loops", "0.5", "--tempo", "450"))
+        # Rows: keys, what the line then shows.
+        keys = [("", "playing  bar 1  beat 1  120.0"), ("+", "121.0"), ("=\x1b[A", "123.0"),
+                ("--\x1bOB", "120.0"), (" ", "stopped"), (" ", "playing"), ("", "beat 2"), ("q", "")]
+        code, shown = on_terminal(["play", "drums.lop2"], keys, columns=80)
+        self.assertEqual(0, code, shown)
+        code, shown = on_terminal(["play", "drums.lop2"], [("", "playing"), ("\x03", "")], columns=20)
+        self.assertEqual(130, code, shown)
+        self.assertEqual({"bea"}, set(re.findall("playing  bar .  ([^\r^]*)", shown)))
+
+    # Bars and colours are for terminals alone, and a bar stays on its line.
+    @unittest.skipIf(WINDOWS, "terminals of Linux")
+    def test_terminal(self):
+        work = ["preview", "drums.lop2", "--seconds", "9000", "--format", "raw", "-o", "/dev/null"]
+        for columns in (14, 40, 200):
+            code, shown = on_terminal(work, [("", "%"), ("\x03", "")], columns)
+            bars = re.findall(r"\r([^\r]*\[[#.]+\] +\d+%)", shown)
+            self.assertEqual((130, True), (code, bool(bars)), shown)
+            self.assertGreater(columns, max(map(len, bars)))
+        for variables, colours in (({}, 1), ({"NO_COLOR": "1"}, 0)):
+            code, shown = on_terminal(["check", "drums.lop2"], [], 80, variables)
+            self.assertEqual((0, colours), (code, shown.count("\x1b[32m")))
+
+    # What each shell offers. Rows: the shell, a command that asks for completions of COMMAND LINE.
+    COMPLETIONS = [
+        ("bash", "source looptool.bash; COMP_WORDS=($LINE); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); "
+                 "_looptool; printf '%s\\n' \"${COMPREPLY[@]}\""),
+        ("fish", "source looptool.fish; complete -C \"$LINE\""),
+    ]
+
+    @unittest.skipIf(WINDOWS, "shells of Linux")
+    def test_completions(self):
+        sources = os.path.join(os.path.dirname(__file__), "../../Tools/looptool/Completions")
+        for shell, ask in self.COMPLETIONS:
+            for line, offered in (("looptool pl", ["play", "plot"]), ("looptool make --tex", ["--text"]),
+                                  ("looptool make --kind t", ["tsl"])):
+                if shutil.which(shell) is None:
+                    continue
+                with self.subTest(shell=shell, line=line):
+                    path = os.path.dirname(TOOL) + ":" + os.environ["PATH"]
+                    done = subprocess.run([shell, "-c", ask], cwd=sources, stdout=subprocess.PIPE,
+                                          env=dict(ENVIRONMENT, LINE=line, PATH=path), timeout=60)
+                    words = [text.split("\t")[0] for text in done.stdout.decode().split("\n") if text]
+                    self.assertEqual(offered, sorted(set(words)))
 
     def test_any_file_name(self):
         names = ["żółw Ω 鼓.lop2"] + ([] if WINDOWS else [b"b\xffd: ?name.lop2", "-dash.lop2"])

@@ -51,7 +51,7 @@ int Fail(const std::string& text, int exitCode) {
 
 int main(int argc, char** argv) {
     MakeTerminalUtf8();
-    IgnoreClosedPipes();
+    HaveWritesFail();
     try {
         return Run(argc, argv);
     } catch (const CToolFailure& failure) {

@@ -67,9 +67,9 @@ constexpr double kEnoughConfidence = 0.5;
 STempoGuess GuessTempo(size_t frames, int rate, std::span<const SOnset> onsets,
                        const SKnown& known);
 
-/// Where to cut for those onsets: one cut each, at the last zero crossing before the attack (or its
-/// quietest frame shortly before, where there is no crossing near), never inside the attack. In
-/// rising order, none twice, 0 to the number of frames - 1.
+/// Where to cut for those onsets: one cut each, at a zero crossing at least 0.4 ms before the
+/// attack (or its quietest frame shortly before, where there is no crossing near), never inside the
+/// attack. In rising order, none twice, 0 to the number of frames - 1.
 std::vector<int64_t> PlaceCuts(std::span<const float> mono, int rate,
                                std::span<const SOnset> onsets);
 

@@ -7,7 +7,9 @@ namespace NSLoopTool {
 
 namespace {
 
-constexpr double kReach = 0.004; // seconds before an attack in which a crossing is looked for
+// Seconds.
+constexpr double kLead = 0.0004; // a cut stands before the attack by that at least
+constexpr double kReach = 0.004; // before which a crossing is looked for
 
 int64_t PlaceCut(std::span<const float> mono, int64_t reach, int64_t attack) {
     const auto at = [&](int64_t i) { return mono[static_cast<size_t>(i)]; };
@@ -35,7 +37,8 @@ std::vector<int64_t> PlaceCuts(std::span<const float> mono, int rate,
                                    static_cast<int64_t>(mono.size()));
     std::vector<int64_t> cuts;
     for (const SOnset& onset : onsets) {
-        cuts.push_back(PlaceCut(mono, reach, onset.fFrame));
+        const int64_t latest = onset.fFrame - std::llround(kLead * rate);
+        cuts.push_back(PlaceCut(mono, reach, std::max<int64_t>(latest, 0)));
     }
     std::sort(cuts.begin(), cuts.end());
     cuts.erase(std::unique(cuts.begin(), cuts.end()), cuts.end());

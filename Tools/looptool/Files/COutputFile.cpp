@@ -2,6 +2,7 @@
 
 #include "looptool/Console/SafeText.h"
 #include "looptool/Files/InputFile.h"
+#include "looptool/System/Interrupt.h"
 #include "looptool/System/NativePath.h"
 #include "looptool/System/SystemFile.h"
 #include "looptool/System/Terminal.h"
@@ -124,6 +125,7 @@ void COutputFile::Commit() {
 }
 
 void COutputFile::Fail(int error) const {
+    StopIfInterrupted();
     const std::string name = fPath == "-" ? "standard output" : SafeText(fPath);
     throw CToolFailure(name + ": cannot write: " + std::strerror(error));
 }
@@ -159,6 +161,7 @@ void FinishStandardOutput() {
     const bool failedNow = std::fflush(stdout) != 0;
     const int error = errno;
     if (failedBefore || failedNow) {
+        StopIfInterrupted();
         throw CToolFailure(std::string("standard output: cannot write") +
                            (failedNow ? std::string(": ") + std::strerror(error) : ""));
     }

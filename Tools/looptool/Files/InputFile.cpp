@@ -60,20 +60,23 @@ std::vector<uint8_t> ReadToEnd(std::FILE* file, const std::string& path) {
     size_t length = 0;
     for (;;) {
         StopIfInterrupted();
-        bytes.resize(std::max(length + kLotBytes, bytes.size()));
-        const size_t count = std::fread(bytes.data() + length, 1, bytes.size() - length, file);
+        if (length == bytes.size()) {
+            bytes.resize(std::max(length * 2, kLotBytes));
+        }
+        const size_t room = std::min(bytes.size() - length, kLotBytes);
+        const std::ptrdiff_t count = ReadSome(file, bytes.data() + length, room);
         const int error = errno;
-        if (std::ferror(file) != 0) {
+        if (count < 0) {
+            StopIfInterrupted();
             Fail(path, ReasonOf(error));
         }
-        length += count;
+        if (count == 0) {
+            break;
+        }
+        length += static_cast<size_t>(count);
         if (length > kMaxBytes) {
             Fail(path, "too large: more than 2 GB");
         }
-        if (length < bytes.size()) {
-            break;
-        }
-        bytes.resize(length * 2);
     }
     bytes.resize(length);
     if (bytes.empty()) {

@@ -142,9 +142,11 @@ private:
         switch (key) {
         case '+':
         case '=':
+        case kKey_Up:
             SetTempo(fTempo + 1.0);
             break;
         case '-':
+        case kKey_Down:
             SetTempo(fTempo - 1.0);
             break;
         case ' ':
@@ -175,9 +177,11 @@ private:
         const double beats =
             static_cast<double>(info.fPPQLength) / LOP_PPQ * info.fTimeSignatureDenominator / 4.0;
         const auto beat = static_cast<int>((fPasses - std::floor(fPasses)) * beats);
-        std::fprintf(stderr, "\r%s  bar %d  beat %d  %.1f BPM  [+ - space q] ",
-                     fIsStopped ? "stopped" : "playing", beat / info.fTimeSignatureNumerator + 1,
-                     beat % info.fTimeSignatureNumerator + 1, fTempo);
+        char text[128];
+        std::snprintf(text, sizeof text, "%s  bar %d  beat %d  %.1f BPM  [+ - space q] ",
+                      fIsStopped ? "stopped" : "playing", beat / info.fTimeSignatureNumerator + 1,
+                      beat % info.fTimeSignatureNumerator + 1, fTempo);
+        std::fprintf(stderr, "\r%.*s", TerminalWidth(stderr) - 1, text); // never a second line
         std::fflush(stderr);
     }
 

@@ -12,15 +12,8 @@ volatile std::sig_atomic_t gInterrupted = 0;
 
 } // namespace
 
-extern "C" {
-static void NoteInterrupt(int /*signal*/) {
+extern "C" void NoteInterrupt(int /*signal*/) {
     gInterrupted = 1;
-}
-}
-
-void CatchInterrupts() {
-    std::signal(SIGINT, NoteInterrupt);
-    std::signal(SIGTERM, NoteInterrupt);
 }
 
 bool WasInterrupted() {

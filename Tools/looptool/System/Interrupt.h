@@ -2,9 +2,13 @@
 
 namespace NSLoopTool {
 
-/// From here on Ctrl-C, or a wish to end, does not end the process but is noted, so that work in
-/// progress can stop cleanly and leave no half-written file.
+/// From here on Ctrl-C, a wish to end or the end of the terminal does not end the process but is
+/// noted, so that work in progress can stop cleanly and leave no half-written file. A read or write
+/// that waits then fails.
 void CatchInterrupts();
+
+/// What notes it: the handler that the platform's CatchInterrupts installs.
+extern "C" void NoteInterrupt(int signal);
 
 bool WasInterrupted();
 

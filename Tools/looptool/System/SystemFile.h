@@ -1,6 +1,7 @@
 #pragma once
 
 #include <compare>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -12,6 +13,10 @@ namespace NSLoopTool {
 // set errno.
 
 std::FILE* OpenForReading(const std::filesystem::path& path);
+
+/// The bytes that are there, at most `count`, after waiting for the first: 0 at the end, -1 (errno)
+/// for a failure and once WasInterrupted(). For streams that nothing else reads.
+std::ptrdiff_t ReadSome(std::FILE* file, void* bytes, size_t count);
 
 /// Opens what exists as it is: a device, a pipe.
 std::FILE* OpenInPlace(const std::filesystem::path& path);

@@ -1,5 +1,9 @@
 #include "looptool/System/SystemFile.h"
 
+#include "looptool/System/Interrupt.h"
+
+#include <cerrno>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -7,6 +11,24 @@ namespace NSLoopTool {
 
 std::FILE* OpenForReading(const std::filesystem::path& path) {
     return std::fopen(path.c_str(), "rb");
+}
+
+// A signal that comes just before a call that waits does not end it, so the wait is in short
+// pieces.
+std::ptrdiff_t ReadSome(std::FILE* file, void* bytes, size_t count) {
+    constexpr int kPieceMilliseconds = 200;
+    pollfd input{fileno(file), POLLIN, 0};
+    while (!WasInterrupted()) {
+        if (poll(&input, 1, kPieceMilliseconds) == 0) {
+            continue;
+        }
+        const ssize_t length = read(input.fd, bytes, count);
+        if (length >= 0 || errno != EINTR) {
+            return length;
+        }
+    }
+    errno = EINTR;
+    return -1;
 }
 
 std::FILE* OpenInPlace(const std::filesystem::path& path) {

@@ -12,6 +12,11 @@ std::FILE* OpenForReading(const std::filesystem::path& path) {
     return _wfopen(path.c_str(), L"rb");
 }
 
+std::ptrdiff_t ReadSome(std::FILE* file, void* bytes, size_t count) {
+    const size_t length = std::fread(bytes, 1, count, file);
+    return length == 0 && std::ferror(file) != 0 ? -1 : static_cast<std::ptrdiff_t>(length);
+}
+
 std::FILE* OpenInPlace(const std::filesystem::path& path) {
     return _wfopen(path.c_str(), L"wb");
 }

@@ -16,8 +16,13 @@ void MakeTerminalUtf8();
 /// and output.
 void MakeStreamBinary(std::FILE* stream);
 
-/// Has writing to a closed pipe fail instead of ending the program.
-void IgnoreClosedPipes();
+/// Has writing to a closed pipe, or beyond the size that a file may have, fail instead of ending
+/// the program.
+void HaveWritesFail();
+
+/// The arrow keys, as line editors know them from Ctrl-P and Ctrl-N.
+constexpr char kKey_Up = 0x10;
+constexpr char kKey_Down = 0x0E;
 
 /// While it lives, keys reach standard input at once and are not shown; nothing happens where that
 /// is no terminal.

@@ -24,8 +24,9 @@ void MakeTerminalUtf8() {}
 
 void MakeStreamBinary(std::FILE* /*stream*/) {}
 
-void IgnoreClosedPipes() {
+void HaveWritesFail() {
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 CKeyboard::CKeyboard() {
@@ -50,16 +51,23 @@ CKeyboard::~CKeyboard() {
 
 char CKeyboard::WaitForKey(int milliseconds) {
     pollfd input{STDIN_FILENO, POLLIN, 0};
-    char key = 0;
-    const bool isReady =
-        fSaved != nullptr && poll(&input, 1, milliseconds) > 0 && (input.revents & POLLIN) != 0;
-    if (isReady) {
-        return read(STDIN_FILENO, &key, 1) == 1 ? key : '\0';
-    }
     if (fSaved == nullptr) {
         poll(nullptr, 0, milliseconds);
+        return 0;
     }
-    return 0;
+    const auto next = [&input](int wait) {
+        char key = 0;
+        const bool isReady = poll(&input, 1, wait) > 0 && (input.revents & POLLIN) != 0;
+        return isReady && read(STDIN_FILENO, &key, 1) == 1 ? key : '\0';
+    };
+    const char key = next(milliseconds);
+    if (key != '\x1b') {
+        return key;
+    }
+    // Arrows send ESC [ A or ESC O A, all at once.
+    const char kind = next(0);
+    const char arrow = kind == '[' || kind == 'O' ? next(0) : '\0';
+    return arrow == 'A' ? kKey_Up : (arrow == 'B' ? kKey_Down : '\0');
 }
 
 } // namespace NSLoopTool

@@ -28,7 +28,7 @@ void MakeStreamBinary(std::FILE* stream) {
     _setmode(_fileno(stream), _O_BINARY);
 }
 
-void IgnoreClosedPipes() {}
+void HaveWritesFail() {}
 
 CKeyboard::CKeyboard() = default;
 
@@ -36,7 +36,12 @@ CKeyboard::~CKeyboard() = default;
 
 char CKeyboard::WaitForKey(int milliseconds) {
     if (_kbhit() != 0) {
-        return static_cast<char>(_getch());
+        const int key = _getch();
+        if (key != 0 && key != 0xE0) {
+            return static_cast<char>(key);
+        }
+        const int code = _getch(); // of a key without a letter
+        return code == 72 ? kKey_Up : (code == 80 ? kKey_Down : '\0');
     }
     Sleep(static_cast<DWORD>(milliseconds));
     return 0;
