@@ -13,7 +13,9 @@ set(CMAKE_C_EXTENSIONS OFF)
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(NOT EMSCRIPTEN)
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
 # Asserts stay in: none stands in a hot loop.
 set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O2 -g")
 set(CMAKE_C_FLAGS_RELWITHDEBINFO "-O2 -g")
@@ -87,6 +89,14 @@ if(WIN32)
     add_link_options(-static LINKER:--no-insert-timestamp)
 endif()
 target_include_directories(LoopFlags INTERFACE ${PROJECT_SOURCE_DIR}/Parts)
+if(EMSCRIPTEN)
+    # Names of C++20 that its library lacks.
+    target_include_directories(LoopFlags SYSTEM BEFORE INTERFACE ${CMAKE_CURRENT_LIST_DIR}/emscripten)
+    # For programs that Node runs: its files, a memory that grows, and an end that tells the result.
+    add_library(LoopNodeProgram INTERFACE)
+    target_link_options(LoopNodeProgram INTERFACE -sNODERAWFS=1 -sALLOW_MEMORY_GROWTH=1 -sEXIT_RUNTIME=1
+                        -sENVIRONMENT=node -O1)
+endif()
 
 # Boost's headers through a folder that holds them alone, so that a cross build sees no other
 # header of the building machine.

@@ -27,12 +27,13 @@ endif()
 
 # loop_own_sources(OUT prefix): of the lists that cmake_parse_arguments left under a prefix, the sources of
 # this build in OUT, and all sources in OUT_listed. PORTABLE is for processors that have no list there.
+# WebAssembly is a system and a processor in one: its list stands in the place of POSIX too.
 set(LOOP_SOURCE_LISTS SOURCES POSIX WIN32 ${LOOP_PROCESSORS} PORTABLE ELSEWHERE)
 function(loop_own_sources out prefix)
     set(own ${${prefix}_SOURCES})
     if(WIN32)
         list(APPEND own ${${prefix}_WIN32})
-    else()
+    elseif(NOT (EMSCRIPTEN AND ${prefix}_WASM))
         list(APPEND own ${${prefix}_POSIX})
     endif()
     if(LOOP_PROCESSOR AND ${prefix}_${LOOP_PROCESSOR})

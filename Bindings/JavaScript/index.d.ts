@@ -154,14 +154,15 @@ export interface LoadOptions {
 
 /**
  * A loop that is decoded and ready to play in a preview node: plain data, made anywhere (in a
- * worker, say) and posted to the page with `[image.memory]` as its transfer list. Giving it to a
- * node hands `memory` over, so an image serves once. It belongs to one build of this package.
+ * worker, say) and posted to the page with `[image.memory]` as its transfer list. It may be given to
+ * several nodes, which copy it. It belongs to the build of this package that made it.
  */
 export interface PreviewImage {
   readonly info: LoopInfo;
   readonly sampleRate: number;
   readonly memory: ArrayBuffer;
   readonly handle: bigint;
+  readonly buffers: object;
 }
 
 export const LoopLibrary: {

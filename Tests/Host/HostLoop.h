@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LoopLibrary/Public/LoopLibrary.h"
-#include "LoopWriter/DrumFiles.h"
+#include "Tests/Host/DrumBytes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +11,6 @@
 
 // What the host tests share: they use the library as any host does, through its exports alone.
 
-using Bytes = std::vector<uint8_t>;
 using Planes = std::vector<std::vector<float>>;
 
 inline bool IsSilent(const std::vector<float>& samples) {
@@ -75,22 +74,3 @@ public:
 private:
     LOPHandle fHandle = 0;
 };
-
-inline NSLoopWriter::SDrumLoopOptions DrumOptions(int32_t bitDepth = 16, bool stereo = true) {
-    NSLoopWriter::SDrumLoopOptions options;
-    options.fBitDepth = bitDepth;
-    options.fStereo = stereo;
-    return options;
-}
-
-inline Bytes DrumLOP2(int32_t bitDepth = 16, bool stereo = true) {
-    return WriteLOP2(NSLoopWriter::MakeDrumLOP2(DrumOptions(bitDepth, stereo)));
-}
-
-inline Bytes DrumTSL() {
-    return WriteTSL(NSLoopWriter::MakeDrumTSL(DrumOptions(16, false)));
-}
-
-inline Bytes DrumLOP() {
-    return WriteLOP(NSLoopWriter::MakeDrumLOP(DrumOptions(16, false)));
-}

@@ -294,7 +294,7 @@ void COptimizedTWIPDecompressor::Decompress(int32_t frameCount, const TTWIPOutpu
     while (done < sampleCount) {
         if (decode != nullptr && fSpan.fEndOfWords - fSpan.fNextWord >= kTWIPFormWords) {
             const int64_t frame = isStereo ? done / 2 : done;
-            const ptrdiff_t offset = frame * output.fStride;
+            const auto offset = static_cast<ptrdiff_t>(frame * output.fStride);
             done += decode(fSpan, fChannels,
                            {output.fFirst + offset, isStereo ? output.fSecond + offset : nullptr,
                             output.fStride},

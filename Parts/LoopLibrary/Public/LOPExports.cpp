@@ -24,7 +24,8 @@ static_assert(sizeof(LOPHandle) == 8 && sizeof(LOPResult) == 4);
 static_assert(sizeof(LOPInfo) == 36 && offsetof(LOPInfo, fBitDepth) == 32);
 static_assert(sizeof(LOPSliceInfo) == 8 && offsetof(LOPSliceInfo, fFrameCount) == 4);
 static_assert(sizeof(LOPCreatorInfo) == 1280 && offsetof(LOPCreatorInfo, fText5) == 1024);
-static_assert(sizeof(LOPRenderBuffers) == 16 && offsetof(LOPRenderBuffers, fRight) == 8);
+static_assert(sizeof(LOPRenderBuffers) == 2 * sizeof(float*) &&
+              offsetof(LOPRenderBuffers, fRight) == sizeof(float*));
 
 namespace {
 

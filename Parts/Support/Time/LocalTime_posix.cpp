@@ -12,8 +12,8 @@ SCalendarTime UtcToLocal(const SCalendarTime& utc) {
     if (!CalendarToFileTime(utc, time)) {
         return utc;
     }
-    const std::time_t seconds =
-        static_cast<int64_t>(time / kUnitsPerSecond) - kSecondsFrom1601To1970;
+    const auto seconds = static_cast<std::time_t>(static_cast<int64_t>(time / kUnitsPerSecond) -
+                                                  kSecondsFrom1601To1970);
     if (localtime_r(&seconds, &local) == nullptr) {
         return utc;
     }

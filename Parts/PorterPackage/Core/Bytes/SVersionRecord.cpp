@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <tuple>
 
 namespace NSPorter {
 
@@ -20,10 +19,11 @@ constexpr uint8_t kWideNumbersMark = 255;
 } // namespace
 
 std::weak_ordering CompareVersions(const SVersionRecord& a, const SVersionRecord& b) {
-    const auto upper = std::tie(a.fMajor, a.fMinor, a.fBugFix, a.fStage) <=>
-                       std::tie(b.fMajor, b.fMinor, b.fBugFix, b.fStage);
-    if (std::is_neq(upper)) {
-        return upper;
+    const std::array upperA = {a.fMajor, a.fMinor, a.fBugFix, static_cast<uint32_t>(a.fStage)};
+    const std::array upperB = {b.fMajor, b.fMinor, b.fBugFix, static_cast<uint32_t>(b.fStage)};
+    const auto [atA, atB] = std::mismatch(upperA.begin(), upperA.end(), upperB.begin());
+    if (atA != upperA.end()) {
+        return *atA <=> *atB;
     }
     const bool isFinal = a.fStage == kVersionStage_Final;
     if (isFinal && (a.fBuild == 0) != (b.fBuild == 0)) {
@@ -33,11 +33,11 @@ std::weak_ordering CompareVersions(const SVersionRecord& a, const SVersionRecord
 }
 
 bool IsSameVersion(const SVersionRecord& a, const SVersionRecord& b) {
-    return std::is_eq(CompareVersions(a, b));
+    return CompareVersions(a, b) == 0;
 }
 
 bool IsAtLeast(const SVersionRecord& a, const SVersionRecord& min) {
-    return std::is_gteq(CompareVersions(a, min));
+    return CompareVersions(a, min) >= 0;
 }
 
 bool IsInRange(const SVersionRecord& a, const SVersionRecord& min, const SVersionRecord& max) {

@@ -1,0 +1,169 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+
+import { FakeAudioContext, quantum } from './audio-context.mjs';
+import { LoopLibrary, createPreviewNode, failsWith, readLoop } from './package.mjs';
+
+const drums = readLoop('drums.lop2');
+const rate = 48000;
+const tenSeconds = Math.ceil((10 * rate) / quantum) * quantum;
+
+/** What the library itself renders, with changes of tempo before given frames. */
+async function expected(bytes, frames, tempos = []) {
+  const loop = await LoopLibrary.load(bytes, { sampleRate: rate });
+  const planes = [new Float32Array(frames), new Float32Array(frames)];
+  const render = (from, to) => {
+    for (let at = from; at < to; at += 60000) {
+      const end = Math.min(at + 60000, to);
+      loop.renderPreviewInto(planes[0].subarray(at, end), planes[1].subarray(at, end));
+    }
+  };
+  let done = 0;
+  for (const [frame, tempo] of tempos) {
+    if (frame === 0) {
+      loop.setPreviewTempo(tempo);
+    }
+  }
+  loop.startPreview();
+  for (const [frame, tempo] of tempos) {
+    render(done, frame);
+    loop.setPreviewTempo(tempo);
+    done = frame;
+  }
+  render(done, frames);
+  loop.close();
+  return planes;
+}
+
+const isSilent = (plane) => plane.every((sample) => Math.abs(sample) < 1e-4);
+
+test('plays what the library renders, through changes of tempo', async () => {
+  const context = new FakeAudioContext(rate);
+  const preview = await createPreviewNode(context, drums);
+  assert.equal(preview.info.sliceCount, 8);
+  assert.equal(preview.tempo.value, 120);
+  assert.ok(context.render(512).every(isSilent), 'silent before it starts');
+  preview.start();
+  await context.settle();
+  const jumps = [[240000, 97.5], [320000, 180]];
+  const heard = context.render(tenSeconds, (at) => {
+    const jump = jumps.find(([frame]) => frame === at);
+    if (jump) {
+      preview.setTempo(jump[1]);
+    }
+  });
+  assert.deepEqual(heard, await expected(drums, tenSeconds, jumps));
+  preview.close();
+});
+
+test('starts and stops at a frame, and starts over', async () => {
+  const context = new FakeAudioContext(rate);
+  const preview = await createPreviewNode(context, drums);
+  preview.setTempo(90);
+  preview.start(1000 / rate);
+  await context.settle();
+  const [left] = context.render(quantum * 80);
+  const [whole] = await expected(drums, tenSeconds, [[0, 90]]);
+  assert.ok(left.subarray(0, 1000).every((sample) => sample === 0));
+  assert.deepEqual(left.slice(1000), whole.slice(0, left.length - 1000));
+  assert.ok(preview.running);
+  await context.settle();
+  const quarter = preview.getPosition();
+  assert.ok(Math.abs(quarter - ((quantum * 80 - 1000) / rate) * 1.5) < 1e-6, String(quarter));
+
+  preview.start();
+  await context.settle();
+  const over = context.render(quantum * 80)[0];
+  // The fade takes 64 frames; then the loop's first slice.
+  const again = over.slice(64, 8000).map((sample, at) => sample - whole[at]);
+  assert.ok(again.every((difference) => Math.abs(difference) < 0.02));
+
+  preview.stop((context.currentFrame + 300) / rate);
+  await context.settle();
+  context.render(quantum * 1000);
+  assert.ok(isSilent(context.render(quantum * 10)[0]));
+  await context.settle();
+  assert.equal(preview.getPosition(), null);
+  assert.equal(preview.running, false);
+  preview.start();
+  await context.settle();
+  assert.ok(!isSilent(context.render(quantum * 80)[0]), 'a stopped node starts again');
+  preview.close();
+});
+
+test('takes other loops in place of the present one', async () => {
+  const context = new FakeAudioContext(rate);
+  const preview = await createPreviewNode(context);
+  assert.equal(preview.info, null);
+  preview.start();
+  await context.settle();
+  assert.ok(context.render(512).every(isSilent), 'nothing is loaded');
+  preview.stop();
+  await context.settle();
+  context.render(512);
+
+  const texts = readLoop('texts.lop2');
+  for (const bytes of [drums, readLoop('drums.tsl'), texts, drums, texts]) {
+    await preview.load(bytes);
+    preview.start();
+    await context.settle();
+    const frames = quantum * 200;
+    assert.deepEqual(context.render(frames), await expected(bytes, frames));
+    preview.stop();
+    await context.settle();
+    context.render(quantum * 2000);
+  }
+  assert.equal(context.modules, 1);
+  assert.equal(context.nodes.length, 1);
+
+  // A running one goes on with the new loop from its start, at the tempo that it is told to keep.
+  preview.start();
+  await context.settle();
+  context.render(quantum * 100);
+  preview.setTempo(150);
+  context.render(quantum * 100);
+  const image = await LoopLibrary.preparePreview(drums, rate);
+  await preview.load(structuredClone(image, { transfer: [image.memory] }), { keepTempo: true });
+  const heard = context.render(tenSeconds)[0];
+  const [alone] = await expected(drums, tenSeconds, [[0, 150]]);
+  assert.ok(heard.some((sample, at) => sample !== alone[at]), 'the old loop fades out');
+  assert.deepEqual(heard.slice(rate * 3), alone.slice(rate * 3));
+  preview.close();
+});
+
+test('says what is wrong, and stays as it was', async () => {
+  const context = new FakeAudioContext(rate);
+  await assert.rejects(createPreviewNode(context, new Uint8Array(100)), failsWith('FileCorrupt'));
+  const preview = await createPreviewNode(context, drums);
+  await assert.rejects(preview.load(drums.subarray(0, 900)), failsWith('FileCorrupt'));
+  await assert.rejects(LoopLibrary.preparePreview(drums, 5), failsWith('InvalidSampleRate'));
+  await assert.rejects(preview.load(await LoopLibrary.preparePreview(drums, 44100)), RangeError);
+  assert.equal(preview.info.sliceCount, 8);
+  preview.close();
+  preview.close();
+  await assert.rejects(preview.load(drums), /closed/);
+});
+
+test('makes no garbage while it plays', { skip: globalThis.gc === undefined }, async () => {
+  const context = new FakeAudioContext(rate);
+  const preview = await createPreviewNode(context, drums);
+  preview.start();
+  await context.settle();
+  const { process } = context.nodes[0].processor;
+  const [processor] = context.nodes.map((node) => node.processor);
+  const output = [[new Float32Array(quantum), new Float32Array(quantum)]];
+  const parameters = { tempo: new Float32Array([120]) };
+  const inputs = [];
+  const run = (quanta) => {
+    for (let at = 0; at < quanta; ++at) {
+      process.call(processor, inputs, output, parameters);
+    }
+  };
+  run(20000); // until the engine has compiled all of it
+  globalThis.gc();
+  const before = globalThis.process.memoryUsage().heapUsed;
+  run(20000);
+  const bytesPerQuantum = (globalThis.process.memoryUsage().heapUsed - before) / 20000;
+  assert.ok(bytesPerQuantum < 4, `${bytesPerQuantum} bytes`);
+  preview.close();
+});
