@@ -8,4 +8,7 @@ set(CMAKE_CROSSCOMPILING_EMULATOR node --no-experimental-fetch)
 # the compiler's own JavaScript around it. Browsers have had them since 2021 and 2022, Node since 17.
 set(CMAKE_C_FLAGS_INIT "-msimd128 -msse2")
 set(CMAKE_CXX_FLAGS_INIT "-msimd128 -msse2 -fwasm-exceptions")
+# Asserts stay in: none stands in a hot loop.
+set(CMAKE_C_FLAGS_RELEASE "-O2" CACHE STRING "")
+set(CMAKE_CXX_FLAGS_RELEASE "-O2" CACHE STRING "")
 include(/usr/share/emscripten/cmake/Modules/Platform/Emscripten.cmake)

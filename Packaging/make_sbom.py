@@ -19,6 +19,7 @@ MATERIALS = {
     "libsndfile1": ("RUNTIME_DEPENDENCY_OF", "linked by looptool on Linux"),
     "libstdc++6": ("RUNTIME_DEPENDENCY_OF", "linked on Linux"),
     "g++": ("BUILD_TOOL_OF", "compiler for Linux"),
+    "emscripten": ("BUILD_TOOL_OF", "compiler for WebAssembly, its C and C++ libraries linked in"),
     "g++-mingw-w64-x86-64-posix": ("BUILD_TOOL_OF", "compiler for Windows, its runtime linked in"),
 }
 
