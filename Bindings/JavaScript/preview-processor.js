@@ -198,6 +198,10 @@ function makeProcessor(Base) {
     }
 
     stop({ frame }) {
+      if (this.playing === null) {
+        this.startFrame = -1; // it waited for a loop
+        return;
+      }
       this.stopFrame = Math.max(frame, currentFrame);
     }
 
@@ -207,7 +211,7 @@ function makeProcessor(Base) {
       this.playing = null;
       this.fading = null;
       this.filling = null;
-      this.port.onmessage = null;
+      this.port.close();
     }
 
     // ---- Audio

@@ -31,7 +31,6 @@ export class FakeAudioContext {
     this.sampleRate = sampleRate;
     const context = this;
     this.scope = vm.createContext({
-      WebAssembly, Promise, Error, Float32Array, Uint8Array, Uint32Array, String, Math, console,
       AudioWorkletProcessor: class {
         constructor({ port }) {
           this.port = port;
@@ -85,9 +84,6 @@ class FakeAudioWorkletNode {
       throw new Error(`no processor ${name}`);
     }
     const { port1, port2 } = new MessageChannel();
-    port1.unref();
-    port2.unref();
-    // Node's ports call listeners with a message event only by this property.
     this.port = port1;
     this.processor = new context.Processor({ port: port2 });
     this.parameters = new Map(context.Processor.parameterDescriptors.map(({ name: parameter, defaultValue }) => {

@@ -15,7 +15,8 @@ test('tells what the file holds', async () => {
   assert.deepEqual(loop.slices.map(({ index, quarter, ppqPosition }) => [index, quarter, ppqPosition / constants.PPQ]),
     Array.from({ length: 8 }, (_, at) => [at, at / 2, at / 2]));
   assert.equal(loop.outputSampleRate, 44100);
-  assert.deepEqual(await LoopLibrary.readInfo(readLoop('texts.lop2')), loop.info);
+  // The file's own count of slices, which this one leaves at 0.
+  assert.deepEqual(await LoopLibrary.readInfo(readLoop('texts.lop2')), { ...loop.info, sliceCount: 0 });
   loop.close();
   for (const name of ['drums.tsl', 'drums.lop']) {
     const { info, creatorTexts } = await LoopLibrary.load(readLoop(name));
@@ -213,7 +214,7 @@ test('forgets loops that nobody holds', { skip: globalThis.gc === undefined }, a
   };
   await collected();
   const end = instance.exports.getMemoryEnd();
-  for (let at = 0; at < 200; ++at) {
+  for (let at = 0; at < 60; ++at) {
     await load();
     if (at % 10 === 9) {
       await collected();

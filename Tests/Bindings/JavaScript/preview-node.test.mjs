@@ -8,8 +8,8 @@ const drums = readLoop('drums.lop2');
 const rate = 48000;
 const tenSeconds = Math.ceil((10 * rate) / quantum) * quantum;
 
-/** What the library itself renders, with changes of tempo before given frames. */
-async function expected(bytes, frames, tempos = []) {
+/** What the library itself renders from a start on, with things done to the loop before given frames. */
+async function expected(bytes, frames, steps = []) {
   const loop = await LoopLibrary.load(bytes, { sampleRate: rate });
   const planes = [new Float32Array(frames), new Float32Array(frames)];
   const render = (from, to) => {
@@ -19,22 +19,25 @@ async function expected(bytes, frames, tempos = []) {
     }
   };
   let done = 0;
-  for (const [frame, tempo] of tempos) {
-    if (frame === 0) {
-      loop.setPreviewTempo(tempo);
+  let starts = false;
+  for (const [frame, step] of steps) {
+    if (frame > 0 && !starts) {
+      starts = true;
+      loop.startPreview();
     }
-  }
-  loop.startPreview();
-  for (const [frame, tempo] of tempos) {
     render(done, frame);
-    loop.setPreviewTempo(tempo);
+    step(loop);
     done = frame;
+  }
+  if (!starts) {
+    loop.startPreview();
   }
   render(done, frames);
   loop.close();
   return planes;
 }
 
+const tempo = (value) => (loop) => loop.setPreviewTempo(value);
 const isSilent = (plane) => plane.every((sample) => Math.abs(sample) < 1e-4);
 
 test('plays what the library renders, through changes of tempo', async () => {
@@ -52,7 +55,7 @@ test('plays what the library renders, through changes of tempo', async () => {
       preview.setTempo(jump[1]);
     }
   });
-  assert.deepEqual(heard, await expected(drums, tenSeconds, jumps));
+  assert.deepEqual(heard, await expected(drums, tenSeconds, jumps.map(([frame, value]) => [frame, tempo(value)])));
   preview.close();
 });
 
@@ -63,20 +66,22 @@ test('starts and stops at a frame, and starts over', async () => {
   preview.start(1000 / rate);
   await context.settle();
   const [left] = context.render(quantum * 80);
-  const [whole] = await expected(drums, tenSeconds, [[0, 90]]);
+  const before = left.length - 1000;
+  const [whole] = await expected(drums, before + 64 + 8000, [
+    [0, tempo(90)],
+    [before, (loop) => loop.stopPreview()],
+    [before + 64, (loop) => loop.startPreview()],
+  ]);
   assert.ok(left.subarray(0, 1000).every((sample) => sample === 0));
-  assert.deepEqual(left.slice(1000), whole.slice(0, left.length - 1000));
+  assert.deepEqual(left.slice(1000), whole.slice(0, before));
   assert.ok(preview.running);
   await context.settle();
   const quarter = preview.getPosition();
-  assert.ok(Math.abs(quarter - ((quantum * 80 - 1000) / rate) * 1.5) < 1e-6, String(quarter));
+  assert.ok(Math.abs(quarter - (before / rate) * 1.5) < 1e-6, String(quarter));
 
   preview.start();
   await context.settle();
-  const over = context.render(quantum * 80)[0];
-  // The fade takes 64 frames; then the loop's first slice.
-  const again = over.slice(64, 8000).map((sample, at) => sample - whole[at]);
-  assert.ok(again.every((difference) => Math.abs(difference) < 0.02));
+  assert.deepEqual(context.render(quantum * 80)[0].slice(0, 8064), whole.slice(before));
 
   preview.stop((context.currentFrame + 300) / rate);
   await context.settle();
@@ -125,7 +130,7 @@ test('takes other loops in place of the present one', async () => {
   const image = await LoopLibrary.preparePreview(drums, rate);
   await preview.load(structuredClone(image, { transfer: [image.memory] }), { keepTempo: true });
   const heard = context.render(tenSeconds)[0];
-  const [alone] = await expected(drums, tenSeconds, [[0, 150]]);
+  const [alone] = await expected(drums, tenSeconds, [[0, tempo(150)]]);
   assert.ok(heard.some((sample, at) => sample !== alone[at]), 'the old loop fades out');
   assert.deepEqual(heard.slice(rate * 3), alone.slice(rate * 3));
   preview.close();
