@@ -38,6 +38,21 @@ __m128i NarrowLanes(const int32_t* samples) {
     return _mm_srai_epi32(_mm_slli_epi32(Load(samples), 8), 16);
 }
 
+// The halves of the vector against each other, the halves of what is left, and so on.
+int16_t LeastLane(__m128i lanes) {
+    lanes = _mm_min_epi16(lanes, _mm_shuffle_epi32(lanes, _MM_SHUFFLE(1, 0, 3, 2)));
+    lanes = _mm_min_epi16(lanes, _mm_shuffle_epi32(lanes, _MM_SHUFFLE(2, 3, 0, 1)));
+    lanes = _mm_min_epi16(lanes, _mm_srli_epi32(lanes, 16));
+    return static_cast<int16_t>(_mm_cvtsi128_si32(lanes));
+}
+
+int16_t GreatestLane(__m128i lanes) {
+    lanes = _mm_max_epi16(lanes, _mm_shuffle_epi32(lanes, _MM_SHUFFLE(1, 0, 3, 2)));
+    lanes = _mm_max_epi16(lanes, _mm_shuffle_epi32(lanes, _MM_SHUFFLE(2, 3, 0, 1)));
+    lanes = _mm_max_epi16(lanes, _mm_srli_epi32(lanes, 16));
+    return static_cast<int16_t>(_mm_cvtsi128_si32(lanes));
+}
+
 } // namespace
 
 void ReadFloats16Sse2(const int16_t* samples, int32_t count, float* values) noexcept {
@@ -96,13 +111,8 @@ SPeaks FindPeaksSse2(const int16_t* values, int32_t count) noexcept {
         low = _mm_min_epi16(low, Load(values + i));
         high = _mm_max_epi16(high, Load(values + i));
     }
-    int16_t lows[8];
-    int16_t highs[8];
-    Store(lows, low);
-    Store(highs, high);
     const SPeaks rest = FindPeaksPlain(values + i, count - i);
-    return {std::min(rest.fLow, *std::min_element(lows, lows + 8)),
-            std::max(rest.fHigh, *std::max_element(highs, highs + 8))};
+    return {std::min(rest.fLow, LeastLane(low)), std::max(rest.fHigh, GreatestLane(high))};
 }
 
 // A ramp is a chain of additions, each of which waits for the one before it; four chains in the

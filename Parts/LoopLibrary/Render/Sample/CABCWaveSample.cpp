@@ -15,18 +15,44 @@ SPeaks Union(SPeaks a, SPeaks b) {
     return {std::min(a.fLow, b.fLow), std::max(a.fHigh, b.fHigh)};
 }
 
-// The peaks of the 64 frames of one preview step, fewer or none at the end of the sample.
-SPeaks ReadStepPeaks(const CABCWaveSample& sample, int32_t channel, int64_t step) {
-    const int64_t first = step * kPreviewStep;
-    const int64_t left = int64_t{sample.GetFrameCount()} - first;
-    if (left <= 0) {
-        return {};
+// The peaks of one preview step after the other of a channel: of 64 frames each, of fewer or none at
+// the end of the sample. Many steps are read at a time, since a read costs more than a step's peaks.
+class CStepPeaks {
+public:
+    CStepPeaks(const CABCWaveSample& sample, int32_t channel)
+        : fSample(sample), fChannel(channel) {}
+
+    SPeaks Next() {
+        if (fUsed == fRead) {
+            Read();
+        }
+        const int32_t count = std::min(fRead - fUsed, kPreviewStep);
+        const int16_t* const values = fValues.data() + fUsed;
+        fUsed += count;
+        return count > 0 ? GetRenderForm().fFindPeaks(values, count) : SPeaks{};
     }
-    std::array<int16_t, kPreviewStep> values;
-    const auto count = static_cast<int32_t>(std::min<int64_t>(left, kPreviewStep));
-    sample.Get16BitSamples(static_cast<int32_t>(first), count, values.data(), channel);
-    return GetRenderForm().fFindPeaks(values.data(), count);
-}
+
+private:
+    void Read() {
+        const int64_t left = int64_t{fSample.GetFrameCount()} - fPosition;
+        fUsed = 0;
+        fRead = static_cast<int32_t>(std::clamp<int64_t>(left, 0, kReadAtOnce));
+        if (fRead > 0) {
+            fSample.Get16BitSamples(static_cast<int32_t>(fPosition), fRead, fValues.data(),
+                                    fChannel);
+        }
+        fPosition += fRead;
+    }
+
+    static constexpr int32_t kReadAtOnce = 16 * kPreviewStep;
+
+    const CABCWaveSample& fSample;
+    const int32_t fChannel;
+    int64_t fPosition = 0;
+    int32_t fUsed = 0;
+    int32_t fRead = 0;
+    std::array<int16_t, kReadAtOnce> fValues;
+};
 
 } // namespace
 
@@ -67,10 +93,11 @@ void CABCWaveSample::CreatePreview() {
 
 void CABCWaveSample::FillPreviewPeaks(int32_t channel, int32_t entryCount,
                                       int16_t* peaks) const noexcept {
-    SPeaks first = ReadStepPeaks(*this, channel, 0);
-    SPeaks second = ReadStepPeaks(*this, channel, 1);
+    CStepPeaks steps(*this, channel);
+    SPeaks first = steps.Next();
+    SPeaks second = steps.Next();
     for (int32_t i = 0; i < entryCount; ++i) {
-        const SPeaks third = ReadStepPeaks(*this, channel, int64_t{i} + 2);
+        const SPeaks third = steps.Next();
         const SPeaks entry = Union(Union(first, second), third);
         *peaks++ = entry.fLow;
         *peaks++ = entry.fHigh;
