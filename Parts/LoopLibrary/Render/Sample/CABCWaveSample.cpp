@@ -15,8 +15,9 @@ SPeaks Union(SPeaks a, SPeaks b) {
     return {std::min(a.fLow, b.fLow), std::max(a.fHigh, b.fHigh)};
 }
 
-// The peaks of one preview step after the other of a channel: of 64 frames each, of fewer or none at
-// the end of the sample. Many steps are read at a time, since a read costs more than a step's peaks.
+// The peaks of one preview step after the other of a channel: of 64 frames each, of fewer or none
+// at the end of the sample. Many steps are read at a time, since a read costs more than a step's
+// peaks.
 class CStepPeaks {
 public:
     CStepPeaks(const CABCWaveSample& sample, int32_t channel)
