@@ -1,11 +1,12 @@
 #include "LoopLibrary/Render/Tables/CDSPTables.h"
+#include "PorterPackage/Core/Bytes/ByteOrder.h"
 #include "Tests/Host/HostLoop.h"
 #include "Tests/Host/Listenings.h"
 
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <span>
 #include <string>
@@ -25,15 +26,20 @@ public:
             return;
         }
         std::ifstream file(fPath, std::ios::binary);
-        Bytes bytes{std::istreambuf_iterator<char>(file), {}};
-        fWords.resize(bytes.size() / sizeof(uint32_t));
-        std::memcpy(fWords.data(), bytes.data(), fWords.size() * sizeof(uint32_t));
+        std::array<char, sizeof(uint32_t)> bytes{};
+        while (file.read(bytes.data(), bytes.size())) {
+            fWords.push_back(
+                NSPorter::DecodeLittleEndian(reinterpret_cast<const uint8_t*>(bytes.data())));
+        }
     }
     ~CReference() {
         if (fWriting) {
             std::ofstream file(fPath, std::ios::binary);
-            file.write(reinterpret_cast<const char*>(fWords.data()),
-                       static_cast<std::streamsize>(fWords.size() * sizeof(uint32_t)));
+            for (const uint32_t word : fWords) {
+                std::array<uint8_t, sizeof word> bytes{};
+                NSPorter::EncodeLittleEndian(word, bytes.data());
+                file.write(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+            }
         }
     }
     CReference(const CReference&) = delete;

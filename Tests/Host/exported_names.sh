@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # The library exports its fourteen functions and nothing else, and has no thread-local storage.
-# Arguments: library, expected names.
+# Arguments: library, expected names, the nm of the library's machine.
 set -euo pipefail
 
-library=$1
+library=$1 nm=$3
 expected=$(sed -n 's/^ *\(LOP[A-Za-z]*\)$/\1/p' "$2" | sort)
 case $library in
 *.dll)
@@ -17,7 +17,7 @@ case $library in
     fi
     ;;
 *)
-    found=$(nm -D --defined-only "$library" | awk '{ print $3 }' | sort)
+    found=$("$nm" -D --defined-only "$library" | awk '{ print $3 }' | sort)
     if readelf -lW "$library" | grep -q '^ *TLS '; then
         echo "has thread-local storage, which a host may have used up"
         exit 1

@@ -1,4 +1,5 @@
 #include "LoopLibrary/Codec/TWIPForms_x86.h"
+#include "LoopLibrary/Codec/TWIPLanesSse2.h"
 
 #include <algorithm>
 #include <cstring>

@@ -42,5 +42,8 @@ struct CEqualizerState {
 void FilterStereoSse2(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
                       CEqualizerState& rightState,
                       const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
+void FilterStereoNeon(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
+                      CEqualizerState& rightState,
+                      const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

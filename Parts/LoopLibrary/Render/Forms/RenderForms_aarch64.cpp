@@ -1,0 +1,18 @@
+#include "LoopLibrary/Render/Forms/BulkNeon.h"
+#include "LoopLibrary/Render/Forms/PlainForms.h"
+
+namespace NSLOPDLL {
+
+std::span<const SRenderForm> GetRenderForms() noexcept {
+    static constexpr SRenderForm kForms[] = {
+        {"plain", InterpolateScalar, FilterStereoPlain, ReadFloats16Plain, ReadFloats24Plain,
+         StoreFloats16Plain, StoreFloats24Plain, Narrow24Plain, FindPeaksPlain, FillFourRampsPlain,
+         ScaleTwicePlain, ReversePlain},
+        {"neon", InterpolateNeon, FilterStereoNeon, ReadFloats16Neon, ReadFloats24Neon,
+         StoreFloats16Neon, StoreFloats24Neon, Narrow24Neon, FindPeaksNeon, FillFourRampsNeon,
+         ScaleTwiceNeon, ReverseNeon},
+    };
+    return kForms;
+}
+
+} // namespace NSLOPDLL
