@@ -9,7 +9,10 @@ mirror=${DEBIAN_MIRROR:-http://deb.debian.org/debian}
 root=$(mktemp -d)
 trap 'rm -rf --one-file-system "$root"' EXIT
 chmod 755 "$root"
-debootstrap --variant=minbase bookworm "$root" "$mirror" >/dev/null
+log=$(debootstrap --variant=minbase bookworm "$root" "$mirror" 2>&1) || {
+    echo "$log" >&2
+    exit 1
+}
 cp /etc/resolv.conf "$root/etc/resolv.conf"
 mkdir "$root/packages"
 cp "$packages"/*.deb "$root/packages"
