@@ -1,0 +1,71 @@
+// Files as they arrive: dropped, folders among them, or chosen in a dialog. Each is yielded as
+// {file, path, isChosen}; `isChosen` tells a file that the person named from one that a folder held. What
+// the system does not let be read is {path, isChosen, failure}.
+
+/**
+ * Of a drop event. Call it in the event's handler: the list of dropped items is empty later.
+ *
+ * @param {DataTransfer} transfer
+ */
+export function droppedFiles(transfer) {
+  const entries = [...transfer.items]
+    .filter((item) => item.kind === 'file')
+    .map((item) => item.webkitGetAsEntry?.() ?? item.getAsFile());
+  return walk(entries.filter(Boolean));
+}
+
+/** Of an <input type="file">, with or without webkitdirectory. @param {FileList} files */
+export async function* pickedFiles(files) {
+  for (const file of files) {
+    const path = file.webkitRelativePath || file.name;
+    if (!isHidden(path)) {
+      yield { file, path, isChosen: !file.webkitRelativePath };
+    }
+  }
+}
+
+async function* walk(items) {
+  for (const item of items) {
+    if (item instanceof File) {
+      yield { file: item, path: item.name, isChosen: true };
+    } else {
+      yield* walkEntry(item, true);
+    }
+  }
+}
+
+async function* walkEntry(entry, isChosen) {
+  const path = entry.fullPath.replace(/^\//, '');
+  if (entry.isFile) {
+    if (isChosen || !isHidden(path)) {
+      yield await call(entry, 'file').then(
+        (file) => ({ file, path, isChosen }), (failure) => ({ path, isChosen, failure }));
+    }
+    return;
+  }
+  const reader = entry.createReader();
+  // A call gives some of the entries, and an empty list at the end.
+  for (;;) {
+    const some = await call(reader, 'readEntries').catch((failure) => ({ failure }));
+    if (some.failure) {
+      yield { path, isChosen: true, failure: some.failure };
+      return;
+    }
+    if (some.length === 0) {
+      return;
+    }
+    some.sort((a, b) => a.name.localeCompare(b.name, undefined, { numeric: true }));
+    for (const inner of some) {
+      yield* walkEntry(inner, false);
+    }
+  }
+}
+
+function call(object, method) {
+  return new Promise((resolve, reject) => object[method](resolve, reject));
+}
+
+// What systems leave in folders beside a person's files.
+function isHidden(path) {
+  return path.split('/').some((name) => name.startsWith('.'));
+}
