@@ -71,6 +71,17 @@ describe('files', () => {
     assert.ok(early > 0 && early < 1000, `${early} rows when the first loop was open`);
   });
 
+  it('plays from a disk when it is one file', async () => {
+    const { browser } = page;
+    await browser.goTo(new URL('../../build/page/loop-player.html', import.meta.url).href);
+    await browser.click('#welcome-demo');
+    await page.untilShown('drums.lop2');
+    await browser.press(' ');
+    await browser.until('async () => document.querySelector(".sounding:not([hidden])") !== null');
+    assert.deepEqual(await browser.run(kNotices), []);
+    assert.deepEqual(await browser.complaints(), []);
+  });
+
   it('finds, sorts and walks the list', async () => {
     await page.openWith('break.lop2', 'drums.lop2', 'drums.tsl');
     const shown = `async () => [...document.querySelectorAll('#loops tbody tr:not([hidden]) button')]

@@ -1,5 +1,5 @@
-// Writes a loop of the demos, two bars in stereo and 24 bits, as a WAV file and prints the frames of
-// its hits as looptool takes them.
+// Writes a loop of the demos, two bars in stereo and 24 bits, as a WAV file and prints the frames
+// of its hits as looptool takes them.
 
 #include "BreakLoop.h"
 

@@ -2,6 +2,7 @@
 const kNumbersHeight = 20; // above the waves
 const kRulerHeight = 22; // below them
 const kChannelGap = 6;
+const kMostScale = 4; // of quiet loops
 // Least distances in CSS pixels of what would otherwise crowd.
 const kLeastBeat = 5;
 const kLeastBeatName = 34;
@@ -78,10 +79,14 @@ function drawWaves(area, loop) {
   const gap = kChannelGap * density;
   const channels = loop.peaks.length;
   const room = (bottom - top - gap * (channels + 1)) / channels;
+  // Quiet loops fill the picture too, and keep the relation of their channels.
+  const loudest = Math.max(...loop.peaks.map(({ low, high }) =>
+    Math.max(high.reduce((a, b) => Math.max(a, b)), -low.reduce((a, b) => Math.min(a, b)))));
+  const scale = Math.min(kMostScale, 1 / Math.max(loudest, 1 / kMostScale));
   loop.peaks.forEach((peaks, channel) => {
     const middle = Math.round(top + gap + channel * (room + gap) + room / 2);
     fillRectangle(area, colours.grid, 0, middle, width, Math.max(1, Math.floor(density)));
-    const reach = room / 2;
+    const reach = (room / 2) * scale;
     loop.starts.forEach((start, index) => {
       const end = loop.starts[index + 1] ?? 1;
       const shade = index % 2 === 0 ? '' : '-odd';
