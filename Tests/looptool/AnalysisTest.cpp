@@ -116,6 +116,10 @@ TEST(LoopAnalysis, WeighsWholeBarsByWhereOnsetsFall) {
         EXPECT_LT(NSLoopTool::GuessTempo(frames, kRate, {}, {}).fConfidence,
                   NSLoopTool::kEnoughConfidence);
     }
+    // Half a bar: each whole number of bars is too fast.
+    const std::vector<SOnset> half = Drum("x.x.x.xx", 1, 19457.0);
+    EXPECT_LT(NSLoopTool::GuessTempo(38914, kRate, half, {}).fConfidence,
+              NSLoopTool::kEnoughConfidence);
 }
 
 } // namespace

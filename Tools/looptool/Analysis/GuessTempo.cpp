@@ -16,6 +16,8 @@ constexpr double kSpread = 0.010;  // seconds that players stray from the grid
 constexpr double kAccident = 0.02; // share of onsets that belong to no grid
 constexpr double kTypicalTempo = 112.0;
 constexpr double kTempoSpread = 0.40; // of the logarithm
+constexpr double kSlowest = 70.0; // beyond these a tempo is nearly always a doubling or a halving
+constexpr double kFastest = 180.0;
 constexpr int kMostGuessedBars = 16;
 
 struct SCandidate {
@@ -81,13 +83,13 @@ double LogLikelihood(std::span<const SOnset> onsets, double framesOfBeat, double
 double LogPrior(int bars, const STimeSignature& signature, double tempo) {
     const double distance = std::log(tempo / kTypicalTempo) / kTempoSpread;
     double prior = -0.5 * distance * distance;
-    if (tempo < 70.0 || tempo > 180.0) {
-        prior -= 9.0; // nearly always a doubling or a halving
+    if (tempo < kSlowest || tempo > kFastest) {
+        prior -= 9.0;
     }
     const bool powerOfTwo = (bars & (bars - 1)) == 0;
     prior += powerOfTwo ? 0.0 : -2.5;
     prior += bars > 4 ? -1.0 : 0.0;
-    prior += signature.fNumerator == 4 ? 0.0 : -1.0;
+    prior += signature.fNumerator == 4 ? 0.0 : -2.5;
     return prior;
 }
 
@@ -155,6 +157,12 @@ STempoGuess GuessTempo(size_t frames, int rate, std::span<const SOnset> onsets,
     double confidence = 1.0 / all;
     if (onsets.size() < 3 && !known.fBars && !known.fTempo) {
         confidence = std::min(confidence, 0.2);
+    }
+    // Where all whole bars are too slow or too fast, the loop is perhaps no whole number of bars.
+    constexpr double kMargin = 1.1;
+    if (!known.fBars && !known.fTempo &&
+        (best->fTempo < kSlowest / kMargin || best->fTempo > kFastest * kMargin)) {
+        confidence = std::min(confidence, 0.4);
     }
     return {best->fTempo, best->fBars, best->fSignature.fNumerator, best->fSignature.fDenominator,
             confidence};
