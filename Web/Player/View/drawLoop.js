@@ -7,7 +7,6 @@ const kMostScale = 4; // of quiet loops
 const kLeastBeat = 5;
 const kLeastBeatName = 34;
 const kLeastBarName = 22;
-const kLeastSliceNumber = 18;
 
 /**
  * Draws a loop: the waves in two shades that alternate from slice to slice, the cuts and their
@@ -127,7 +126,6 @@ function drawWave({ context, width }, peaks, { first, end }, middle, reach, colo
 
 function drawCuts(area, loop) {
   const { context, density, colours, width, top, bottom } = area;
-  let free = 0; // where the last number ends
   let last = -Infinity;
   context.textBaseline = 'alphabetic';
   setFont(area, 10, 500);
@@ -139,10 +137,11 @@ function drawCuts(area, loop) {
     last = x;
     fillRectangle(area, colours.cut, x, top - 6 * density, density, bottom - top + 6 * density);
     fillRectangle(area, colours.accent, x, top - 6 * density, 3 * density, 6 * density);
-    if (x >= free) {
+    const number = String(index + 1);
+    const end = x + 6 * density + context.measureText(number).width;
+    if (end <= (loop.starts[index + 1] ?? 1) * width) {
       context.fillStyle = colours.faint;
-      context.fillText(String(index + 1), x + 6 * density, top - 5 * density);
-      free = x + kLeastSliceNumber * density;
+      context.fillText(number, x + 6 * density, top - 5 * density);
     }
   });
 }
