@@ -200,7 +200,7 @@ void MeasureMemory(SSession& session) {
 } // namespace
 
 void HoldLoadContests(SSession& session) {
-    for (const int32_t seconds : {2, 10, 60}) {
+    for (const int32_t seconds : {2, 4, 10, 60}) {
         HoldCreateContest(session, seconds);
     }
     HoldFirstLoadContest(session);

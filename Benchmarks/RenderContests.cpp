@@ -161,17 +161,27 @@ void HoldBlockContests(SSession& session) {
     }
 }
 
-// A loop whose slices begin every 64 output frames at 1 MHz and 450 BPM, so that all eight voices
-// sound: the file's rate decides the step.
-std::vector<uint8_t> MakeDenseLoop(bool stereo, uint32_t rate, bool withEqualizer) {
+struct SPreview {
+    bool fStereo = true;
+    uint32_t fRate = 1000000; // of the file, which decides the step; the output has 1 MHz
+    bool fEqualizer = true;
+    int32_t fBatch = 256;
+    int32_t fBlocksPerSlice = 1;
+};
+
+// A loop whose slices begin every so many blocks at 1 MHz and 450 BPM. With one in each block all
+// eight voices sound: those before the newest are on their way out.
+std::vector<uint8_t> MakeDenseLoop(const SPreview& preview) {
     constexpr uint32_t kOutputRate = 1000000;
-    constexpr double kSliceFrames = 1024;
+    const double sliceFrames = 16.0 * 64 * preview.fBlocksPerSlice;
+    const bool stereo = preview.fStereo;
+    const uint32_t rate = preview.fRate;
     const auto frames = static_cast<size_t>(2133333.0 * rate / kOutputRate);
     NSLoopWriter::SLOP2File file;
     file.fSampleInfo.fSampleRate = rate;
     file.fGeneralInfo.fBars = 0;
     file.fGeneralInfo.fBeats = 1;
-    file.fEqualizer.fEnabled = withEqualizer ? 1 : 0;
+    file.fEqualizer.fEnabled = preview.fEqualizer ? 1 : 0;
     file.fEqualizer.fBand1Gain = 6000;
     file.fEqualizer.fBand2Gain = -6000;
     file.fLeft = NSLoopWriter::MakeNoise(frames, 15, 1);
@@ -179,8 +189,8 @@ std::vector<uint8_t> MakeDenseLoop(bool stereo, uint32_t rate, bool withEqualize
         file.fRight = NSLoopWriter::MakeNoise(frames, 15, 2);
     }
     file.fSlices.clear();
-    for (double position = 0; position + kSliceFrames < static_cast<double>(frames);
-         position += kSliceFrames * rate / kOutputRate) {
+    for (double position = 0; position + sliceFrames < static_cast<double>(frames);
+         position += sliceFrames * rate / kOutputRate) {
         NSLoopWriter::SLOP2Slice slice;
         slice.fPosition = static_cast<uint32_t>(position);
         file.fSlices.push_back(slice);
@@ -188,15 +198,17 @@ std::vector<uint8_t> MakeDenseLoop(bool stereo, uint32_t rate, bool withEqualize
     return NSLoopWriter::WriteLOP2(file);
 }
 
-void HoldPreviewContest(SSession& session, bool stereo, uint32_t rate, bool withEqualizer,
-                        int32_t batch) {
+void HoldPreviewContest(SSession& session, const SPreview& preview) {
     constexpr int32_t kFrames = 64 * 256;
-    const std::vector<uint8_t> file = MakeDenseLoop(stereo, rate, withEqualizer);
-    CContest contest(std::string("preview, 8 voices, ") + (stereo ? "stereo, " : "mono, ") +
-                         (rate == 1000000 ? "unit step" : "resampled") +
-                         (withEqualizer ? ", equalizer" : "") + ", batches of " +
-                         std::to_string(batch),
-                     "block of 64 frames", kFrames / 64.0);
+    const std::vector<uint8_t> file = MakeDenseLoop(preview);
+    const int32_t batch = preview.fBatch;
+    CContest contest(
+        std::string(preview.fBlocksPerSlice == 1 ? "preview, 8 voices, " : "preview, ") +
+            (preview.fStereo ? "stereo, " : "mono, ") +
+            (preview.fRate == 1000000 ? "unit step" : "resampled") +
+            (preview.fEqualizer ? ", equalizer" : "") + ", batches of " + std::to_string(batch) +
+            (preview.fBlocksPerSlice == 1 ? "" : ", few triggers"),
+        "block of 64 frames", kFrames / 64.0);
     std::vector<float> left(static_cast<size_t>(batch));
     std::vector<float> right(static_cast<size_t>(batch));
     std::vector<LOPHandle> loops;
@@ -227,12 +239,13 @@ void HoldRenderContests(SSession& session) {
     HoldVoiceContest(session);
     HoldBlockContests(session);
     for (const int32_t batch : {64, 256, 1024}) {
-        HoldPreviewContest(session, true, 1000000, true, batch);
+        HoldPreviewContest(session, {.fBatch = batch});
     }
-    HoldPreviewContest(session, true, 1000000, false, 256);
-    HoldPreviewContest(session, true, 919000, true, 256);
-    HoldPreviewContest(session, false, 1000000, true, 256);
-    HoldPreviewContest(session, false, 919000, true, 256);
+    HoldPreviewContest(session, {.fBlocksPerSlice = 32});
+    HoldPreviewContest(session, {.fEqualizer = false});
+    HoldPreviewContest(session, {.fRate = 918750}); // as 48 kHz to 44100
+    HoldPreviewContest(session, {.fStereo = false});
+    HoldPreviewContest(session, {.fStereo = false, .fRate = 918750});
 }
 
 } // namespace LoopBench
