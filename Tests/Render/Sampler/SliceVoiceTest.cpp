@@ -167,6 +167,7 @@ TEST(SliceVoice, RendersLikeThePlainVoice) {
     const CSamplerSettings plain;
     const CSamplerSettings off{.fShaperOn = false};
     const CSamplerSettings shaped{317, 1000.0F, true, 250, 300, 100};
+    const CSamplerSettings quickest{0, 1000.0F, true, 1, 300, 100};
     const CSamplerSettings compressed{0, 7943.0F, true, 21, 1023, 40, true, 20, 127, 60, 134};
     const CSamplerSettings low{-2400, 1000.0F, true, 0, 1023, 40, true, 0, 39, 0};
     const CSlicePlayRange tail{100, 2900, 1500, 2500, 1.7F};
@@ -182,6 +183,8 @@ TEST(SliceVoice, RendersLikeThePlainVoice) {
         {"mono", 44100, 44100, false, tail, plain},
         {"all off", 44100, 48000, true, tail, off},
         {"shaped", 44100, 44100, true, tail, shaped},
+        {"quickest attack", 44100, 44100, true, tail, quickest},
+        {"fade of two frames", 44100, 44100, true, {10, 260, 210, 260, 0.5F}, off},
         {"compressed", 48000, 44100, true, tail, compressed},
         {"low", 22050, 96000, true, tail, low},
         {"no tail region", 44100, 22050, true, {10, 310, 10, 310, 1.0F}, plain},

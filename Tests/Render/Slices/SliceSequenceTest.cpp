@@ -31,7 +31,7 @@ TEST(SliceSequence, SensitivitySelectsByLevel) {
     SSliced sliced(1000);
     CSliceSequence& sequence = sliced.fSequence;
     for (const auto& [sensitivity, threshold] :
-         {std::pair{0, 32767}, {1, 32436}, {98, 330}, {99, 0}, {50, 16218}}) {
+         {std::pair{0, 32767}, {1, 32436}, {49, 16548}, {98, 330}, {99, 0}, {50, 16218}}) {
         sequence.SetSensitivity(sensitivity);
         EXPECT_EQ(sequence.GetThreshold(), threshold) << sensitivity;
     }
