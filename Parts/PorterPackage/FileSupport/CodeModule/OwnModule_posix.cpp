@@ -26,13 +26,31 @@ std::string GetWorkingDirectory() {
     return directory != nullptr ? directory.get() : std::string();
 }
 
-// Empty when the loader does not know, or memory is short.
+// A program linked as a whole has no loader to ask: what is linked into it is where the program is.
+// Empty when the system does not tell.
+std::string GetProgramPath() {
+    std::string path(256, '\0');
+    for (;;) {
+        const ssize_t size = readlink("/proc/self/exe", path.data(), path.size());
+        if (size < 0) {
+            return std::string();
+        }
+        const auto length = static_cast<size_t>(size);
+        if (length < path.size()) {
+            path.resize(length);
+            return path;
+        }
+        path.resize(path.size() * 2); // it may have been cut off
+    }
+}
+
+// Empty when neither loader nor system knows, or memory is short.
 std::string NoteOwnPath() noexcept {
     try {
         Dl_info info = {};
         static const char sHere = 0;
         if (dladdr(&sHere, &info) == 0 || info.dli_fname == nullptr) {
-            return std::string();
+            return GetProgramPath();
         }
         return MakeLoadedModulePath(info.dli_fname, GetWorkingDirectory());
     } catch (...) {
