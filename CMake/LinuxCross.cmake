@@ -12,6 +12,17 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
+# Debian's libraries for other machines come without converters of code pages; a program that starts itself
+# again starts without the emulator; and the emulator does not keep the list of mutexes that a thread holds
+# when it ends.
+list(APPEND LOOP_EMULATOR_SKIPS_TextTests
+    CodePage.OtherPagesComeFromTheSystem
+    CodePageNames.LeadToTheirConverters)
+list(APPEND LOOP_EMULATOR_SKIPS_FileSupportTests
+    CodeModule.IsFoundUnderAnyPathAndAfterItsFileIsGone)
+list(APPEND LOOP_EMULATOR_SKIPS_SupportTests
+    PlatformMutex.PassesOnFromAThreadThatEnded)
+
 find_program(LOOP_QEMU qemu-${CMAKE_SYSTEM_PROCESSOR})
 if(LOOP_QEMU)
     set(CMAKE_CROSSCOMPILING_EMULATOR ${LOOP_QEMU} -L /usr/${LOOP_TRIPLE})

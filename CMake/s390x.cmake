@@ -12,4 +12,6 @@ set(LOOP_EMULATOR_SKIPS_HostTests
     CHostTest.AStartBesideAStopLeavesNoPreviewThatCannotBeStopped
     CHostTest.AnAudioThreadLendsItsPriorityToTheLoadThatItWaitsFor
     ReloadTest.TwoCopiesHaveAStateEach)
+set(LOOP_EMULATOR_SKIPS_SupportTests
+    PlatformMutex.IsWaitedForBeyondTheFirstWait)
 include(${CMAKE_CURRENT_LIST_DIR}/LinuxCross.cmake)
