@@ -24,8 +24,8 @@ int CheckBoundaryInC(void) {
     wrong += sizeof(LOPCreatorInfo) != 1280;
     wrong += offsetof(LOPCreatorInfo, fText2) != 256;
     wrong += offsetof(LOPCreatorInfo, fText5) != 1024;
-    wrong += sizeof(LOPRenderBuffers) != 16;
-    wrong += offsetof(LOPRenderBuffers, fRight) != 8;
+    wrong += sizeof(LOPRenderBuffers) != 2 * sizeof(float*);
+    wrong += offsetof(LOPRenderBuffers, fRight) != sizeof(float*);
     wrong += !LOOPLIBRARY_VERSION_AT_LEAST(1, 0, 0);
     wrong += LOOPLIBRARY_VERSION_AT_LEAST(LOOPLIBRARY_VERSION_MAJOR + 1, 0, 0);
     wrong += LOPGetInfo(0, 0, NULL) != kLOPResult_NotInitialized;
