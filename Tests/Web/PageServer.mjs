@@ -27,7 +27,7 @@ export class PageServer {
       try {
         const bytes = await readFile(file);
         const type = kTypes[extname(file)] ?? 'application/octet-stream';
-        response.writeHead(200, { 'content-type': type }).end(bytes);
+        response.writeHead(200, { 'content-type': type, 'cache-control': 'no-store' }).end(bytes);
       } catch {
         server.missing.push(path);
         response.writeHead(404).end();

@@ -13,7 +13,7 @@ const kQuantum = 128;
 // native sound, and the first frame at which the two then differ, or -1.
 const kCompare = `
   const compare = async (left, right, reference) => {
-    const native = new Float32Array(await (await fetch(reference)).arrayBuffer());
+    const native = new Float32Array(await (await fetch(reference, { cache: 'no-store' })).arrayBuffer());
     const frames = native.length / 2;
     const firstSound = (plane) => plane.findIndex((value) => value !== 0);
     const offset = firstSound(left) - firstSound(native);
