@@ -12,6 +12,10 @@ set(LOOP_EMULATOR_SKIPS_HostTests
     CHostTest.AStartBesideAStopLeavesNoPreviewThatCannotBeStopped
     CHostTest.AnAudioThreadLendsItsPriorityToTheLoadThatItWaitsFor
     ReloadTest.TwoCopiesHaveAStateEach)
+set(LOOP_EMULATOR_SKIPS_DebugTests
+    DebuggerTest.AllThreadsAtOnce)
+set(LOOP_EMULATOR_SKIPS_HostMeasuredTests
+    CHostTest.ABatchTouchesNoHeapWhileOtherThreadsAreBusy)
 set(LOOP_EMULATOR_SKIPS_SupportTests
     PlatformMutex.IsWaitedForBeyondTheFirstWait)
 include(${CMAKE_CURRENT_LIST_DIR}/LinuxCross.cmake)
