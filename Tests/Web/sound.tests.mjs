@@ -26,7 +26,9 @@ const kCompare = `
         differs = i;
       }
     }
-    return { offset, count, differs, loudest };
+    const values = [left[differs + offset], right[differs + offset], native[differs],
+      native[frames + differs]].map(String);
+    return { offset, count, differs, loudest, values };
   };`;
 
 // A player of its own in an OfflineAudioContext, which plays a file from its first frame on.
@@ -55,8 +57,8 @@ async function playOffline(name, rate, tempos) {
   return page.browser.run(kPlayOffline, `/files/${name}`, '/files/native.f32', rate, frames, tempos);
 }
 
-function assertSame({ offset, count, differs, loudest }, rate) {
-  assert.equal(differs, -1, `differs at frame ${differs}`);
+function assertSame({ offset, count, differs, loudest, values }, rate) {
+  assert.equal(differs, -1, `differs at frame ${differs}, moved by ${offset}: ${values}`);
   assert.ok(offset >= 0 && count >= (kSeconds - 1) * rate, `offset ${offset}, ${count} frames`);
   assert.ok(loudest > 0.1, 'silence');
 }
