@@ -95,6 +95,12 @@ describe('sound', () => {
       volume.value = 1;
       volume.dispatchEvent(new Event('input'));
     }`, frames);
+    // The volume glides there, once the context runs.
+    await page.browser.until(`async () => {
+      const { player } = await import(new URL('/main.js', location));
+      await player.context.resume();
+      return player.output.gain.value === 1;
+    }`);
     await page.browser.press(' ');
     await page.browser.until(`async (frames) => window.recorded
       .findLastIndex(([left]) => left.some((value) => value !== 0)) * ${kQuantum} > frames`,
