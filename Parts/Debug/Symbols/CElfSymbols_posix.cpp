@@ -28,7 +28,7 @@ std::vector<Unit> ReadUnits(int file, uint64_t offset, uint64_t count) {
     if (offset > end || count > (end - offset) / sizeof(Unit)) {
         return {};
     }
-    std::vector<Unit> units(count);
+    std::vector<Unit> units(static_cast<size_t>(count));
     const auto size = static_cast<ssize_t>(count * sizeof(Unit));
     if (pread(file, units.data(), static_cast<size_t>(size), static_cast<off_t>(offset)) != size) {
         return {};

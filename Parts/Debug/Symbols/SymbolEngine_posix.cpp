@@ -78,7 +78,7 @@ uint32_t CaptureFrames(const void* first, void** frames, uint32_t limit) {
     if (start == end) {
         start = all.begin() + std::min<ptrdiff_t>(2, end - all.begin());
     }
-    const auto count = std::min<ptrdiff_t>(limit, end - start);
+    const auto count = std::min(static_cast<ptrdiff_t>(limit), end - start);
     std::copy_n(start, count, frames);
     return static_cast<uint32_t>(count);
 }

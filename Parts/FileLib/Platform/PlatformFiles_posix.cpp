@@ -135,7 +135,7 @@ uint32_t CSystemFileOps::Read(PlatformHandle file, uint64_t position, uint64_t c
                               uint8_t* buffer, uint64_t& transferred) {
     const int error =
         TransferAll(position, count, transferred, [&](uint64_t done, uint64_t size, off_t offset) {
-            return pread(DescriptorOf(file), buffer + done, size, offset);
+            return pread(DescriptorOf(file), buffer + done, static_cast<size_t>(size), offset);
         });
     return error == 0 ? kError_None : ErrorOfReadErrno(error);
 }
@@ -144,7 +144,7 @@ uint32_t CSystemFileOps::Write(PlatformHandle file, uint64_t position, uint64_t 
                                const uint8_t* buffer, uint64_t& transferred) {
     const int error =
         TransferAll(position, count, transferred, [&](uint64_t done, uint64_t size, off_t offset) {
-            return pwrite(DescriptorOf(file), buffer + done, size, offset);
+            return pwrite(DescriptorOf(file), buffer + done, static_cast<size_t>(size), offset);
         });
     return error == 0 ? kError_None : ErrorOfWriteErrno(error);
 }

@@ -114,7 +114,8 @@ uint64_t FileTimeOf(int64_t seconds, int64_t nanoseconds) {
 struct timespec TimespecOf(uint64_t fileTime) {
     struct timespec result = {};
     const uint64_t units = static_cast<uint64_t>(kUnitsPerSecond);
-    result.tv_sec = static_cast<int64_t>(fileTime / units) - kSecondsFrom1601To1970;
+    result.tv_sec =
+        static_cast<time_t>(static_cast<int64_t>(fileTime / units) - kSecondsFrom1601To1970);
     result.tv_nsec = static_cast<long>(fileTime % units) * 100;
     return result;
 }

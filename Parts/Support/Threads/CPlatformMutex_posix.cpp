@@ -31,7 +31,7 @@ private:
 timespec DeadlineIn(uint32_t milliseconds) noexcept {
     timespec deadline{};
     clock_gettime(CLOCK_REALTIME, &deadline);
-    deadline.tv_sec += milliseconds / 1000;
+    deadline.tv_sec += static_cast<time_t>(milliseconds / 1000);
     deadline.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000;
     if (deadline.tv_nsec >= 1000000000) {
         deadline.tv_nsec -= 1000000000;
