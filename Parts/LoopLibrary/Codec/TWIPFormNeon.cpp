@@ -28,6 +28,9 @@ constexpr CLaneMask kLanesBelow[] = {0, 0xFFFF, 0xFFFFFFFF, 0xFFFFFFFFFFFF, ~uin
 TWIP_LANES CLanes LoadLanes(const uint32_t* numbers) {
     return vld1q_u32(numbers);
 }
+TWIP_LANES CLanes LoadAlignedLanes(const uint32_t* numbers) {
+    return vld1q_u32(numbers);
+}
 TWIP_LANES void StoreLanes(uint32_t* numbers, CLanes lanes) {
     vst1q_u32(numbers, lanes);
 }

@@ -15,6 +15,10 @@ constexpr CLaneMask kLanesBelow[] = {0, 1, 3, 7, 15};
 TWIP_LANES CLanes LoadLanes(const uint32_t* numbers) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(numbers));
 }
+// An operand in memory, which SSE2's operations take from an aligned place alone.
+TWIP_LANES CLanes LoadAlignedLanes(const uint32_t* numbers) {
+    return _mm_load_si128(reinterpret_cast<const __m128i*>(numbers));
+}
 TWIP_LANES void StoreLanes(uint32_t* numbers, CLanes lanes) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(numbers), lanes);
 }
