@@ -85,6 +85,7 @@ TWIP_LANES void PickCode(uint64_t range, uint64_t& code, uint64_t longCode, uint
 
 #undef TWIP_LANES
 
+#define TWIP_PICK_CODE(...) PickCode(__VA_ARGS__);
 #define TWIP_FORM DecodeTWIPNeon
 #define TWIP_TARGET
 #include "LoopLibrary/Codec/TWIPVectorForm.inc"
