@@ -17,6 +17,19 @@ export PYTHONDONTWRITEBYTECODE=1
 /usr/bin/python3 "$source/Tests/Bindings/test_looplibrary.py"
 LOOP_NO_NUMPY=1 /usr/bin/python3 "$source/Tests/Bindings/test_looplibrary.py"
 
+# The types hold for a program that checks its own strictly.
+cat >"$scratch/typed.py" <<'PYTHON'
+import looplibrary
+
+
+def first(path: str) -> float:
+    with looplibrary.open(path, progress=lambda percent: percent < 50) as loop:
+        preview = loop.preview(tempo=97.5)
+        preview.send(120.0)
+        return float(loop.slices[0].render()[0][0]) + loop.slices[1:2][0].quarter
+PYTHON
+MYPYPATH=$source/Bindings/Python mypy --strict --no-error-summary --cache-dir="$scratch/mypy" "$scratch/typed.py"
+
 # The wheel holds all that the module needs.
 PYTHONPATH=$source/Bindings/Python /usr/bin/python3 -c "
 import sys, build_wheel_offline

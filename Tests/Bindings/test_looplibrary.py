@@ -1,7 +1,10 @@
 """The Python module, with numpy and without (LOOP_NO_NUMPY set). Takes the shared library from
 LOOPLIBRARY_PATH and a stereo loop of two bars at 120 BPM from LOOP_FILE."""
 
+import array
+import copy
 import ctypes
+import mmap
 import os
 import subprocess
 import sys
@@ -91,16 +94,56 @@ class LoopTest(unittest.TestCase):
             (lambda: loop.set_preview_tempo(float("nan")), ValueError),
             (lambda: loop.set_output_sample_rate(1), looplibrary.InvalidSampleRateError),
             (lambda: loop.preview(block=0), looplibrary.InvalidArgumentError),
+            # Numbers that a 32-bit one cannot hold, and what is no whole number or no file.
+            (lambda: loop.slices[2**32], looplibrary.InvalidSliceError),
+            (lambda: loop.set_output_sample_rate(2**32 + 48000), looplibrary.InvalidSampleRateError),
+            (lambda: loop.set_output_sample_rate(48000.0), TypeError),
+            (lambda: loop.slices[1.5], TypeError),
+            (lambda: loop.preview(frames=1.5), TypeError),
+            (lambda: looplibrary.open(0), TypeError),
+            # A copy would close the loop when it goes.
+            (lambda: copy.copy(loop), TypeError),
         ]
         for call, error in rows:
             with self.assertRaises(error):
                 call()
         with self.assertRaisesRegex(looplibrary.FileCorruptError, f"{__file__}: not a loop file"):
             looplibrary.open(__file__)
+        piece, preview = loop.slices[0], loop.preview()
+        next(preview)
         loop.close()
         loop.close()
-        with self.assertRaises(looplibrary.InvalidHandleError):
-            loop.info
+        for call in (lambda: loop.info, piece.render, lambda: next(preview)):
+            with self.assertRaises(looplibrary.InvalidHandleError):
+                call()
+
+    def test_takes_bytes_of_any_kind(self):
+        with open(FILE, "rb") as file:
+            data = file.read()
+            sources = [
+                bytearray(data),
+                array.array("B", data),
+                memoryview(bytes(value for byte in data for value in (byte, 0)))[::2],
+                mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ),
+            ]
+        for source in sources:
+            with looplibrary.open(source) as loop:
+                self.assertEqual(loop.info, looplibrary.open(FILE).info)
+
+    def test_ends_with_loops_open_and_threads_at_work(self):
+        script = """if True:
+            import collections, looplibrary, sys, threading, time
+            sys.keep = [looplibrary.open(sys.argv[1]), looplibrary.open(sys.argv[1]).preview()]
+            next(sys.keep[1])
+            for audio in [looplibrary.open(sys.argv[1]).preview() for _ in range(3)]:
+                threading.Thread(target=collections.deque, args=[audio, 0], daemon=True).start()
+            time.sleep(0.2)"""
+        environment = dict(os.environ, PYTHONPATH=PYTHON)
+        for _ in range(3):
+            done = subprocess.run(
+                [sys.executable, "-c", script, FILE], env=environment, stderr=subprocess.PIPE, text=True
+            )
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
 
     def test_progress_stops_the_load_or_raises(self):
         seen = []

@@ -13,7 +13,8 @@ Audio is 32-bit float, full scale 1.0. With numpy installed it comes as one floa
 (channels, frames), otherwise as a tuple of array.array("f"), one for each channel; indexing by
 channel is the same for both.
 
-The library is initialised when the first loop is opened and ended at exit. Calls on different loops
+The library is initialised when the first loop is opened and stays so to the end of the process, since
+daemon threads may use it until then. Calls on different loops
 may run side by side on any threads, and give other Python threads way; one loop belongs to one thread
 at a time. Every failure is an exception of looplibrary.errors.
 """
@@ -21,13 +22,13 @@ at a time. Every failure is an exception of looplibrary.errors.
 from __future__ import annotations
 
 import array
-import atexit
 import ctypes
 import io
+import operator
 import os
 import threading
 from dataclasses import dataclass
-from typing import Any, Callable, Iterator, Optional, Sequence, Union
+from typing import TYPE_CHECKING, Any, Callable, Generator, Optional, Sequence, Union
 
 from . import _native
 from .errors import *  # noqa: F401,F403
@@ -36,15 +37,18 @@ from .errors import InvalidArgumentError, LoopError, check
 try:
     import numpy
 except ImportError:
-    numpy = None
+    numpy = None  # type: ignore[assignment]
+
+if TYPE_CHECKING:
+    import mmap
 
 __version__ = "1.0.0"
 PPQ = 15360
 """Pulses to a quarter note."""
 
 MAX_BATCH_FRAMES = 65536
-Audio = Union["numpy.ndarray", Sequence["array.array[float]"]]
-Source = Union[str, "os.PathLike[str]", bytes, bytearray, memoryview]
+Audio = Union["numpy.ndarray[Any, Any]", Sequence["array.array[float]"]]
+Source = Union[str, "os.PathLike[str]", bytes, bytearray, memoryview, "array.array[Any]", "mmap.mmap"]
 Progress = Callable[[int], Optional[bool]]
 
 _lock = threading.Lock()
@@ -52,8 +56,7 @@ _initialized = False
 
 
 def _library() -> ctypes.CDLL:
-    """The library, initialised. A host that has initialised it in this process keeps the duty of
-    ending it."""
+    """The library, initialised; perhaps by the program that this Python runs in (result 201)."""
     global _initialized
     native = _native.get()
     with _lock:
@@ -61,7 +64,6 @@ def _library() -> ctypes.CDLL:
             result = native.LOPInitializeDLL()
             if result != 201:
                 check(result)
-                atexit.register(native.LOPUninitializeDLL)
             _initialized = True
     return native
 
@@ -109,12 +111,29 @@ def _info(record: _native.Info) -> LoopInfo:
     )
 
 
+_MOST = 0x7FFFFFFF
+"""The largest of the C functions' numbers. ctypes cuts off what lies beyond without a word."""
+
+
+def _number(value: int) -> int:
+    """A whole number for a C function: what it cannot hold becomes one that every function refuses.
+    Raises TypeError for what is not a whole number."""
+    value = operator.index(value)
+    return value if 0 <= value <= _MOST else -1
+
+
 def _read(source: Source) -> tuple[bytes, str]:
     """The bytes of a path or of an object that holds them, and what to call them in a message."""
-    if isinstance(source, (bytes, bytearray, memoryview)):
-        return bytes(source), ""
-    with io.open(source, "rb") as file:
-        return file.read(), os.fspath(source)
+    if isinstance(source, (str, os.PathLike)):
+        name = os.fsdecode(source)
+        with io.open(name, "rb") as file:
+            data = file.read()
+    else:
+        name = ""
+        data = source if isinstance(source, bytes) else memoryview(source).tobytes()
+    if len(data) > _MOST:
+        raise InvalidArgumentError(name or f"{len(data)} bytes")
+    return data, name
 
 
 def _allocate(channels: int, frames: int) -> tuple[Audio, _native.RenderBuffers]:
@@ -131,7 +150,7 @@ def _allocate(channels: int, frames: int) -> tuple[Audio, _native.RenderBuffers]
 
 
 def read_info(source: Source) -> LoopInfo:
-    """Reads the header of a loop file (a path or its bytes) without decoding its audio. The values
+    """Reads the header of a loop file (its path, or an object that holds its bytes) without decoding its audio. The values
     are those of the file; slice_count need not be what an open loop counts."""
     data, name = _read(source)
     record = _native.Info()
@@ -143,7 +162,8 @@ def read_info(source: Source) -> LoopInfo:
 
 
 def open(source: Source, progress: Optional[Progress] = None) -> Loop:  # noqa: A001
-    """Opens a loop file, given by its path or its bytes, and decodes its audio. `progress` is called
+    """Opens a loop file, given by its path or by an object that holds its bytes (bytes, bytearray,
+    memoryview, array, mmap), and decodes its audio. `progress` is called
     with a percentage; False stops the load (AbortedError), and an exception in it stops the load
     and is raised here."""
     return Loop(source, progress)
@@ -158,7 +178,7 @@ class Slice:
         record = _native.SliceInfo()
         check(
             _library().LOPGetSliceInfo(
-                loop._handle, index, ctypes.sizeof(record), ctypes.byref(record)
+                loop._handle, _number(index), ctypes.sizeof(record), ctypes.byref(record)
             ),
             f"slice {index}",
         )
@@ -199,9 +219,8 @@ class _Slices(Sequence[Slice]):
     def __getitem__(self, index: Any) -> Any:
         if isinstance(index, slice):
             return [Slice(self._loop, at) for at in range(*index.indices(len(self)))]
-        if index < 0:
-            index += len(self)
-        return Slice(self._loop, index)
+        index = operator.index(index)
+        return Slice(self._loop, index + len(self) if index < 0 else index)
 
 
 class Loop:
@@ -215,12 +234,13 @@ class Loop:
 
         def report(percent: int, _: Any) -> int:
             try:
-                return 1 if thrown or progress(percent) is False else 0
+                going_on = progress(percent) if progress and not thrown else None
+                return 1 if thrown or (going_on is not None and not going_on) else 0
             except BaseException as error:  # no exception may cross the C code
                 thrown.append(error)
                 return 1
 
-        callback = _native.CREATE_CALLBACK(report) if progress else _native.CREATE_CALLBACK()
+        callback = _native.CREATE_CALLBACK(report) if progress else _native.CREATE_CALLBACK(0)
         result = native.LOPCreate(ctypes.byref(self._handle), data, len(data), callback, None)
         if thrown:
             self.close()
@@ -232,6 +252,10 @@ class Loop:
 
     def __exit__(self, *_: Any) -> None:
         self.close()
+
+    def __reduce_ex__(self, _: Any) -> Any:
+        # A copy would close the loop of the original.
+        raise TypeError("a loop cannot be copied; open its file again")
 
     def __del__(self) -> None:
         if getattr(self, "_handle", None):
@@ -272,16 +296,22 @@ class Loop:
     def set_output_sample_rate(self, rate: int) -> None:
         """Sets the rate of slices and preview in frames per second, 11025 to 1000000; until then it
         is that of the stored audio. Not while a preview runs."""
-        check(_library().LOPSetOutputSampleRate(self._handle, rate), f"{rate} frames per second")
+        check(
+            _library().LOPSetOutputSampleRate(self._handle, _number(rate)),
+            f"{rate} frames per second",
+        )
 
     def preview(
         self, tempo: Optional[float] = None, frames: Optional[int] = None, block: int = 4096
-    ) -> Iterator[Audio]:
+    ) -> Generator[Audio, Optional[float], None]:
         """Plays the loop from its start, round and round, and yields blocks of two channels of
         `block` frames (1 to 65536), the last one shorter, `frames` in all or without end. `tempo` is
         in beats per minute, 20 to 450, by default the stored one; send() to the iterator or
         set_preview_tempo changes it on the way. The preview stops when the iterator ends or is
         closed."""
+        block = operator.index(block)
+        if frames is not None:
+            frames = operator.index(frames)
         if not 1 <= block <= MAX_BATCH_FRAMES:
             raise InvalidArgumentError(f"block of {block} frames")
         native = _library()
@@ -289,7 +319,9 @@ class Loop:
             self.set_preview_tempo(tempo)
         return self._pull(native, frames, block)
 
-    def _pull(self, native: ctypes.CDLL, frames: Optional[int], block: int) -> Iterator[Audio]:
+    def _pull(
+        self, native: ctypes.CDLL, frames: Optional[int], block: int
+    ) -> Generator[Audio, Optional[float], None]:
         check(native.LOPStartPreview(self._handle), "preview")
         try:
             while frames is None or frames > 0:
