@@ -11,7 +11,8 @@
  * Results.   Every call that can fail comes in two forms, as in std::filesystem. The plain form
  *            throws LoopLibrary::Error. The form with a last argument `Result& result` throws
  *            nothing of its own; it stores the result there and returns a default value on failure.
- *            RenderPreview has the second kind alone: it returns the result.
+ *            RenderPreview has the second kind alone: it returns the result. Where a compiler is
+ *            told to do without exceptions (-fno-exceptions), the plain form ends the program.
  *
  * Memory.    The render call allocates nothing. Arrays are given as Samples: anything with data()
  *            and size() over float (std::vector, std::array, std::span), a C array, or a pointer
@@ -42,6 +43,12 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#if defined(__cpp_exceptions) || defined(_CPPUNWIND)
+#define LOOPLIBRARY_EXCEPTIONS 1
+#else
+#define LOOPLIBRARY_EXCEPTIONS 0
+#endif
 
 namespace LoopLibrary {
 
@@ -143,6 +150,15 @@ private:
 
 namespace Detail {
 
+[[noreturn]] inline void Fail(Result result) {
+#if LOOPLIBRARY_EXCEPTIONS
+    throw Error(result);
+#else
+    static_cast<void>(result);
+    std::terminate();
+#endif
+}
+
 /// The element type of something with data() and size(), else void.
 template <class Container, class = void>
 struct ElementOf {
@@ -240,7 +256,7 @@ private:
     static Owns Initialize() {
         const Result result{LOPInitializeDLL()};
         if (result != Result::OK) {
-            throw Error(result);
+            Detail::Fail(result);
         }
         return {};
     }
@@ -288,16 +304,22 @@ public:
     static Loop Open(Bytes bytes, Function&& progress, Result& result) {
         Progress<std::remove_reference_t<Function>> state{progress, nullptr};
         Loop loop = Create(bytes, &decltype(state)::Report, &state, result);
+#if LOOPLIBRARY_EXCEPTIONS
         if (state.fThrown != nullptr) {
             std::rethrow_exception(state.fThrown);
         }
+#endif
         return loop;
     }
 
     /// Whether it names an open loop.
-    explicit operator bool() const noexcept { return fHandle != 0; }
+    explicit operator bool() const noexcept {
+        return fHandle != 0;
+    }
     /// For calls of LoopLibrary.h; remains owned by the Loop.
-    LOPHandle GetHandle() const noexcept { return fHandle; }
+    LOPHandle GetHandle() const noexcept {
+        return fHandle;
+    }
     /// Stops the preview and closes the loop. No other thread may use the loop any more.
     void Close() noexcept {
         if (fHandle != 0) {
@@ -378,7 +400,9 @@ public:
 
     /// Sets the output rate of slices and preview, LOP_MIN_SAMPLE_RATE to LOP_MAX_SAMPLE_RATE
     /// frames per second. The preview must be stopped.
-    void SetOutputSampleRate(int32_t rate) { Check(Result{LOPSetOutputSampleRate(fHandle, rate)}); }
+    void SetOutputSampleRate(int32_t rate) {
+        Check(Result{LOPSetOutputSampleRate(fHandle, rate)});
+    }
     void SetOutputSampleRate(int32_t rate, Result& result) noexcept {
         result = Result{LOPSetOutputSampleRate(fHandle, rate)};
     }
@@ -386,10 +410,18 @@ public:
     void SetOutputSampleRate(Number rate) = delete;
 
     /// Start, stop and tempo of the preview, from a control thread; see LoopLibrary.h.
-    void StartPreview() { Check(Result{LOPStartPreview(fHandle)}); }
-    void StartPreview(Result& result) noexcept { result = Result{LOPStartPreview(fHandle)}; }
-    void StopPreview() { Check(Result{LOPStopPreview(fHandle)}); }
-    void StopPreview(Result& result) noexcept { result = Result{LOPStopPreview(fHandle)}; }
+    void StartPreview() {
+        Check(Result{LOPStartPreview(fHandle)});
+    }
+    void StartPreview(Result& result) noexcept {
+        result = Result{LOPStartPreview(fHandle)};
+    }
+    void StopPreview() {
+        Check(Result{LOPStopPreview(fHandle)});
+    }
+    void StopPreview(Result& result) noexcept {
+        result = Result{LOPStopPreview(fHandle)};
+    }
     void SetPreviewTempo(Bpm tempo) {
         Check(Result{LOPSetPreviewTempo(fHandle, tempo.GetThousandths())});
     }
@@ -418,19 +450,26 @@ private:
         /// 1 stops the load. No exception may leave it, since the library is locked.
         static int32_t Report(int32_t percent, void* self) noexcept {
             auto& state = *static_cast<Progress*>(self);
+#if LOOPLIBRARY_EXCEPTIONS
             if (state.fThrown != nullptr) {
                 return 1;
             }
             try {
-                if constexpr (std::is_void_v<std::invoke_result_t<Function&, int>>) {
-                    state.fFunction(static_cast<int>(percent));
-                    return 0;
-                } else {
-                    return state.fFunction(static_cast<int>(percent)) ? 0 : 1;
-                }
+                return state.Call(percent);
             } catch (...) {
                 state.fThrown = std::current_exception();
                 return 1;
+            }
+#else
+            return state.Call(percent);
+#endif
+        }
+        int32_t Call(int32_t percent) {
+            if constexpr (std::is_void_v<std::invoke_result_t<Function&, int>>) {
+                fFunction(percent);
+                return 0;
+            } else {
+                return fFunction(percent) ? 0 : 1;
             }
         }
     };
@@ -453,7 +492,7 @@ private:
     }
     static void Check(Result result) {
         if (result != Result::OK) {
-            throw Error(result);
+            Detail::Fail(result);
         }
     }
     /// By reference, since the call that gives `value` also sets `result`.

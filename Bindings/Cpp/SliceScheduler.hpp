@@ -50,13 +50,17 @@ class SliceScheduler {
 public:
     /// A voice that is cut off fades linearly over so many frames.
     static constexpr int64_t kFadeFrames = 64;
+    /// Frames per second.
+    static constexpr double kMostSampleRate = 1.0e7;
+    /// To a quarter note: with more, the slices of a far position have no numbers.
+    static constexpr double kMostSlices = 1.0e9;
 
     /// `voices` slices may ring at once, at least 2; a further one takes the place of the oldest.
     explicit SliceScheduler(std::size_t voices = 32) : fVoices(std::max<std::size_t>(voices, 2)) {}
 
-    /// Borrows the slices. `loopQuarters` is fPPQLength of LOPInfo / LOP_PPQ; at 0 or below, or
-    /// without slices, the scheduler is silent. What sounds is dropped at once, since its arrays
-    /// may be gone.
+    /// Borrows the slices. `loopQuarters` is fPPQLength of LOPInfo / LOP_PPQ. Without slices, at 0
+    /// or below, and with more than kMostSlices to a quarter note the scheduler is silent. What
+    /// sounds is dropped at once, since its arrays may be gone.
     void SetLoop(const PlacedSlice* slices, std::size_t count, double loopQuarters) noexcept {
         Reset();
         Borrow(slices, count, loopQuarters);
@@ -76,9 +80,10 @@ public:
         Borrow(slices, count, loopQuarters);
     }
 
-    /// Frames per second of the host and of the rendered slices, above 0.
+    /// Frames per second of the host and of the rendered slices, above 0 and at most
+    /// kMostSampleRate; at others nothing begins.
     void SetSampleRate(double rate) noexcept {
-        fSampleRate = rate;
+        fSampleRate = rate <= kMostSampleRate ? rate : 0.0;
         fRunning = false;
     }
 
@@ -86,8 +91,11 @@ public:
     void SetGain(float gain) noexcept { fTargetGain = gain; }
 
     /// The slice with which the loop begins: the timeline's start plays slice `slice` and the loop
-    /// goes round from there. Takes effect as a jump.
-    void SetStartSlice(std::size_t slice) noexcept { fStartSlice = static_cast<int64_t>(slice); }
+    /// goes round from there; one that the loop does not have stands for its last. Takes effect as
+    /// a jump.
+    void SetStartSlice(std::size_t slice) noexcept {
+        fStartSlice = static_cast<int64_t>(std::min<std::size_t>(slice, 0x7FFFFFFF));
+    }
 
     /// Forgets what sounds, without a fade.
     void Reset() noexcept {
@@ -106,11 +114,12 @@ public:
     /// Fades out what Trigger began.
     void Silence() noexcept { Fade(true); }
 
-    /// Begins a slice now, `offset` frames into the next block, whatever the position; `level` is
-    /// its factor. For keys and pads.
+    /// Begins a slice `offset` frames into the next block (below 0: at its start), whatever the
+    /// position; `level` is its factor. Nothing for a slice that the loop does not have. For keys
+    /// and pads.
     void Trigger(std::size_t slice, float level, int64_t offset) noexcept {
-        if (static_cast<int64_t>(slice) < fCount) {
-            Begin(fSlices[slice], 0, offset, level, true);
+        if (slice < static_cast<std::size_t>(fCount)) {
+            Begin(fSlices[slice], 0, std::max<int64_t>(offset, 0), level, true);
         }
     }
 
@@ -119,11 +128,11 @@ public:
 
     /// Adds the next `frames` frames to the arrays; `right` null gives the mean of both channels.
     /// `quarter` is the position of the first frame, `bpm` quarter notes per minute during the
-    /// block, above 0.
+    /// block. Nothing begins at 0 or below, nor where there would be more slices than frames.
     void Render(double quarter, double bpm, float* left, float* right, int64_t frames) noexcept {
         const double step = bpm / (60.0 * fSampleRate); // quarters a frame
-        if (fCount > 0 && frames > 0 && step > 0.0 && std::isfinite(step) &&
-            std::abs(quarter) < kFarthest) {
+        if (fCount > 0 && frames > 0 && step > 0.0 &&
+            step * static_cast<double>(fCount) <= fLoopQuarters && std::abs(quarter) < kFarthest) {
             if (!fRunning ||
                 std::abs(quarter - fExpected) >
                     kJumpSeconds * fSampleRate * std::max(step, fStep) ||
@@ -141,8 +150,9 @@ public:
 private:
     void Borrow(const PlacedSlice* slices, std::size_t count, double loopQuarters) noexcept {
         fSlices = slices;
-        fCount =
-            loopQuarters > 0.0 && std::isfinite(loopQuarters) ? static_cast<int64_t>(count) : 0;
+        const bool isPlayable =
+            std::isfinite(loopQuarters) && static_cast<double>(count) <= kMostSlices * loopQuarters;
+        fCount = isPlayable ? static_cast<int64_t>(count) : 0;
         fLoopQuarters = loopQuarters;
         fRunning = false;
     }
@@ -256,8 +266,10 @@ private:
     }
 
     void Mix(float* left, float* right, int64_t frames) noexcept {
-        const float gainStep =
-            frames > 0 ? (fTargetGain - fGain) / static_cast<float>(frames) : 0.0F;
+        if (frames <= 0) {
+            return;
+        }
+        const float gainStep = (fTargetGain - fGain) / static_cast<float>(frames);
         for (Voice& voice : fVoices) {
             if (voice.fSlice != nullptr) {
                 MixVoice(voice, left, right, frames, gainStep);
@@ -376,8 +388,9 @@ public:
                 const double rest = (fPoints[fAt + 1].fQuarter - fClock.GetQuarter()) * 60.0 *
                                     fSampleRate / fClock.GetBpm();
                 // The frame at or behind the point is the first in the new tempo.
-                part = static_cast<int64_t>(
-                    std::clamp(std::ceil(rest), 0.0, static_cast<double>(frames)));
+                if (rest < static_cast<double>(frames)) {
+                    part = static_cast<int64_t>(std::max(std::ceil(rest), 0.0));
+                }
             }
             if (part > 0) {
                 scheduler.Render(fClock.GetQuarter(), fClock.GetBpm(), left, right, part);

@@ -1,6 +1,7 @@
 #include "CLoopPlayer.h"
 
-#include <lv2/atom/util.h>
+#include "AtomWalk.h"
+
 #include <lv2/core/lv2_util.h>
 
 #include <algorithm>
@@ -73,27 +74,31 @@ void CLoopPlayer::Run(uint32_t frames) noexcept {
 }
 
 void CLoopPlayer::TakeEvents(uint32_t frames) noexcept {
-    const auto* control = static_cast<const LV2_Atom_Sequence*>(fPorts[kPort_Control]);
-    LV2_ATOM_SEQUENCE_FOREACH(control, event) {
-        const int64_t frame = std::clamp<int64_t>(event->time.frames, fDone, frames);
-        if (event->body.type == fUris.fMidiEvent) {
-            TakeMidi(reinterpret_cast<const uint8_t*>(&event->body) + sizeof(LV2_Atom),
-                     event->body.size, frame);
-        } else if (event->body.type == fUris.fObject || event->body.type == fUris.fBlank) {
+    const auto& control = *static_cast<const LV2_Atom_Sequence*>(fPorts[kPort_Control]);
+    AtomWalk::ForEachEvent(control, [&](const LV2_Atom_Event& event) {
+        // One that comes behind its time happens now.
+        const int64_t frame = std::clamp<int64_t>(event.time.frames, fDone, frames);
+        const LV2_Atom& atom = event.body;
+        if (atom.type == fUris.fMidiEvent) {
+            TakeMidi(reinterpret_cast<const uint8_t*>(&atom + 1), atom.size, frame);
+        } else if ((atom.type == fUris.fObject || atom.type == fUris.fBlank) &&
+                   atom.size >= sizeof(LV2_Atom_Object_Body)) {
             RenderTo(frame); // what it changes, it changes from here on
-            TakeObject(*reinterpret_cast<const LV2_Atom_Object*>(&event->body));
+            TakeObject(reinterpret_cast<const LV2_Atom_Object&>(atom));
         }
-    }
+    });
 }
 
 void CLoopPlayer::TakeMidi(const uint8_t* message, uint32_t size, int64_t frame) noexcept {
-    const bool noteOn = size >= 3 && (message[0] & 0xF0) == 0x90 && message[2] > 0;
-    if (noteOn && message[1] >= kFirstKey) {
+    if (size < 3 || message[1] > 127 || message[2] > 127) {
+        return;
+    }
+    const int kind = message[0] & 0xF0;
+    if (kind == 0x90 && message[2] > 0 && message[1] >= kFirstKey) {
         fScheduler.Trigger(static_cast<std::size_t>(message[1] - kFirstKey),
                            static_cast<float>(message[2]) / 127.0F, frame - fDone);
-    } else if (size >= 3 && (message[0] & 0xF0) == 0xB0 &&
-               (message[1] == LV2_MIDI_CTL_ALL_SOUNDS_OFF ||
-                message[1] == LV2_MIDI_CTL_ALL_NOTES_OFF)) {
+    } else if (kind == 0xB0 && (message[1] == LV2_MIDI_CTL_ALL_SOUNDS_OFF ||
+                                message[1] == LV2_MIDI_CTL_ALL_NOTES_OFF)) {
         RenderTo(frame);
         fScheduler.Silence();
     }
@@ -105,11 +110,14 @@ void CLoopPlayer::TakeObject(const LV2_Atom_Object& object) noexcept {
     } else if (object.body.otype == fUris.fPatchGet) {
         fNotifyDue = true;
     } else if (object.body.otype == fUris.fPatchSet) {
-        const LV2_Atom *property = nullptr, *value = nullptr;
-        lv2_atom_object_get(&object, fUris.fPatchProperty, &property, fUris.fPatchValue, &value, 0);
-        if (property != nullptr && property->type == fUris.fUrid &&
-            reinterpret_cast<const LV2_Atom_URID*>(property)->body == fUris.fFile &&
-            value != nullptr && (value->type == fUris.fPath || value->type == fUris.fString)) {
+        const LV2_Atom* const property = AtomWalk::FindValue(object, fUris.fPatchProperty);
+        const LV2_Atom* const value = AtomWalk::FindValue(object, fUris.fPatchValue);
+        if (property == nullptr || property->type != fUris.fUrid || value == nullptr ||
+            (value->type != fUris.fPath && value->type != fUris.fString)) {
+            return;
+        }
+        const auto* const urid = AtomWalk::ReadBody<LV2_URID>(*property);
+        if (urid != nullptr && *urid == fUris.fFile) {
             AskFor(reinterpret_cast<const char*>(value + 1), value->size);
         }
     }

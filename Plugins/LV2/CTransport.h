@@ -38,7 +38,8 @@ public:
 private:
     CTransport(const SUris* uris, double rate) : fUris(uris), fRate(rate) {}
 
-    bool Read(const LV2_Atom* atom, double& value) const noexcept;
+    // A property that is a number; false leaves `value` as it is.
+    bool Read(const LV2_Atom_Object& object, LV2_URID key, double& value) const noexcept;
     double GetTempo() const noexcept {
         return fBeatsPerMinute > 0.0 ? fBeatsPerMinute * 4.0 / fBeatUnit : fOwnBpm;
     }

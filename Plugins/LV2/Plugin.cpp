@@ -19,6 +19,16 @@ LV2_Handle Instantiate(const LV2_Descriptor* /*descriptor*/, double rate, const 
     }
 }
 
+// No exception may reach the host, which is C.
+template <class Body>
+LV2_State_Status WithoutExceptions(Body body) noexcept {
+    try {
+        return body();
+    } catch (const std::exception&) {
+        return LV2_STATE_ERR_UNKNOWN;
+    }
+}
+
 void Cleanup(LV2_Handle instance) {
     delete &Of(instance);
 }
@@ -35,11 +45,12 @@ const void* ExtensionData(const char* uri) {
     static const LV2_State_Interface state = {
         [](LV2_Handle instance, LV2_State_Store_Function store, LV2_State_Handle handle,
            uint32_t /*flags*/, const LV2_Feature* const* features) {
-            return Of(instance).Save(store, handle, features);
+            return WithoutExceptions([&] { return Of(instance).Save(store, handle, features); });
         },
         [](LV2_Handle instance, LV2_State_Retrieve_Function retrieve, LV2_State_Handle handle,
            uint32_t /*flags*/, const LV2_Feature* const* features) {
-            return Of(instance).Restore(retrieve, handle, features);
+            return WithoutExceptions(
+                [&] { return Of(instance).Restore(retrieve, handle, features); });
         }};
     if (std::strcmp(uri, LV2_WORKER__interface) == 0) {
         return &worker;

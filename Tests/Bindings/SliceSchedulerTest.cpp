@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -209,16 +210,37 @@ TEST(SliceScheduler, IsSilentWithoutALoopAndAtPositionsThatAreNone) {
     float out[256] = {};
     scheduler.Render(0.0, 120.0, out, nullptr, 256);
     loop.GiveTo(scheduler);
-    const std::pair<double, double> rows[] = {
-        {std::nan(""), 120.0}, {0.0, 0.0}, {0.0, -5.0}, {0.0, std::nan("")}, {1.0e300, 120.0}};
+    const std::pair<double, double> rows[] = {{std::nan(""), 120.0}, {0.0, 0.0},
+                                              {0.0, -5.0},           {0.0, std::nan("")},
+                                              {1.0e300, 120.0},      {0.0, 1.0e300}};
     for (const auto& [quarter, bpm] : rows) {
         scheduler.Render(quarter, bpm, out, nullptr, 256);
     }
-    scheduler.SetLoop(loop.fSlices.data(), 1, 0.0);
-    scheduler.Render(0.0, 120.0, out, nullptr, 256);
+    scheduler.Trigger(std::numeric_limits<std::size_t>::max(), 1.0F, 0);
+    for (const double rate : {0.0, std::nan(""), 1.0e300}) {
+        scheduler.SetSampleRate(rate);
+        scheduler.Render(0.0, 120.0, out, nullptr, 256);
+    }
+    scheduler.SetSampleRate(kRate);
+    for (const double quarters : {0.0, 1.0e-300, std::nan(""), HUGE_VAL}) {
+        scheduler.SetLoop(loop.fSlices.data(), 1, quarters);
+        scheduler.Render(1.0e8, 120.0, out, nullptr, 256);
+    }
     for (const float sample : out) {
         ASSERT_EQ(sample, 0.0F);
     }
+    // What lies outside is brought to the edge.
+    loop.GiveTo(scheduler);
+    scheduler.SetStartSlice(std::numeric_limits<std::size_t>::max());
+    scheduler.Trigger(0, 1.0F, -100);
+    scheduler.Render(0.0, 120.0, out + 100, nullptr, 100);
+    EXPECT_EQ(out[0], 0.0F);
+    EXPECT_EQ(out[101], 2.0F * loop.fSamples[0][1]);
+    // Points without a tempo are passed over, or stand.
+    LoopLibrary::TempoPoint points[] = {{0.0, std::nan("")}, {1.0, -1.0}, {2.0, 120.0}};
+    LoopLibrary::TempoMapPlayer player(points, 3, kRate);
+    player.MoveTo(0.0);
+    player.Render(scheduler, out, nullptr, 256);
 }
 
 } // namespace

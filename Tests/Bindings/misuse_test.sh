@@ -18,12 +18,13 @@ functions() {
     done
 }
 
+# compiles OPTION...: whether the rows of standard input do.
 compiles() {
     {
-        printf '#include "LoopLibrary.hpp"\nusing namespace LoopLibrary;\n'
+        printf '#include "LoopLibrary.hpp"\n#include "SliceScheduler.hpp"\nusing namespace LoopLibrary;\n'
         functions
     } >"$scratch/rows.cpp"
-    LC_ALL=C "$compiler" -std=c++17 -Wall -Werror -fsyntax-only -I"$source/Bindings/Cpp" \
+    LC_ALL=C "$compiler" -std=c++17 -Wall -Werror -fsyntax-only "$@" -I"$source/Bindings/Cpp" \
         -I"$source/Parts/LoopLibrary/Public" "$scratch/rows.cpp" >"$scratch/log" 2>&1
 }
 
@@ -44,11 +45,16 @@ int code = loop.RenderPreview(samples); (void)code;|Result code = loop.RenderPre
 Result result; loop.GetInfo(&result);|Result result; (void)loop.GetInfo(result);
 ROWS
 
-if ! cut -d'|' -f2 "$scratch/rows" | compiles; then
-    echo "does not compile, and should:"
-    cat "$scratch/log"
-    exit 1
-fi
+# Each with the warnings that other projects have on.
+warnings=(-Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wdouble-promotion)
+for options in -std=c++17 -std=c++20 "-fno-exceptions -fno-rtti"; do
+    # shellcheck disable=SC2086
+    if ! cut -d'|' -f2 "$scratch/rows" | compiles $options "${warnings[@]}"; then
+        echo "does not compile with $options, and should:"
+        cat "$scratch/log"
+        exit 1
+    fi
+done
 if cut -d'|' -f1 "$scratch/rows" | compiles; then
     echo "compiles, and should not: all of it"
     exit 1

@@ -110,6 +110,11 @@ public:
         Append(frame);
     }
 
+    // Overwrites a word of the events' buffer.
+    void Break(uint32_t offset, uint32_t word) {
+        std::memcpy(fControl.data() + offset, &word, sizeof word);
+    }
+
     // One audio call; the block is fLeft and fRight, the path that it told, if any, fTold.
     void Run(uint32_t frames) {
         DeliverResponses();

@@ -396,9 +396,11 @@ TEST_F(LoopPlayerTest, IsSilentWithoutAFileThatItCanPlay) {
     broken.resize(broken.size() / 2);
     const std::string pipe = fFolder / "pipe"; // to open it would wait for a writer
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const std::string huge = Write("huge", DrumLOP2());
+    std::filesystem::resize_file(huge, uintmax_t{1} << 40); // takes no place on the disk
     for (const std::string& path :
          {std::string(), (fFolder / "gone").string(), fFolder.string(), pipe, Write("none", {}),
-          Write("text", Bytes(1000, 'x')), Write("broken", broken), std::string(5000, 'x')}) {
+          Write("text", Bytes(1000, 'x')), Write("broken", broken), huge, std::string(5000, 'x')}) {
         host.LoadFile(fFile);
         EXPECT_TRUE(IsHeard(host));
         EXPECT_EQ(host.GetTold(), fFile);
@@ -409,6 +411,18 @@ TEST_F(LoopPlayerTest, IsSilentWithoutAFileThatItCanPlay) {
         EXPECT_EQ(host.GetTold(), isTooLong ? fFile : path);
         EXPECT_EQ(host.fLog.find(path) != std::string::npos, !isTooLong) << host.fLog;
     }
+    // The library renders from 11025 frames per second on.
+    for (const auto& [rate, isHeard] : {std::pair(8000.0, false),
+                                        {11025.0, true},
+                                        {192000.0, true},
+                                        {0.0, false},
+                                        {1e300, false}}) {
+        CPluginHost rated(rate);
+        rated.Activate();
+        rated.LoadFile(fFile);
+        EXPECT_EQ(IsHeard(rated), isHeard) << rate;
+        EXPECT_EQ(rated.fLog.empty(), isHeard) << rate;
+    }
     // Between a stop of the plug-in and the host's next word the transport stands.
     host.LoadFile(fFile);
     EXPECT_TRUE(IsHeard(host));
@@ -416,6 +430,59 @@ TEST_F(LoopPlayerTest, IsSilentWithoutAFileThatItCanPlay) {
     host.Activate();
     host.Run(4000);
     EXPECT_TRUE(IsSilent({host.fLeft.begin(), host.fLeft.begin() + 4000}));
+    EXPECT_EQ(host.fHeapCalls, 0);
+}
+
+TEST_F(LoopPlayerTest, TakesNothingFromBrokenEvents) {
+    CPluginHost host(kRate);
+    host.Activate();
+    host.LoadFile(fFile);
+    const std::string other = Write("other", DrumTSL());
+    // Words of a request for a file: a size or type in the sequence, its event, the object's
+    // property and value, and what is written there.
+    const std::pair<uint32_t, uint32_t> words[] = {
+        {0, 0},   {0, 8},  {0, 60},    {24, 0xFFFFFFF8}, {24, 5000},       {24, 4},         {24, 0},
+        {24, 44}, {28, 0}, {36, 0},    {40, 0},          {48, 0xFFFFFFF8}, {48, 2},         {52, 0},
+        {56, 0},  {64, 0}, {72, 5000}, {76, 0},          {48, 5000},       {72, 0xFFFFFFFF}};
+    for (const auto& [offset, word] : words) {
+        host.SendFile(0, other);
+        host.Break(offset, word);
+        host.Run(64);
+        host.Work();
+        host.Run(64);
+        EXPECT_EQ(host.GetTold(), fFile) << offset << ": " << word;
+    }
+    host.SendMidi(0, {0x90, 36, 127});
+    host.Break(0, 8 + 16 + 2); // ends in the message
+    const std::array<uint8_t, 3> messages[] = {
+        {0x90, 200, 100}, {0x90, 36, 200}, {36, 36, 100}, {0xF0, 36, 0xF7}, {0xFF, 36, 100}};
+    for (const auto& message : messages) {
+        host.Run(500);
+        EXPECT_TRUE(IsSilent({host.fLeft.begin(), host.fLeft.begin() + 500}));
+        host.SendMidi(0, message);
+    }
+    // Late events happen at once, those behind the block at its end.
+    host.SendMidi(400, {0xB0, 120, 0});
+    host.SendMidi(3, {0x90, 36, 127});
+    host.SendMidi(0xFFFFFFFF, {0x90, 37, 127});
+    host.Run(500);
+    const CHand hand(DrumLOP2());
+    std::vector<float> left(500), right(500);
+    CHand::Mix(hand.GetSlice(0), -400, 1.0F, left.data(), right.data(), 500);
+    ExpectBlock(host, left, right, 0, 500, 0);
+    const double odd[] = {0.0, -1.0, 1e300, 1e-300, HUGE_VAL, -HUGE_VAL, std::nan("")};
+    for (const double bpm : odd) {
+        for (const double speed : odd) {
+            host.SendPosition(0, {1e15, bpm, speed});
+            host.fControls.fill(static_cast<float>(speed));
+            host.Run(0);
+            host.Run(8192);
+            EXPECT_TRUE(std::all_of(host.fRight.begin(), host.fRight.end(),
+                                    [](float sample) { return std::isfinite(sample); }));
+        }
+    }
+    host.fControls = {0.0F, 1.0F, 0.0F, 1.0F, 120.0F};
+    EXPECT_TRUE(IsHeard(host));
     EXPECT_EQ(host.fHeapCalls, 0);
 }
 
@@ -456,6 +523,15 @@ TEST_F(LoopPlayerTest, SavesThePathAskedForAndFindsItInAMovedSession) {
         EXPECT_EQ(host.GetTold(), moved);
         EXPECT_EQ(host.fTimesTold, 1);
     }
+
+    // Memory that runs out is a state that cannot be saved or restored, and no exception to the
+    // host.
+    const std::string stored = "session:" + moved;
+    FailAllocation(0);
+    EXPECT_NO_THROW(saver.SaveMapped());
+    FailAllocation(1); // the first is the host's own
+    EXPECT_NO_THROW(saver.RestoreMapped(stored));
+    FailAllocation(-1);
 
     // A file that is gone is silence, and the session keeps its path.
     std::filesystem::rename(moved, fFolder / "away");
