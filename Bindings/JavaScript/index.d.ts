@@ -1,3 +1,4 @@
+/// <reference lib="dom" />
 /**
  * Sliced audio loops in browsers and in Node 18 and later: open, inspect, render and preview loop
  * files. Works on any thread: a page, a worker, Node; no cross-origin isolation is needed.
@@ -215,7 +216,7 @@ export interface PreviewNode {
   /** The same as setting tempo.value, or tempo.setValueAtTime. */
   setTempo(tempo: number, when?: number): void;
   /** Where the loop is, in quarter notes from its start, at a time of the context (now by default);
-   * null when it does not run. An estimate for drawing, right to some milliseconds in each pass. */
+   * null when it does not run. For drawing: right to some milliseconds, however long it plays. */
   getPosition(time?: number): number | null;
   connect(destination: AudioNode): AudioNode;
   disconnect(): void;

@@ -45,7 +45,8 @@ class PreviewNode {
   #closed = false;
   #warm = false;
   #loading = Promise.resolve();
-  // Where the loop was last known to be: a time of the context, quarter notes, beats per minute.
+  // Where the loop was last known to be: a time of the context, the place from 0 to 1, beats per
+  // minute, and the time of the loop's start.
   #anchor = null;
 
   constructor(context) {
@@ -87,11 +88,10 @@ class PreviewNode {
       }
       return;
     }
-    const time = message.frame / this.context.sampleRate;
-    if (message.type === 'started') {
-      this.#anchor = { time, quarter: 0, tempo: message.tempo };
-    } else if (message.type === 'tempo') {
-      this.#anchor = { time, quarter: this.#quarterAt(time), tempo: message.tempo };
+    if (message.type === 'placed') {
+      const { frame, place, tempo, isStart } = message;
+      const time = frame / this.context.sampleRate;
+      this.#anchor = { time, place, tempo, start: isStart ? time : this.#anchor?.start ?? time };
     } else {
       this.#anchor = null;
     }
@@ -166,11 +166,11 @@ class PreviewNode {
   }
 
   #quarterAt(time) {
-    const { timeSignature, quarters } = this.#info;
-    const passed = Math.max(time - this.#anchor.time, 0);
-    // A beat is one unit of the time signature.
-    const quarter = this.#anchor.quarter + (passed * this.#anchor.tempo * 4) / (60 * timeSignature[1]);
-    return quarters > 0 ? quarter % quarters : 0;
+    const { beats, quarters } = this.#info;
+    const { time: known, place, tempo, start } = this.#anchor;
+    const passes = place + ((Math.max(time, start) - known) * tempo) / (60 * beats);
+    // A time just before a new pass may be asked for after that pass was told.
+    return quarters > 0 ? (passes - Math.floor(passes)) * quarters : 0;
   }
 
   getPosition(time = this.context.currentTime) {

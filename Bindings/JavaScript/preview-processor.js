@@ -8,6 +8,7 @@ let isWarm = false;
 const chunkFrames = 64; // the library starts slices on a grid of so many frames
 const mostTailFrames = 1 << 16;
 const silence = 1e-6;
+const wholeLoop = 2 ** 29; // of getPreviewPlace
 // A change of tempo below this waits until the tempo stands still: the library keeps the time to the
 // next slice in whole blocks, so that many small changes would be lost.
 const tempoStep = 0.5;
@@ -47,6 +48,8 @@ class Slot {
     this.wanted = storedTempo; // what the parameter said last, or near it
     this.runs = false; // between start and stop
     this.tail = 0; // frames that a stopped loop may still sound
+    this.rendered = 0; // frames
+    this.place = 0; // in the loop, 0 to wholeLoop, when it was last asked for
   }
 
   put(at, chunk) {
@@ -93,6 +96,7 @@ class Slot {
     this.leftPointer[0] = this.leftAddress + 4 * at;
     this.rightPointer[0] = this.rightAddress + 4 * at;
     this.exports.LOPRenderPreviewBatch(this.handle, frames, this.buffers);
+    this.rendered += frames;
     if (!this.runs && this.tail > 0) {
       let loudest = 0;
       for (let frame = at; frame < at + frames; ++frame) {
@@ -100,6 +104,18 @@ class Slot {
       }
       this.tail = loudest < silence ? 0 : Math.max(this.tail - frames, 0);
     }
+  }
+
+  /** Frames since the head of the block that was begun last, 1 to 64. */
+  get framesSinceHead() {
+    return ((this.rendered + chunkFrames - 1) % chunkFrames) + 1;
+  }
+
+  /** Asks for the place at that head; true when it is in another pass than the one before. */
+  updatePlace() {
+    const before = this.place;
+    this.place = Math.max(this.exports.getPreviewPlace(this.handle), 0);
+    return this.place < before;
   }
 
   clear(at, frames) {
@@ -123,8 +139,9 @@ function makeProcessor(Base) {
       this.open = true;
       this.startFrame = -1; // of the context; -1: none is due
       this.stopFrame = -1;
-      this.started = { type: 'started', frame: 0, tempo: 0 };
-      this.changed = { type: 'tempo', frame: 0, tempo: 0 };
+      this.placed = { type: 'placed', frame: 0, place: 0, tempo: 0, isStart: false };
+      this.startIsDue = false; // to be told
+      this.tempoIsDue = false;
       this.stopped = { type: 'stopped', frame: 0 };
       this.port.onmessage = ({ data }) => {
         try {
@@ -239,8 +256,8 @@ function makeProcessor(Base) {
 
     /** One quantum into the slot's arrays, with a start and a stop at their frames. */
     play(slot, tempo, frames) {
-      if (slot.follow(tempo) && slot.runs) {
-        this.report(this.changed, 0, tempo);
+      if (slot.follow(tempo)) {
+        this.tempoIsDue = true;
       }
       let at = 0;
       while (at < frames) {
@@ -250,7 +267,8 @@ function makeProcessor(Base) {
           this.stopFrame = -1;
           if (slot.runs) {
             slot.stop();
-            this.report(this.stopped, at, slot.tempo);
+            this.stopped.frame = currentFrame + at;
+            this.port.postMessage(this.stopped);
           }
           continue;
         }
@@ -266,7 +284,7 @@ function makeProcessor(Base) {
           }
           this.startFrame = -1;
           slot.start();
-          this.report(this.started, at, slot.tempo);
+          this.startIsDue = true;
         }
         const end = Math.min(frames, start > at ? start : frames, stop > at ? stop : frames);
         if (slot.sounds) {
@@ -276,6 +294,24 @@ function makeProcessor(Base) {
         }
         at = end;
       }
+      if (slot.runs) {
+        this.tellPlace(slot, currentFrame + frames);
+      }
+    }
+
+    /** Says where the loop is at the end of a quantum, where the page cannot know: after a start or a
+     * change of tempo, and in each new pass, whose length the library rounds. */
+    tellPlace(slot, end) {
+      const isNewPass = slot.updatePlace();
+      if (this.startIsDue || this.tempoIsDue || isNewPass) {
+        this.placed.frame = end - slot.framesSinceHead;
+        this.placed.place = slot.place / wholeLoop;
+        this.placed.tempo = slot.tempo;
+        this.placed.isStart = this.startIsDue;
+        this.port.postMessage(this.placed);
+        this.startIsDue = false;
+        this.tempoIsDue = false;
+      }
     }
 
     copy(slot, left, right) {
@@ -283,12 +319,6 @@ function makeProcessor(Base) {
         left[frame] = slot.left[frame];
         right[frame] = slot.right[frame];
       }
-    }
-
-    report(message, at, tempo) {
-      message.frame = currentFrame + at;
-      message.tempo = tempo;
-      this.port.postMessage(message);
     }
   };
 }

@@ -7,6 +7,13 @@ import { MessageChannel } from 'node:worker_threads';
 
 export const quantum = 128;
 
+const ports = [];
+
+/** An open port keeps a test's process alive: to be called after each test. */
+export function closePorts() {
+  ports.splice(0).forEach((port) => port.close());
+}
+
 class FakeAudioParam {
   value = 0;
   cancelScheduledValues() {}
@@ -84,6 +91,7 @@ class FakeAudioWorkletNode {
       throw new Error(`no processor ${name}`);
     }
     const { port1, port2 } = new MessageChannel();
+    ports.push(port1);
     this.port = port1;
     this.processor = new context.Processor({ port: port2 });
     this.parameters = new Map(context.Processor.parameterDescriptors.map(({ name: parameter, defaultValue }) => {
