@@ -51,13 +51,20 @@ export function check(result, subject) {
   }
 }
 
+// A memory never shrinks: an instance that had to grow beyond this is given up when it holds no loop.
+const mostKeptBytes = 32 << 20;
+
 export class Instance {
   #onProgress = null;
   #thrown = null;
   #scratch = 0;
+  #loops = 0;
+  #onGrown;
 
-  /** `module` is compiled. Throws when the engine has no memory for it. */
-  constructor(module) {
+  /** `module` is compiled. `onGrown` is called when the instance holds no loop and a memory that is not
+   * worth keeping. Throws when the engine has no memory for it. */
+  constructor(module, onGrown = () => {}) {
+    this.#onGrown = onGrown;
     // The module asks for nothing of a system but by names that its C library mentions and the
     // library never calls; they get a function that refuses.
     const imports = {};
@@ -112,6 +119,13 @@ export class Instance {
       return use(address, source.length);
     } finally {
       this.free(address);
+      this.#settle();
+    }
+  }
+
+  #settle() {
+    if (this.#loops === 0 && this.buffer.byteLength > mostKeptBytes) {
+      this.#onGrown();
     }
   }
 
@@ -129,6 +143,7 @@ export class Instance {
       this.#onProgress = null;
       this.#thrown = null;
       const handle = new DataView(this.buffer).getBigUint64(handleAddress, true);
+      this.#loops += handle === 0n ? 0 : 1;
       if (thrown) {
         this.delete(handle);
         throw thrown.error;
@@ -156,6 +171,8 @@ export class Instance {
       this.exports.LOPStopPreview(handle); // a running preview would keep it open
       new DataView(this.buffer).setBigUint64(this.#scratch, handle, true);
       this.exports.LOPDelete(this.#scratch);
+      --this.#loops;
+      this.#settle();
     }
   }
 

@@ -22,12 +22,24 @@ async function compile({ wasm }) {
       : wasm;
     given = { bytes, module: await WebAssembly.compile(bytes) };
   }
-  shared = new Instance(given.module);
+  share();
 }
 
-/** The instance that all loops of this thread share. */
+function share() {
+  const instance = new Instance(given.module, () => {
+    if (shared === instance) {
+      shared = null;
+    }
+  });
+  shared = instance;
+}
+
+/** The instance that new loops of this thread share. */
 export async function getInstance() {
   await init();
+  if (shared === null) {
+    share();
+  }
   return shared;
 }
 

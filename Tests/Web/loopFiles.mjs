@@ -88,8 +88,17 @@ export function makeFolder(folder, loop, count) {
  * @param {[number, number][]} tempos frame, a multiple of 64, and beats per minute from there on
  */
 export function nativePreview(loop, output, rate, frames, tempos) {
-  execFileSync('python3', [
-    join(kRoot, 'Tests/Web/native_preview.py'), loop, output, rate, frames,
-    ...tempos.map((change) => change.join(':')),
-  ], { env: { ...process.env, LOOPLIBRARY_PATH: join(kBuild, 'lib/libLoopLibrary.so') } });
+  runNative('native_preview.py', loop, output, rate, frames, ...tempos.map((change) => change.join(':')));
+}
+
+/** What the native library answers to each file of a folder, by native_results.py. */
+export function nativeResults(folder) {
+  return JSON.parse(runNative('native_results.py', folder));
+}
+
+function runNative(script, ...args) {
+  return execFileSync('python3', [join(kRoot, 'Tests/Web', script), ...args], {
+    env: { ...process.env, LOOPLIBRARY_PATH: join(kBuild, 'lib/libLoopLibrary.so') },
+    maxBuffer: 1 << 28,
+  });
 }

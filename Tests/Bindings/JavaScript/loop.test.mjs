@@ -1,7 +1,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 
-import { LoopError, LoopLibrary, constants, failsWith, getInstance, listenings, readLoop } from './package.mjs';
+import { LoopLibrary, constants, failsWith, getInstance, listenings, readLoop } from './package.mjs';
 
 const drums = readLoop('drums.lop2');
 
@@ -100,35 +100,6 @@ test('refuses what is no whole loop file', async () => {
       await assert.rejects(LoopLibrary.load(whole.subarray(0, size)), failsWith('FileCorrupt'), `${name} ${size}`);
     }
   }
-});
-
-test('meets damage of every kind with a result', async () => {
-  let seed = 1;
-  const random = (below) => {
-    seed = (Math.imul(seed, 1664525) + 1013904223) >>> 0;
-    return Math.floor((seed / 2 ** 32) * below);
-  };
-  const found = new Set();
-  for (let turn = 0; turn < 900; ++turn) {
-    const bytes = readLoop(['drums.lop2', 'drums.tsl', 'drums.lop'][turn % 3]);
-    for (let damage = random(4); damage >= 0; --damage) {
-      bytes[random(turn % 2 ? 400 : bytes.length)] = [0, 1, 127, 128, 255, random(256)][random(6)];
-    }
-    try {
-      const loop = await LoopLibrary.load(bytes);
-      found.add('OK');
-      loop.startPreview();
-      loop.renderPreview(1000);
-      if (loop.info.sliceCount > 0) {
-        loop.renderSlice(random(loop.info.sliceCount));
-      }
-      loop.close();
-    } catch (error) {
-      assert.ok(error instanceof LoopError, error.stack);
-      found.add(error.resultName);
-    }
-  }
-  assert.ok(found.has('OK') && found.has('FileCorrupt'), [...found].join());
 });
 
 test('says what a call does wrong', async () => {
