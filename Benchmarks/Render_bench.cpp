@@ -83,18 +83,18 @@ void EqualizerTwoChannels(benchmark::State& state) {
 }
 BENCHMARK(EqualizerTwoChannels);
 
-void EqualizerStereoSse2(benchmark::State& state) {
+void EqualizerStereoLanes(benchmark::State& state) {
     CEqualizerEffect equalizer = MakeEqualizer();
     CBlock block;
     equalizer.Process(block.Buffers());
     CEqualizerState left;
     CEqualizerState right;
     while (state.KeepRunning()) {
-        FilterStereoSse2(equalizer.GetCoefficients(), left, right, block.Buffers());
+        FilterStereoLanes(equalizer.GetCoefficients(), left, right, block.Buffers());
         benchmark::DoNotOptimize(block);
     }
 }
-BENCHMARK(EqualizerStereoSse2);
+BENCHMARK(EqualizerStereoLanes);
 
 // With the coefficients of the block.
 void EqualizerProcess(benchmark::State& state) {

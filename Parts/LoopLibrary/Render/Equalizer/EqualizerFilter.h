@@ -39,11 +39,8 @@ struct CEqualizerState {
 
 /// Both channels at once, in the lanes of a vector: the bits of two calls of
 /// FilterChannel (Forms/PlainForms.h).
-void FilterStereoSse2(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
-                      CEqualizerState& rightState,
-                      const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
-void FilterStereoNeon(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
-                      CEqualizerState& rightState,
-                      const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
+void FilterStereoLanes(const CEqualizerCoefficients& coefficients, CEqualizerState& leftState,
+                       CEqualizerState& rightState,
+                       const CBlockBuffers& buffers) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

@@ -30,4 +30,10 @@ void ScaleTwicePlain(float* values, const float* first, const float* second,
                      int32_t count) noexcept LOOP_REALTIME;
 void ReversePlain(float* values, int32_t count) noexcept LOOP_REALTIME;
 
+/// The first form of every processor.
+inline constexpr SRenderForm kPlainForm = {
+    "plain",           InterpolateScalar,  FilterStereoPlain,  ReadFloats16Plain,
+    ReadFloats24Plain, StoreFloats16Plain, StoreFloats24Plain, Narrow24Plain,
+    FindPeaksPlain,    FillFourRampsPlain, ScaleTwicePlain,    ReversePlain};
+
 } // namespace NSLOPDLL

@@ -5,10 +5,8 @@ namespace NSLOPDLL {
 
 std::span<const SRenderForm> GetRenderForms() noexcept {
     static constexpr SRenderForm kForms[] = {
-        {"plain", InterpolateScalar, FilterStereoPlain, ReadFloats16Plain, ReadFloats24Plain,
-         StoreFloats16Plain, StoreFloats24Plain, Narrow24Plain, FindPeaksPlain, FillFourRampsPlain,
-         ScaleTwicePlain, ReversePlain},
-        {"neon", InterpolateNeon, FilterStereoNeon, ReadFloats16Neon, ReadFloats24Neon,
+        kPlainForm,
+        {"neon", InterpolateNeon, FilterStereoLanes, ReadFloats16Neon, ReadFloats24Neon,
          StoreFloats16Neon, StoreFloats24Neon, Narrow24Neon, FindPeaksNeon, FillFourRampsNeon,
          ScaleTwiceNeon, ReverseNeon},
     };

@@ -3,10 +3,7 @@
 namespace NSLOPDLL {
 
 std::span<const SRenderForm> GetRenderForms() noexcept {
-    static constexpr SRenderForm kForms[] = {
-        {"plain", InterpolateScalar, FilterStereoPlain, ReadFloats16Plain, ReadFloats24Plain,
-         StoreFloats16Plain, StoreFloats24Plain, Narrow24Plain, FindPeaksPlain, FillFourRampsPlain,
-         ScaleTwicePlain, ReversePlain}};
+    static constexpr SRenderForm kForms[] = {kPlainForm};
     return kForms;
 }
 

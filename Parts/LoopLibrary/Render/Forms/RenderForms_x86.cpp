@@ -7,13 +7,11 @@ namespace NSLOPDLL {
 // bulk loops wait for memory.
 std::span<const SRenderForm> GetRenderForms() noexcept {
     static constexpr SRenderForm kForms[] = {
-        {"plain", InterpolateScalar, FilterStereoPlain, ReadFloats16Plain, ReadFloats24Plain,
-         StoreFloats16Plain, StoreFloats24Plain, Narrow24Plain, FindPeaksPlain, FillFourRampsPlain,
-         ScaleTwicePlain, ReversePlain},
-        {"sse2", InterpolateSse2, FilterStereoSse2, ReadFloats16Sse2, ReadFloats24Sse2,
+        kPlainForm,
+        {"sse2", InterpolateSse2, FilterStereoLanes, ReadFloats16Sse2, ReadFloats24Sse2,
          StoreFloats16Sse2, StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2, FillFourRampsSse2,
          ScaleTwiceSse2, ReverseSse2},
-        {"avx2", InterpolateAvx2, FilterStereoSse2, ReadFloats16Sse2, ReadFloats24Sse2,
+        {"avx2", InterpolateAvx2, FilterStereoLanes, ReadFloats16Sse2, ReadFloats24Sse2,
          StoreFloats16Sse2, StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2, FillFourRampsSse2,
          ScaleTwiceSse2, ReverseSse2},
     };
