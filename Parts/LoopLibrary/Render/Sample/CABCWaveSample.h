@@ -48,6 +48,10 @@ public:
     virtual void SetFloatSamples(int32_t first, int32_t count, const float* values,
                                  int32_t channel) noexcept = 0;
 
+    /// Has the processor fetch frames of both channels that will be read soon; changes nothing
+    /// else. Any range will do: what lies outside the sample is left out.
+    virtual void Prefetch(int64_t first, int32_t count) const noexcept LOOP_REALTIME = 0;
+
     virtual int16_t Get16BitSample(int32_t frame, int32_t channel) const noexcept = 0;
     virtual void Set16BitSample(int32_t frame, int16_t value, int32_t channel) noexcept = 0;
     virtual void Get16BitSamples(int32_t first, int32_t count, int16_t* values,

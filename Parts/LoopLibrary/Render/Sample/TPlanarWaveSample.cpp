@@ -112,6 +112,18 @@ void TPlanarWaveSample<Depth>::SetFloatSamples(int32_t first, int32_t count, con
 }
 
 template <typename Depth>
+void TPlanarWaveSample<Depth>::Prefetch(int64_t first, int32_t count) const noexcept {
+    constexpr int64_t kCacheLine = 64 / sizeof(Value); // frames
+    const int64_t end = std::min<int64_t>(first + count, GetFrameCount());
+    for (int64_t frame = std::max<int64_t>(first, 0); frame < end; frame += kCacheLine) {
+        __builtin_prefetch(fLeft.Get() + frame);
+        if (IsStereo()) {
+            __builtin_prefetch(fRight.Get() + frame);
+        }
+    }
+}
+
+template <typename Depth>
 int16_t TPlanarWaveSample<Depth>::Get16BitSample(int32_t frame, int32_t channel) const noexcept {
     return Depth::To16(Plane(channel)[frame]);
 }

@@ -26,6 +26,7 @@ public:
                          int32_t channel) const noexcept LOOP_REALTIME override;
     void SetFloatSamples(int32_t first, int32_t count, const float* values,
                          int32_t channel) noexcept override;
+    void Prefetch(int64_t first, int32_t count) const noexcept LOOP_REALTIME override;
     int16_t Get16BitSample(int32_t frame, int32_t channel) const noexcept override;
     void Set16BitSample(int32_t frame, int16_t value, int32_t channel) noexcept override;
     void Get16BitSamples(int32_t first, int32_t count, int16_t* values,

@@ -98,6 +98,7 @@ SamplerVoice& CTesselSampler::TakeNextVoice() noexcept {
 }
 
 void CTesselSampler::StartRange(const CSlicePlayRange& range) noexcept {
+    fSample->Prefetch(range.fStart, kBlockFrames + kFetchLookAhead);
     TakeNextVoice() = MakeSliceVoice(range);
 }
 

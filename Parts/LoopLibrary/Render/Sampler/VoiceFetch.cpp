@@ -144,6 +144,16 @@ void ReadRun(const SamplerVoice& voice, const CABCWaveSample& sample, int32_t co
     }
 }
 
+// What the voice reads in the next block. Voices read in more places than the processor foresees.
+void PrefetchNext(const SamplerVoice& voice, const CABCWaveSample& sample, int32_t count) {
+    const int64_t position = voice.fPosition;
+    if (voice.fDirection == kVoiceDirection_Backward) {
+        sample.Prefetch(position - 2 * count - kFetchLookAhead, count);
+    } else {
+        sample.Prefetch(position + count + kFetchLookAhead, count);
+    }
+}
+
 // In the look-ahead a voice turns like any other, but a tail does not begin.
 template <bool kLookAhead>
 void FetchSliceFrames(SamplerVoice& voice, const CABCWaveSample& sample, int32_t count,
@@ -215,6 +225,7 @@ void FetchSliceVoice(SamplerVoice& voice, const CABCWaveSample& sample, int32_t 
     CFetchTarget target{left, sample.IsStereo() ? right : nullptr};
     // Most blocks lie with their look-ahead on the way to the next turn: one read gets both.
     if (FramesUntilTurn(voice) > int64_t{count} + kFetchLookAhead) {
+        PrefetchNext(voice, sample, count);
         ReadRun(voice, sample, count + kFetchLookAhead, target);
         if (voice.fInTail) {
             ShapeTail(voice, count, target);
