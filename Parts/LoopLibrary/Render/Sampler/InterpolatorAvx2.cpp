@@ -20,44 +20,77 @@ static_assert(kPhaseStride == kLanes);
 
 constexpr int kFirstHalves = _MM_SHUFFLE(1, 0, 1, 0);
 constexpr int kSecondHalves = _MM_SHUFFLE(3, 2, 3, 2);
-constexpr int kLowerLanes = 0x20;
-constexpr int kUpperLanes = 0x31;
 
-// The products of four output frames, turned: lane by lane tap 0 (and in the upper half tap 4), tap
-// 1 (and tap 5), tap 2, tap 3.
-struct CTurned {
-    __m256 fTaps04;
-    __m256 fTaps15;
-    __m256 fTaps2;
-    __m256 fTaps3;
+constexpr int32_t kLanesOfHalf = 4;
+
+// What an output frame is summed from: its source frames and its row of the table.
+struct CPlace {
+    const float* fFetch;
+    const float* fTaps;
 };
 
-LOOP_AVX2_INLINE CTurned Turn(const __m256* taps, const float* fetch, const uint32_t* frames) {
-    const __m256 p0 = _mm256_mul_ps(taps[0], _mm256_loadu_ps(fetch + frames[0]));
-    const __m256 p1 = _mm256_mul_ps(taps[1], _mm256_loadu_ps(fetch + frames[1]));
-    const __m256 p2 = _mm256_mul_ps(taps[2], _mm256_loadu_ps(fetch + frames[2]));
-    const __m256 p3 = _mm256_mul_ps(taps[3], _mm256_loadu_ps(fetch + frames[3]));
-    const __m256 a = _mm256_unpacklo_ps(p0, p1);
-    const __m256 b = _mm256_unpacklo_ps(p2, p3);
-    const __m256 c = _mm256_unpackhi_ps(p0, p1);
-    const __m256 d = _mm256_unpackhi_ps(p2, p3);
-    return {_mm256_shuffle_ps(a, b, kFirstHalves), _mm256_shuffle_ps(a, b, kSecondHalves),
-            _mm256_shuffle_ps(c, d, kFirstHalves), _mm256_shuffle_ps(c, d, kSecondHalves)};
+LOOP_AVX2_INLINE __m256 LoadHalves(const float* lower, const float* upper) {
+    return _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(lower)), _mm_loadu_ps(upper),
+                                1);
 }
 
-LOOP_AVX2_INLINE __m256 SumTaps(const __m256* taps, const float* fetch, const uint32_t* frames) {
-    const CTurned low = Turn(taps, fetch, frames);
-    const CTurned high = Turn(taps + 4, fetch, frames + 4);
-    __m256 sum = _mm256_add_ps(_mm256_permute2f128_ps(low.fTaps04, high.fTaps04, kLowerLanes),
-                               _mm256_permute2f128_ps(low.fTaps15, high.fTaps15, kLowerLanes));
-    sum = _mm256_add_ps(sum, _mm256_permute2f128_ps(low.fTaps2, high.fTaps2, kLowerLanes));
-    sum = _mm256_add_ps(sum, _mm256_permute2f128_ps(low.fTaps3, high.fTaps3, kLowerLanes));
-    sum = _mm256_add_ps(sum, _mm256_permute2f128_ps(low.fTaps04, high.fTaps04, kUpperLanes));
-    return _mm256_add_ps(sum, _mm256_permute2f128_ps(low.fTaps15, high.fTaps15, kUpperLanes));
+// The products of four taps, of an output frame in each half: of one frame's two channels, which
+// have the same taps, or of two frames.
+template <bool kSameTaps>
+LOOP_AVX2_INLINE __m256 FourProducts(const CPlace& lower, const CPlace& upper, size_t tap) {
+    const __m256 taps =
+        kSameTaps ? _mm256_broadcast_ps(reinterpret_cast<const __m128*>(lower.fTaps + tap))
+                  : LoadHalves(lower.fTaps + tap, upper.fTaps + tap);
+    return _mm256_mul_ps(taps, LoadHalves(lower.fFetch + tap, upper.fFetch + tap));
+}
+
+// Of four neighbours.
+class CPlaces {
+public:
+    LOOP_AVX2_INLINE CPlaces(const float* fetch, const float* table, uint32_t phase, uint32_t step)
+        : fPlaces{At(fetch, table, phase), At(fetch, table, phase + step),
+                  At(fetch, table, phase + 2 * step), At(fetch, table, phase + 3 * step)} {}
+
+    LOOP_AVX2_INLINE const CPlace& operator[](size_t index) const { return fPlaces[index]; }
+
+private:
+    LOOP_AVX2_INLINE static CPlace At(const float* fetch, const float* table, uint32_t phase) {
+        return {fetch + (phase >> 14), table + ((phase >> 6) & 255) * kPhaseStride};
+    }
+
+    CPlace fPlaces[kLanesOfHalf];
+};
+
+// Four output frames in each half: the products are turned, so that a lane is a frame, and summed
+// tap by tap.
+template <bool kSameTaps>
+LOOP_AVX2_INLINE __m256 SumTaps(const CPlaces& lower, const CPlaces& upper) {
+    const __m256 p0 = FourProducts<kSameTaps>(lower[0], upper[0], 0);
+    const __m256 p1 = FourProducts<kSameTaps>(lower[1], upper[1], 0);
+    const __m256 p2 = FourProducts<kSameTaps>(lower[2], upper[2], 0);
+    const __m256 p3 = FourProducts<kSameTaps>(lower[3], upper[3], 0);
+    const __m256 taps01Low = _mm256_unpacklo_ps(p0, p1);
+    const __m256 taps01High = _mm256_unpacklo_ps(p2, p3);
+    const __m256 taps23Low = _mm256_unpackhi_ps(p0, p1);
+    const __m256 taps23High = _mm256_unpackhi_ps(p2, p3);
+    const __m256 taps45Low = _mm256_unpacklo_ps(FourProducts<kSameTaps>(lower[0], upper[0], 4),
+                                                FourProducts<kSameTaps>(lower[1], upper[1], 4));
+    const __m256 taps45High = _mm256_unpacklo_ps(FourProducts<kSameTaps>(lower[2], upper[2], 4),
+                                                 FourProducts<kSameTaps>(lower[3], upper[3], 4));
+    __m256 sum = _mm256_add_ps(_mm256_shuffle_ps(taps01Low, taps01High, kFirstHalves),
+                               _mm256_shuffle_ps(taps01Low, taps01High, kSecondHalves));
+    sum = _mm256_add_ps(sum, _mm256_shuffle_ps(taps23Low, taps23High, kFirstHalves));
+    sum = _mm256_add_ps(sum, _mm256_shuffle_ps(taps23Low, taps23High, kSecondHalves));
+    sum = _mm256_add_ps(sum, _mm256_shuffle_ps(taps45Low, taps45High, kFirstHalves));
+    return _mm256_add_ps(sum, _mm256_shuffle_ps(taps45Low, taps45High, kSecondHalves));
 }
 
 LOOP_AVX2_INLINE void AddTo(float* output, __m256 values) {
     _mm256_storeu_ps(output, _mm256_add_ps(_mm256_loadu_ps(output), values));
+}
+
+LOOP_AVX2_INLINE void AddTo(float* output, __m128 values) {
+    _mm_storeu_ps(output, _mm_add_ps(_mm_loadu_ps(output), values));
 }
 
 // At a step of one frame a lane's source frames are those of the lane before it, moved on by one:
@@ -89,29 +122,48 @@ LOOP_AVX2 void InterpolateUnitStep(const CInterpolationJob& job, const float* ta
     }
 }
 
+// Four frames at a time, left in the lower half, right in the upper one.
+LOOP_AVX2 void InterpolateStereo(const CInterpolationJob& job, const float* table) {
+    const CBlockBuffers output = job.fOutput;
+    const uint32_t step = job.fStep;
+    uint32_t phase = job.fPhase;
+    for (int32_t i = 0; i < job.fFrameCount; i += kLanesOfHalf) {
+        const CPlaces left(job.fLeftFetch, table, phase, step);
+        const CPlaces right(job.fRightFetch, table, phase, step);
+        const __m256 gains = _mm256_broadcast_ps(reinterpret_cast<const __m128*>(job.fGains + i));
+        const __m256 both = _mm256_mul_ps(SumTaps<true>(left, right), gains);
+        AddTo(output.fLeft + i, _mm256_castps256_ps128(both));
+        AddTo(output.fRight + i, _mm256_extractf128_ps(both, 1));
+        phase += kLanesOfHalf * step;
+    }
+}
+
+// Eight frames at a time, the first four in the lower half.
+LOOP_AVX2 void InterpolateMono(const CInterpolationJob& job, const float* table) {
+    const CBlockBuffers output = job.fOutput;
+    const uint32_t step = job.fStep;
+    uint32_t phase = job.fPhase;
+    for (int32_t i = 0; i < job.fFrameCount; i += kLanes) {
+        const CPlaces first(job.fLeftFetch, table, phase, step);
+        const CPlaces second(job.fLeftFetch, table, phase + kLanesOfHalf * step, step);
+        const __m256 both =
+            _mm256_mul_ps(SumTaps<false>(first, second), _mm256_loadu_ps(job.fGains + i));
+        AddTo(output.fLeft + i, both);
+        AddTo(output.fRight + i, both);
+        phase += kLanes * step;
+    }
+}
+
 } // namespace
 
 LOOP_AVX2 void InterpolateAvx2(const CInterpolationJob& job) noexcept {
     const float* table = CDSPTables::GetInterpolationTableByPhase();
     if (job.fStep == kUnitStep) {
         InterpolateUnitStep(job, table);
-        return;
-    }
-    const bool mono = job.fLeftFetch == job.fRightFetch;
-    uint32_t phase = job.fPhase;
-    for (int32_t i = 0; i < job.fFrameCount; i += kLanes) {
-        uint32_t frames[kLanes];
-        __m256 taps[kLanes];
-        for (int32_t lane = 0; lane < kLanes; ++lane) {
-            frames[lane] = phase >> 14;
-            taps[lane] = _mm256_load_ps(table + ((phase >> 6) & 255) * kPhaseStride);
-            phase += job.fStep;
-        }
-        const __m256 gains = _mm256_loadu_ps(job.fGains + i);
-        const __m256 left = _mm256_mul_ps(SumTaps(taps, job.fLeftFetch, frames), gains);
-        AddTo(job.fOutput.fLeft + i, left);
-        AddTo(job.fOutput.fRight + i,
-              mono ? left : _mm256_mul_ps(SumTaps(taps, job.fRightFetch, frames), gains));
+    } else if (job.fLeftFetch == job.fRightFetch) {
+        InterpolateMono(job, table);
+    } else {
+        InterpolateStereo(job, table);
     }
 }
 
