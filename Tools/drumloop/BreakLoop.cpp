@@ -22,8 +22,9 @@ struct STrack {
 };
 
 size_t FrameOfStep(int step) {
-    const double pair = step / 2 + (step % 2 != 0 ? kSwing : 0.0);
-    return static_cast<size_t>(std::lround(pair * 2.0 * kRate * 15.0 / kTempo));
+    const int pairs = step / 2;
+    const double position = pairs + (step % 2 != 0 ? kSwing : 0.0);
+    return static_cast<size_t>(std::lround(position * 2.0 * kRate * 15.0 / kTempo));
 }
 
 Sound MakeSound(double seconds, auto&& valueAt) {

@@ -259,12 +259,16 @@ int64_t COptimizedTWIPDecompressor::DecodePlainly(int64_t done, int64_t frameCou
             static_cast<Sample>(CChannel::Halved(left + second.Decode(bits)));
     };
     int64_t frame = done / kChannels;
-    if (done % kChannels != 0) {
-        decodeSecond(CChannel::Doubled(fChannels[0].fValue[0]), frame++);
+    if constexpr (kChannels == 2) {
+        if (done % 2 != 0) {
+            decodeSecond(CChannel::Doubled(fChannels[0].fValue[0]), frame++);
+        }
     }
     while (frame < frameCount &&
            (toTheEnd || bits.GetWordsLeft() < kTWIPFormWords || frame == done / kChannels)) {
         const uint32_t left = first.Decode(bits);
+        // The analyser takes one past null for null, and stereo for mono then.
+        // NOLINTNEXTLINE(clang-analyzer-core.NullDereference)
         output.fFirst[frame * output.fStride] = static_cast<Sample>(CChannel::Halved(left));
         if constexpr (kChannels == 2) {
             decodeSecond(left, frame);

@@ -33,11 +33,13 @@ std::vector<size_t> BandEdges(size_t windowSize, double rate) {
     const double binWidth = rate / static_cast<double>(windowSize);
     std::vector<size_t> edges;
     const double top = std::min(kHighestBand, rate / 2);
-    for (double pitch = kLowestBand; pitch < top; pitch *= std::exp2(1.0 / kBandsAnOctave)) {
+    double pitch = kLowestBand;
+    while (pitch < top) {
         const auto bin = static_cast<size_t>(std::lround(pitch / binWidth));
         if (edges.empty() || bin > edges.back()) {
             edges.push_back(bin);
         }
+        pitch *= std::exp2(1.0 / kBandsAnOctave);
     }
     edges.push_back(std::min(windowSize / 2 + 1, static_cast<size_t>(top / binWidth) + 1));
     return edges;

@@ -33,7 +33,7 @@ int32_t WordOfFloat(float value, int32_t bits) {
         return 0;
     }
     const double scale = static_cast<double>(int64_t{1} << (bits - 1));
-    const double scaled = std::clamp(double{value} * scale, -scale, scale - 1.0);
+    const double scaled = std::clamp(static_cast<double>(value) * scale, -scale, scale - 1.0);
     const auto word = static_cast<uint32_t>(static_cast<int32_t>(std::lround(scaled)));
     return static_cast<int32_t>(word << (32 - bits));
 }

@@ -22,9 +22,9 @@ int32_t FromFloat(double value) {
 // One stored sample, its bits at the bottom of `bits`, at the depth that is kept.
 int32_t KeptSample(uint64_t bits, const SStoredFormat& format) {
     if (format.fIsFloat) {
-        return FromFloat(format.fBits == 32
-                             ? double{std::bit_cast<float>(static_cast<uint32_t>(bits))}
-                             : std::bit_cast<double>(bits));
+        return FromFloat(format.fBits == 32 ? static_cast<double>(
+                                                  std::bit_cast<float>(static_cast<uint32_t>(bits)))
+                                            : std::bit_cast<double>(bits));
     }
     const auto top = static_cast<int32_t>(static_cast<uint32_t>(bits) << (32 - format.fBits));
     switch (format.fBits) {

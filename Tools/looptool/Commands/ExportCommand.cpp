@@ -92,9 +92,11 @@ void ExportOne(const SExportOptions& options, const std::string& file) {
         WriteFloatFile(target(name), format, loop.GetOutputSampleRate(), loop.RenderSlice(slice));
         const SMidiNote& note = song.fNotes[static_cast<size_t>(slice)];
         const std::string channel = std::to_string(note.fChannel + 1);
-        sfz += "<region> key=" + std::to_string(note.fKey) +
-               (count > kKeys ? " lochan=" + channel + " hichan=" + channel : "") +
-               " sample=" + name + "\n";
+        sfz.append("<region> key=").append(std::to_string(note.fKey));
+        if (count > kKeys) {
+            sfz.append(" lochan=").append(channel).append(" hichan=").append(channel);
+        }
+        sfz.append(" sample=").append(name).append("\n");
         bar.Show(int64_t{slice + 1} * 100 / count);
     }
     const std::vector<uint8_t> midi = MidiFileBytes(song);

@@ -85,12 +85,14 @@ const SListColumn* FindListColumn(const std::string& name) {
 
 void PrintListTable(const std::vector<SListedLoop>& loops) {
     std::vector<CTable::SColumn> heads;
+    heads.reserve(kColumns.size());
     for (const SListColumn& column : kColumns) {
         heads.push_back({column.fName, column.IsNumber()});
     }
     CTable table(heads);
     for (const SListedLoop& loop : loops) {
         std::vector<std::string> cells;
+        cells.reserve(kColumns.size());
         for (const SListColumn& column : kColumns) {
             cells.push_back(SafeText(CellText(column, loop)));
         }

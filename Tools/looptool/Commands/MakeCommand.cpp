@@ -147,8 +147,8 @@ std::vector<SMakeTask> TasksOf(const SMakeOptions& options, const std::string& k
 // "drums.lop2: 16 slices, 2 bars at 120 BPM, 1058488 bytes became 310012 (29.3 %)"
 std::string Report(const SMakePlan& plan, const SMakeTask& task, size_t packed, bool isVerbose) {
     const auto stored = static_cast<double>(plan.GetFrames()) *
-                        static_cast<double>(plan.fAudio.fPlanes.size()) *
-                        (plan.fAudio.fBitDepth / 8);
+                        static_cast<double>(plan.fAudio.fPlanes.size()) * plan.fAudio.fBitDepth /
+                        8.0;
     const auto percent = [stored](double bytes) {
         return " (" + DecimalText(std::round(bytes / stored * 1000.0) / 10.0) + " %)";
     };

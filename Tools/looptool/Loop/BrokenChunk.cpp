@@ -68,7 +68,7 @@ public:
                 return Name(id) + " reaches " + std::to_string(size - (place.fEnd - start)) +
                        " bytes beyond the " + (place.fEnd == fBytes.size() ? "file" : "group");
             }
-            const std::string fault = Inspect(id, {start, start + size});
+            std::string fault = Inspect(id, {start, start + size});
             if (!fault.empty()) {
                 return fault;
             }
@@ -137,7 +137,7 @@ std::string BrokenChunk(const std::vector<uint8_t>& bytes) {
     }
     CChunkWalk walk(bytes);
     const size_t end = std::min(bytes.size(), 8 + walk.SizeAt(4));
-    const std::string fault = walk.Walk({kGroupHeadBytes, end});
+    std::string fault = walk.Walk({kGroupHeadBytes, end});
     if (!fault.empty()) {
         return fault;
     }

@@ -93,7 +93,8 @@ std::vector<uint8_t> PackLOP(const SMakePlan& plan) {
     if (starts.front() != 0) {
         starts.insert(starts.begin(), 0);
     }
-    const auto frames = static_cast<uint64_t>(plan.GetFrames());
+    // No audio without a frame comes this far.
+    const auto frames = std::max<uint64_t>(1, static_cast<uint64_t>(plan.GetFrames()));
     file.fSlices.clear();
     for (size_t i = 0; i < starts.size(); ++i) {
         const uint32_t end = i + 1 < starts.size() ? starts[i + 1] : static_cast<uint32_t>(frames);

@@ -57,12 +57,14 @@ std::string RulerLine(const SLoopPlot& plot, size_t columns) {
 std::string AsciiPlot(const SLoopPlot& plot, size_t columns) {
     const auto width = static_cast<double>(columns);
     const double framesPerColumn = static_cast<double>(plot.fModel.fFrames) / width;
-    std::vector<std::string> rows(2 * kHalfRows, std::string(columns, ' '));
+    std::vector<std::string> rows(size_t{2} * kHalfRows, std::string(columns, ' '));
     for (size_t column = 0; column < columns; ++column) {
         const double first = static_cast<double>(column) * framesPerColumn;
         const SPeaks peaks = PeaksOfAll(plot.fAudio, first, first + framesPerColumn);
-        const auto up = static_cast<int>(std::ceil(double{peaks.fHigh} * kHalfRows - 0.1));
-        const auto down = static_cast<int>(std::ceil(-double{peaks.fLow} * kHalfRows - 0.1));
+        const auto up =
+            static_cast<int>(std::ceil(static_cast<double>(peaks.fHigh) * kHalfRows - 0.1));
+        const auto down =
+            static_cast<int>(std::ceil(-static_cast<double>(peaks.fLow) * kHalfRows - 0.1));
         for (int row = -std::max(up, 0); row < std::max(down, 0); ++row) {
             const int index = std::clamp(row + kHalfRows, 0, 2 * kHalfRows - 1);
             rows[static_cast<size_t>(index)][column] = '#';

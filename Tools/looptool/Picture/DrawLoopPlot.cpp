@@ -130,15 +130,17 @@ private:
         std::vector<SPoint> upper;
         std::vector<SPoint> lower;
         const double right = XOfFrame(end);
-        for (double x = XOfFrame(first); x < right; x += kStep) {
+        double x = XOfFrame(first);
+        while (x < right) {
             const double from = (x - fLeft) * framesPerPixel;
             const SPeaks peaks =
                 PeaksOf(fPlot.fAudio, channel, from, std::min(from + kStep * framesPerPixel, end));
-            const double high = middle - double{peaks.fHigh} * reach;
-            const double low = middle - double{peaks.fLow} * reach;
+            const double high = middle - static_cast<double>(peaks.fHigh) * reach;
+            const double low = middle - static_cast<double>(peaks.fLow) * reach;
             constexpr double kLeastHalf = 0.3; // silence stays a line
             upper.push_back({x, std::min(high, middle - kLeastHalf)});
             lower.push_back({x, std::max(low, middle + kLeastHalf)});
+            x += kStep;
         }
         if (upper.empty()) {
             return;

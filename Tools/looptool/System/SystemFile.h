@@ -1,11 +1,11 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
+#include <utility>
 
 namespace NSLoopTool {
 
@@ -35,7 +35,9 @@ struct SFileIdentity {
     uint64_t fVolume = 0;
     uint64_t fFile = 0;
 
-    friend auto operator<=>(const SFileIdentity&, const SFileIdentity&) = default;
+    friend bool operator<(const SFileIdentity& a, const SFileIdentity& b) {
+        return std::pair(a.fVolume, a.fFile) < std::pair(b.fVolume, b.fFile);
+    }
 };
 
 /// Of the file that the path leads to, links followed; nothing if there is none.

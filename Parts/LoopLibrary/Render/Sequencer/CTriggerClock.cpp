@@ -204,12 +204,11 @@ CTriggered CTriggerClock::TriggerIntoSync(Table table, const CClockSettings& now
 void CTriggerClock::FollowMovedLoopEnd(Table table, const CClockSettings& now) noexcept {
     const int32_t end = now.fLoopEnd;
     const bool isWrap = fPlan.fNextStart <= fPlan.fCurrentStart;
-    if (end > fPlan.fPlannedLoopEnd && isWrap) {
-        fPlan.fNextStart = NextStart(fPlan.fCurrentStart, table, now);
-    } else if (end < fPlan.fPlannedLoopEnd && fPlan.fCurrentStart >= end) {
+    if (end < fPlan.fPlannedLoopEnd && fPlan.fCurrentStart >= end) {
         fPlan.fNextStart = NextStart(fPlan.fCurrentStart, table, now);
         SetCurrentTime(EntryTime(fPlan.fNextStart, table, now));
-    } else if (end < fPlan.fPlannedLoopEnd && fPlan.fNextStart == end) {
+    } else if ((end > fPlan.fPlannedLoopEnd && isWrap) ||
+               (end < fPlan.fPlannedLoopEnd && fPlan.fNextStart == end)) {
         fPlan.fNextStart = NextStart(fPlan.fCurrentStart, table, now);
     }
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <compare>
 
 namespace NSPorter {
 
@@ -33,11 +34,11 @@ std::weak_ordering CompareVersions(const SVersionRecord& a, const SVersionRecord
 }
 
 bool IsSameVersion(const SVersionRecord& a, const SVersionRecord& b) {
-    return CompareVersions(a, b) == 0;
+    return std::is_eq(CompareVersions(a, b));
 }
 
 bool IsAtLeast(const SVersionRecord& a, const SVersionRecord& min) {
-    return CompareVersions(a, min) >= 0;
+    return std::is_gteq(CompareVersions(a, min));
 }
 
 bool IsInRange(const SVersionRecord& a, const SVersionRecord& min, const SVersionRecord& max) {
