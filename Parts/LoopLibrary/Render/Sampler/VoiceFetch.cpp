@@ -148,7 +148,7 @@ void ReadRun(const SamplerVoice& voice, const CABCWaveSample& sample, int32_t co
 void PrefetchNext(const SamplerVoice& voice, const CABCWaveSample& sample, int32_t count) {
     const int64_t position = voice.fPosition;
     if (voice.fDirection == kVoiceDirection_Backward) {
-        sample.Prefetch(position - 2 * count - kFetchLookAhead, count);
+        sample.Prefetch(position - int64_t{2} * count - kFetchLookAhead, count);
     } else {
         sample.Prefetch(position + count + kFetchLookAhead, count);
     }
