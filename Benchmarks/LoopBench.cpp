@@ -32,11 +32,14 @@ namespace {
 void Measure(int argc, char** argv) {
     LoopBench::SSession session;
     std::vector<std::string> others;
+    std::string voices;
     std::string json;
     std::string only;
     CLI::App app("Measures the library beside its peers, all in one run.");
     app.add_flag("--quick", session.fQuick, "fewer loops and shorter turns: under two minutes");
     app.add_option("--against", others, "another build of the library")->check(CLI::ExistingFile);
+    app.add_option("--voices", voices, "a module with EightVoices.cpp of another build")
+        ->check(CLI::ExistingFile);
     app.add_option("--json", json, "write the figures to this file");
     app.add_option("--only", only, "decode, render, load, growth or start");
     try {
@@ -48,6 +51,10 @@ void Measure(int argc, char** argv) {
     session.fLibraries.push_back(std::make_unique<CLibrary>("this build", LOOP_LIBRARY_FILE));
     for (const std::string& other : others) {
         session.fLibraries.push_back(std::make_unique<CLibrary>("other build", other));
+    }
+    if (!voices.empty()) {
+        session.fEarlierVoices = reinterpret_cast<decltype(session.fEarlierVoices)>(
+            LoopBench::FindInModule(voices, "LoopBenchRunEightVoices"));
     }
     const auto isWanted = [&](const char* name) { return only.empty() || only == name; };
     if (isWanted("decode")) {

@@ -2,119 +2,34 @@
 
 #include "Benchmarks/Contest/Contests.h"
 #include "Benchmarks/Peers/VoicePeers.h"
-#include "LoopLibrary/Render/Equalizer/CEqualizerEffect.h"
-#include "LoopLibrary/Render/Sampler/CTesselSampler.h"
+#include "Benchmarks/Voices/EightVoices.h"
 #include "LoopWriter/LOP2File.h"
 #include "LoopWriter/SyntheticLoop.h"
 
-#include <array>
-#include <cmath>
 #include <stdexcept>
 
 namespace LoopBench {
 
 namespace {
 
-using namespace NSLOPDLL;
+constexpr int kBlockFrames = 64;
 
-constexpr int32_t kVoices = 8;
-constexpr int32_t kSampleFrames = 441000;
-constexpr int kBlocks = 200; // of one turn
+using FRunEightVoices = decltype(&LoopBenchRunEightVoices);
 
-const CABCWaveSample& GetSample(bool stereo) {
-    const auto make = [](bool isStereo) {
-        auto sample = CreateWaveSample(44100, kSampleFrames, isStereo, 16);
-        NSLoopWriter::CNoise noise(1);
-        for (int32_t channel = 1; channel <= (isStereo ? 2 : 1); ++channel) {
-            for (int32_t frame = 0; frame < kSampleFrames; ++frame) {
-                sample->Set24BitSample(frame, noise.Next() / 2, channel);
-            }
+void AddVoices(CContest& contest, const std::string& name, FRunEightVoices run,
+               const SEightVoices& what, double units) {
+    contest.AddTimed(name, [run, what, units] {
+        const double seconds = run(&what);
+        if (seconds < 0) {
+            throw std::runtime_error("a voice that is measured does not sound");
         }
-        return sample;
-    };
-    static const auto mono = make(false);
-    static const auto both = make(true);
-    return stereo ? *both : *mono;
+        return seconds / units;
+    });
 }
 
-enum class EPlace { kBody, kTail, kOneFrameTail };
-
-CSlicePlayRange RangeFor(EPlace place, int32_t voice) {
-    const int32_t start = voice * 999;
-    switch (place) {
-    case EPlace::kTail:
-        return {9990, 90000, 5000, 9991, 0.9F};
-    case EPlace::kOneFrameTail:
-        return {1000, 45000, 1000, 1001, 0.9F};
-    default:
-        return {start, kSampleFrames, start, kSampleFrames, 1.0F};
-    }
-}
-
-// Seconds for kBlocks blocks of eight voices, started anew for each since a started voice releases
-// the others, and released ones die within two blocks. What starting takes is taken off.
-class CEightVoices {
-public:
-    CEightVoices(bool stereo, int32_t rate, EPlace place, bool withEqualizer)
-        : fSampler(&GetSample(stereo), rate), fPlace(place), fWithEqualizer(withEqualizer) {
-        fSampler.SetShaperOn(place != EPlace::kBody);
-        fSampler.SetShaperAttack(0);
-        fSampler.SetShaperStretch(100);
-        fEqualizer.SetEnabled(true);
-        fEqualizer.SetRunFlag(true);
-        fEqualizer.SetBand1Gain(6000);
-        fEqualizer.SetBand2Gain(-6000);
-    }
-
-    double Run() {
-        const double start = ThreadSeconds();
-        for (int block = 0; block < kBlocks; ++block) {
-            StartVoices();
-        }
-        const double middle = ThreadSeconds();
-        for (int block = 0; block < kBlocks; ++block) {
-            StartVoices();
-            fSampler.RenderBlock({fLeft.data(), fRight.data()});
-            if (fWithEqualizer) {
-                fEqualizer.Process({fLeft.data(), fRight.data()});
-            }
-        }
-        const double end = ThreadSeconds();
-        Check();
-        return end - middle - (middle - start);
-    }
-
-private:
-    void StartVoices() {
-        fSampler.ResetVoices();
-        for (int32_t voice = 0; voice < kVoices; ++voice) {
-            fSampler.StartRange(RangeFor(fPlace, voice));
-        }
-    }
-
-    // Each voice has a gain and has gone on, or into its tail.
-    void Check() const {
-        for (size_t i = 0; i < kVoices; ++i) {
-            const SamplerVoice& voice = fSampler.GetVoice(i);
-            if (voice.fGain == 0.0F || (fPlace == EPlace::kBody && voice.fPosition < 32) ||
-                (fPlace != EPlace::kBody && !voice.fInTail)) {
-                throw std::runtime_error("a voice that is measured does not sound");
-            }
-        }
-    }
-
-    CTesselSampler fSampler;
-    CEqualizerEffect fEqualizer{44100};
-    EPlace fPlace;
-    bool fWithEqualizer;
-    alignas(64) std::array<float, kBlockFrames> fLeft{};
-    alignas(64) std::array<float, kBlockFrames> fRight{};
-};
-
-void AddVoices(CContest& contest, const std::string& name, bool stereo, int32_t rate, EPlace place,
-               bool withEqualizer) {
-    const auto voices = std::make_shared<CEightVoices>(stereo, rate, place, withEqualizer);
-    contest.AddTimed(name, [voices] { return voices->Run(); });
+std::string NameOf(const SEightVoices& what) {
+    return std::string(what.fStereo != 0 ? "stereo, " : "mono, ") +
+           (what.fRate == 44100 ? "unit step" : "48 kHz");
 }
 
 void HoldVoiceContest(SSession& session) {
@@ -126,13 +41,11 @@ void HoldVoiceContest(SSession& session) {
     addPeer(FluidSynthVoices());
     addPeer(SwresampleStream());
     addPeer(SamplerateStream());
-    for (const bool stereo : {false, true}) {
+    for (const int32_t stereo : {0, 1}) {
         for (const int32_t rate : {44100, 48000}) {
-            const auto voices = std::make_shared<CEightVoices>(stereo, rate, EPlace::kBody, false);
-            contest.AddTimed(
-                std::string("own, ") + (stereo ? "stereo, " : "mono, ") +
-                    (rate == 44100 ? "unit step" : "48 kHz"),
-                [voices] { return voices->Run() / (kVoices * kBlocks * kBlockFrames); });
+            const SEightVoices what = {.fStereo = stereo, .fRate = rate};
+            AddVoices(contest, "own, " + NameOf(what), LoopBenchRunEightVoices, what,
+                      kMeasuredVoices * kMeasuredBlocks * kBlockFrames);
         }
     }
     session.Hold(contest);
@@ -142,19 +55,21 @@ void HoldBlockContests(SSession& session) {
     struct SRow {
         const char* fName;
         EPlace fPlace;
-        bool fEqualizer;
+        int32_t fEqualizer;
     };
-    for (const SRow& row : {SRow{"8 voices", EPlace::kBody, false},
-                            SRow{"8 voices and equalizer", EPlace::kBody, true},
-                            SRow{"8 voices in the tail", EPlace::kTail, false},
-                            SRow{"8 voices in tails of one frame", EPlace::kOneFrameTail, false}}) {
-        CContest contest(std::string("block of 64 frames, ") + row.fName, "block", kBlocks);
-        for (const bool stereo : {true, false}) {
+    const FRunEightVoices earlier = session.fEarlierVoices;
+    for (const SRow& row :
+         {SRow{"8 voices", EPlace::kBody, 0}, SRow{"8 voices and equalizer", EPlace::kBody, 1},
+          SRow{"8 voices in the tail", EPlace::kTail, 0},
+          SRow{"8 voices in tails of one frame", EPlace::kOneFrameTail, 0}}) {
+        CContest contest(std::string("block of 64 frames, ") + row.fName, "block", kMeasuredBlocks);
+        for (const int32_t stereo : {1, 0}) {
             for (const int32_t rate : {44100, 48000}) {
-                AddVoices(contest,
-                          std::string(stereo ? "stereo, " : "mono, ") +
-                              (rate == 44100 ? "unit step" : "48 kHz"),
-                          stereo, rate, row.fPlace, row.fEqualizer);
+                const SEightVoices what = {stereo, rate, row.fPlace, row.fEqualizer};
+                if (earlier != nullptr) {
+                    AddVoices(contest, "other build, " + NameOf(what), earlier, what, 1);
+                }
+                AddVoices(contest, NameOf(what), LoopBenchRunEightVoices, what, 1);
             }
         }
         session.Hold(contest);

@@ -43,4 +43,7 @@ private:
     void* fModule;
 };
 
+/// The function of a module, which stays open. Throws std::runtime_error without it.
+void* FindInModule(const std::string& path, const char* name);
+
 } // namespace LoopBench

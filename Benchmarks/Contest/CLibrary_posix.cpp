@@ -18,6 +18,18 @@ void Find(void* module, const char* name, Function& function) {
 
 } // namespace
 
+void* FindInModule(const std::string& path, const char* name) {
+    void* const module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (module == nullptr) {
+        throw std::runtime_error(dlerror());
+    }
+    void* const found = dlsym(module, name);
+    if (found == nullptr) {
+        throw std::runtime_error(path + " lacks " + name);
+    }
+    return found;
+}
+
 CLibrary::CLibrary(std::string name, const std::string& path)
     : fName(std::move(name)), fPath(path), fModule(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
     if (fModule == nullptr) {

@@ -4,6 +4,8 @@
 #include "Benchmarks/Contest/CContest.h"
 #include "Benchmarks/Contest/CLibrary.h"
 
+#include "Benchmarks/Voices/EightVoices.h"
+
 #include <nlohmann/json.hpp>
 
 #include <memory>
@@ -15,6 +17,8 @@ struct SSession {
     bool fQuick = false;
     /// This build's library first, then those that it is compared with.
     std::vector<std::unique_ptr<CLibrary>> fLibraries;
+    /// Of an earlier build; null without one.
+    decltype(&LoopBenchRunEightVoices) fEarlierVoices = nullptr;
     nlohmann::json fReport = nlohmann::json::array();
 
     /// Runs, prints and keeps a contest.
