@@ -1,4 +1,5 @@
 #include "LoopLibrary/Render/Forms/RenderForms.h"
+#include "LoopLibrary/Render/Sampler/TailShape.h"
 #include "Tests/Render/RenderTestTools.h"
 
 #include <algorithm>
@@ -43,13 +44,19 @@ std::vector<int64_t> RunBulk(const SRenderForm& form, const std::vector<int32_t>
     note(samples16);
     note(stored);
 
-    std::vector<float> factors(size);
-    form.fReadFloats24(samples24.data(), count, factors.data());
-    const std::vector<float> otherFactors(factors.rbegin(), factors.rend());
     std::replace_if(
         values.begin(), values.end(), [](float value) { return value != value; }, 0.5F);
-    form.fScaleTwice(values.data(), factors.data(), otherFactors.data(), count);
+    std::vector<float> right(values.rbegin(), values.rend());
+    // The second reaches the floor of the fade within the longer counts.
+    for (const float fadeStep : {0.001F, 0.021F}) {
+        for (const float levelStep : {0.0F, 0.013F, -0.017F}) {
+            CTailShape shape{1.0F, fadeStep, 0.75F, levelStep};
+            form.fShapeTail(shape, count, values.data(), count % 3 == 0 ? nullptr : right.data());
+            note(std::array{shape.fFade, shape.fLevel});
+        }
+    }
     note(values);
+    note(right);
     form.fReverse(values.data(), count);
     note(values);
     return found;

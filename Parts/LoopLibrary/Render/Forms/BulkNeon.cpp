@@ -110,16 +110,6 @@ void FillFourRampsNeon(float* const* targets, float* values, const float* steps)
     vst1q_f32(values, value);
 }
 
-void ScaleTwiceNeon(float* values, const float* first, const float* second,
-                    int32_t count) noexcept {
-    int32_t i = 0;
-    for (; i + 4 <= count; i += 4) {
-        const float32x4_t once = vmulq_f32(vld1q_f32(values + i), vld1q_f32(first + i));
-        vst1q_f32(values + i, vmulq_f32(once, vld1q_f32(second + i)));
-    }
-    ScaleTwicePlain(values + i, first + i, second + i, count - i);
-}
-
 void ReverseNeon(float* values, int32_t count) noexcept {
     const auto turn = [](float32x4_t lanes) {
         const float32x4_t pairs = vrev64q_f32(lanes);

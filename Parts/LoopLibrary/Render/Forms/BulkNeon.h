@@ -13,8 +13,6 @@ void Narrow24Neon(const int32_t* samples, int32_t count, int16_t* values) noexce
 SPeaks FindPeaksNeon(const int16_t* values, int32_t count) noexcept;
 void FillFourRampsNeon(float* const* targets, float* values,
                        const float* steps) noexcept LOOP_REALTIME;
-void ScaleTwiceNeon(float* values, const float* first, const float* second,
-                    int32_t count) noexcept LOOP_REALTIME;
 void ReverseNeon(float* values, int32_t count) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

@@ -57,13 +57,6 @@ void FillFourRampsPlain(float* const* targets, float* values, const float* steps
     }
 }
 
-void ScaleTwicePlain(float* values, const float* first, const float* second,
-                     int32_t count) noexcept {
-    for (int32_t i = 0; i < count; ++i) {
-        values[i] = values[i] * first[i] * second[i];
-    }
-}
-
 void ReversePlain(float* values, int32_t count) noexcept {
     std::reverse(values, values + count);
 }

@@ -135,16 +135,6 @@ void FillFourRampsSse2(float* const* targets, float* values, const float* steps)
     _mm_storeu_ps(values, value);
 }
 
-void ScaleTwiceSse2(float* values, const float* first, const float* second,
-                    int32_t count) noexcept {
-    int32_t i = 0;
-    for (; i + 4 <= count; i += 4) {
-        const __m128 once = _mm_mul_ps(_mm_loadu_ps(values + i), _mm_loadu_ps(first + i));
-        _mm_storeu_ps(values + i, _mm_mul_ps(once, _mm_loadu_ps(second + i)));
-    }
-    ScaleTwicePlain(values + i, first + i, second + i, count - i);
-}
-
 void ReverseSse2(float* values, int32_t count) noexcept {
     constexpr int kTurned = _MM_SHUFFLE(0, 1, 2, 3);
     float* front = values;

@@ -13,8 +13,6 @@ void Narrow24Sse2(const int32_t* samples, int32_t count, int16_t* values) noexce
 SPeaks FindPeaksSse2(const int16_t* values, int32_t count) noexcept;
 void FillFourRampsSse2(float* const* targets, float* values,
                        const float* steps) noexcept LOOP_REALTIME;
-void ScaleTwiceSse2(float* values, const float* first, const float* second,
-                    int32_t count) noexcept LOOP_REALTIME;
 void ReverseSse2(float* values, int32_t count) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

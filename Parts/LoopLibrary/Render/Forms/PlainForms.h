@@ -6,6 +6,7 @@
 #include "LoopLibrary/Render/Equalizer/EqualizerFilter.h"
 #include "LoopLibrary/Render/Forms/RenderForms.h"
 #include "LoopLibrary/Render/Sampler/Interpolator.h"
+#include "LoopLibrary/Render/Sampler/TailShape.h"
 
 namespace NSLOPDLL {
 
@@ -26,14 +27,12 @@ void Narrow24Plain(const int32_t* samples, int32_t count, int16_t* values) noexc
 SPeaks FindPeaksPlain(const int16_t* values, int32_t count) noexcept;
 void FillFourRampsPlain(float* const* targets, float* values,
                         const float* steps) noexcept LOOP_REALTIME;
-void ScaleTwicePlain(float* values, const float* first, const float* second,
-                     int32_t count) noexcept LOOP_REALTIME;
 void ReversePlain(float* values, int32_t count) noexcept LOOP_REALTIME;
 
 /// The first form of every processor.
 inline constexpr SRenderForm kPlainForm = {
     "plain",           InterpolateScalar,  FilterStereoPlain,  ReadFloats16Plain,
     ReadFloats24Plain, StoreFloats16Plain, StoreFloats24Plain, Narrow24Plain,
-    FindPeaksPlain,    FillFourRampsPlain, ScaleTwicePlain,    ReversePlain};
+    FindPeaksPlain,    FillFourRampsPlain, ShapeTailPlain,     ReversePlain};
 
 } // namespace NSLOPDLL

@@ -13,6 +13,7 @@ struct CBlockBuffers;
 struct CEqualizerCoefficients;
 struct CEqualizerState;
 struct CInterpolationJob;
+struct CTailShape;
 
 /// The lowest and the highest of some values; of none, what is neutral in a union.
 struct SPeaks {
@@ -45,9 +46,9 @@ struct SRenderForm {
     /// frame. Leaves in `values` what follows the last frame.
     void (*fFillFourRamps)(float* const* targets, float* values,
                            const float* steps) noexcept LOOP_REALTIME;
-    /// Each value times its first and then its second factor.
-    void (*fScaleTwice)(float* values, const float* first, const float* second,
-                        int32_t count) noexcept LOOP_REALTIME;
+    /// Frames of a tail in place (TailShape.h).
+    void (*fShapeTail)(CTailShape& shape, int32_t count, float* left,
+                       float* right) noexcept LOOP_REALTIME;
     void (*fReverse)(float* values, int32_t count) noexcept LOOP_REALTIME;
 };
 

@@ -8,7 +8,7 @@ std::span<const SRenderForm> GetRenderForms() noexcept {
         kPlainForm,
         {"neon", InterpolateNeon, FilterStereoLanes, ReadFloats16Neon, ReadFloats24Neon,
          StoreFloats16Neon, StoreFloats24Neon, Narrow24Neon, FindPeaksNeon, FillFourRampsNeon,
-         ScaleTwiceNeon, ReverseNeon},
+         ShapeTailLanes, ReverseNeon},
     };
     return kForms;
 }

@@ -10,7 +10,7 @@ std::span<const SRenderForm> GetRenderForms() noexcept {
                                              {"simd128", InterpolateSse2, FilterStereoLanes,
                                               ReadFloats16Sse2, ReadFloats24Sse2, StoreFloats16Sse2,
                                               StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2,
-                                              FillFourRampsSse2, ScaleTwiceSse2, ReverseSse2}};
+                                              FillFourRampsSse2, ShapeTailLanes, ReverseSse2}};
     return kForms;
 }
 

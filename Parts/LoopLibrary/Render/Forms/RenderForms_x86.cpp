@@ -10,10 +10,10 @@ std::span<const SRenderForm> GetRenderForms() noexcept {
         kPlainForm,
         {"sse2", InterpolateSse2, FilterStereoLanes, ReadFloats16Sse2, ReadFloats24Sse2,
          StoreFloats16Sse2, StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2, FillFourRampsSse2,
-         ScaleTwiceSse2, ReverseSse2},
+         ShapeTailLanes, ReverseSse2},
         {"avx2", InterpolateAvx2, FilterStereoLanes, ReadFloats16Sse2, ReadFloats24Sse2,
          StoreFloats16Sse2, StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2, FillFourRampsSse2,
-         ScaleTwiceSse2, ReverseSse2},
+         ShapeTailLanes, ReverseSse2},
     };
     return {kForms, __builtin_cpu_supports("avx2") != 0 ? std::size_t{3} : std::size_t{2}};
 }

@@ -1,18 +1,13 @@
 #include "LoopLibrary/Render/Sampler/VoiceFetch.h"
 
 #include "LoopLibrary/Render/Forms/RenderForms.h"
+#include "LoopLibrary/Render/Sampler/TailShape.h"
 
 #include <algorithm>
 
 namespace NSLOPDLL {
 
 namespace {
-
-constexpr float kFadeFloor = 1e-6F;
-// Frames of a tail that are shaped at once: a block and its look-ahead at a step of one frame.
-constexpr int32_t kTailRun = 80;
-// Under these, setting up a run takes longer than going frame by frame.
-constexpr int32_t kShortRun = 8;
 
 // Where a fetch writes; moves on with what has been written.
 struct CFetchTarget {
@@ -47,66 +42,12 @@ void ReadBackward(const CABCWaveSample& sample, int32_t first, int32_t count,
     }
 }
 
-// The tail's two factors on their way from frame to frame.
-struct CTailShape {
-    float fFade;
-    float fFadeStep;
-    float fLevel;
-    float fLevelStep;
-
-    void Advance() {
-        fFade = std::max(fFade - fFadeStep, kFadeFloor);
-        fLevel += fLevelStep;
-    }
-};
-
-void ShapeFrameByFrame(CTailShape& shape, int32_t count, const CFetchTarget& target) {
-    for (int32_t i = 0; i < count; ++i) {
-        target.fLeft[i] = target.fLeft[i] * shape.fFade * shape.fLevel;
-        if (target.fRight != nullptr) {
-            target.fRight[i] = target.fRight[i] * shape.fFade * shape.fLevel;
-        }
-        shape.Advance();
-    }
-}
-
-// The factors first and all products then, since nothing in the products waits for the frame
-// before. Where the fade stays off its floor the comparison with it is left out of the chain, of
-// which it is half; two steps are more than the roundings of a run add up to.
-void ShapeRun(CTailShape& shape, int32_t count, const CFetchTarget& target) {
-    float fades[kTailRun];
-    float levels[kTailRun];
-    const bool isOffFloor =
-        shape.fFade - shape.fFadeStep * static_cast<float>(count + 2) > 2.0F * kFadeFloor;
-    for (int32_t i = 0; i < count; ++i) {
-        fades[i] = shape.fFade;
-        levels[i] = shape.fLevel;
-        if (isOffFloor) {
-            shape.fFade -= shape.fFadeStep;
-            shape.fLevel += shape.fLevelStep;
-        } else {
-            shape.Advance();
-        }
-    }
-    const SRenderForm& form = GetRenderForm();
-    form.fScaleTwice(target.fLeft, fades, levels, count);
-    if (target.fRight != nullptr) {
-        form.fScaleTwice(target.fRight, fades, levels, count);
-    }
-}
-
 // Fade and level of a run in the tail. Before it both are exactly 1.0 and change nothing.
-void ShapeTail(SamplerVoice& voice, int32_t count, CFetchTarget target) {
+void ShapeTail(SamplerVoice& voice, int32_t count, const CFetchTarget& target) {
     const float levelStep =
         voice.fDirection == kVoiceDirection_Forward ? voice.fTailLevelStep : -voice.fTailLevelStep;
     CTailShape shape{voice.fFadeGain, voice.fFadeStep, voice.fTailLevel, levelStep};
-    while (count >= kShortRun) {
-        const int32_t run = std::min(count, kTailRun);
-        ShapeRun(shape, run, target);
-        target.Advance(run);
-        count -= run;
-    }
-    ShapeFrameByFrame(shape, count, target);
+    GetRenderForm().fShapeTail(shape, count, target.fLeft, target.fRight);
     voice.fFadeGain = shape.fFade;
     voice.fTailLevel = shape.fLevel;
 }
