@@ -1,5 +1,9 @@
 // Runs a fuzzer's function over files and folders of inputs, on any compiler: what the test suite
-// does with the seeds and with every input that once was a finding.
+// does with the seeds and with every input that once was a finding. Each input runs once in every
+// form that this processor has.
+
+#include "LoopLibrary/Codec/TWIPForms.h"
+#include "LoopLibrary/Render/Forms/RenderForms.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -18,7 +22,11 @@ void Replay(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
     std::fprintf(stderr, "%s\n", path.string().c_str());
-    LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+    for (const NSLOPDLL::SRenderForm& form : NSLOPDLL::GetRenderForms()) {
+        NSLOPDLL::ForceRenderForm(form.fName);
+        NSLOPDLL::ForceTWIPForm(form.fName);
+        LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+    }
     ++gReplayed;
 }
 

@@ -139,8 +139,9 @@ TEST(CppLoop, ClosesOnceAndMoves) {
             first.StartPreview(); // a running preview does not keep it open
             Loop second = std::move(first);
             EXPECT_FALSE(first); // NOLINT: a moved-from loop names none
-            second = std::move(second);
-            EXPECT_TRUE(second);
+            Loop& same = second;
+            second = std::move(same);
+            EXPECT_TRUE(second); // NOLINT: moved to itself
             std::swap(first, second);
             EXPECT_EQ(first.GetHandle(), handle);
         }

@@ -80,7 +80,7 @@ TEST(SliceScheduler, PlacesEverySliceOfAnHourAtItsNearestFrame) {
         LoopLibrary::TempoClock clock(kRate, static_cast<double>(thousandths) / 1000.0);
         std::vector<float> block(4001);
         int64_t number = 0;
-        for (int64_t start = 0; start < 3600 * 44100;) {
+        for (int64_t start = 0; start < int64_t{3600} * 44100;) {
             const int64_t frames = 1 + (start * 7919) % 4001;
             std::fill(block.begin(), block.end(), 0.0F);
             scheduler.Render(clock.GetQuarter(), clock.GetBpm(), block.data(), nullptr, frames);
@@ -99,7 +99,7 @@ TEST(SliceScheduler, PlacesEverySliceOfAnHourAtItsNearestFrame) {
             }
             start += frames;
         }
-        EXPECT_GE(number, 2 * 60 * thousandths / 1000) << thousandths;
+        EXPECT_GE(number, int64_t{2} * 60 * thousandths / 1000) << thousandths;
     }
 }
 

@@ -67,7 +67,7 @@ TEST(BitStreams, InputDeliversTheBitsInAnyPieces) {
     while (stream.GetWordsConsumed() < 3 * 1024 + 2) {
         stream.ReadBits(32);
     }
-    bits.fPosition = (2 * 4096 + 8) * 8;
+    bits.fPosition = size_t{2 * 4096 + 8} * 8;
     EXPECT_EQ(stream.ReadBits(32), bits.Take(32));
     NSPorter::CMemoryMedia empty(0, bits.fBytes.data());
     EXPECT_EQ(CInputBitStream(&empty).ReadBits(32), 0u);

@@ -144,7 +144,7 @@ TEST_P(TWIPRoundTrip, DamagedStreamsGiveTheSameInEachForm) {
     NSLoopWriter::CNoise noise(3);
     const auto random = [&](uint32_t limit) { return static_cast<uint32_t>(noise.Next()) % limit; };
     for (int32_t round = 0; round < 2000; ++round) {
-        Bytes bytes(4 * (random(400) + 2));
+        Bytes bytes(size_t{4} * (random(400) + 2));
         const uint32_t usual = round % 4 == 1 ? 0 : 0xFF;
         for (uint8_t& byte : bytes) {
             const bool isUsual = round % 4 != 0 && random(round % 4 == 3 ? 60 : 7) != 0;

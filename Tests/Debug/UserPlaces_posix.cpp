@@ -1,7 +1,6 @@
 #include "Tests/Debug/TestFolder.h"
 
 #include <cerrno>
-#include <cstring>
 #include <string>
 
 #include <pwd.h>
@@ -26,7 +25,8 @@ extern "C" int getpwuid_r(uid_t, passwd* entry, char* buffer, size_t size, passw
     }
     if (!gHome.empty()) {
         *entry = {};
-        entry->pw_dir = std::strcpy(buffer, gHome.c_str());
+        buffer[gHome.copy(buffer, size - 1)] = '\0';
+        entry->pw_dir = buffer;
         *found = entry;
     }
     return 0;

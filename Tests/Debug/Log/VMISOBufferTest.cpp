@@ -28,7 +28,8 @@ TEST(VMISOBuffer, EightWritersAgainstOneReader) {
     for (uint32_t writer = 0; writer < kWriters; ++writer) {
         writers[writer] = std::thread([&, writer] {
             for (size_t i = 0; i < kOffersPerWriter; ++i) {
-                taken[writer][i] = buffer.Offer(MakeEntry(writer, static_cast<int32_t>(i)));
+                taken[writer][i] =
+                    buffer.Offer(MakeEntry(writer, static_cast<int32_t>(i))) ? '\1' : '\0';
             }
             --writersLeft;
         });

@@ -50,7 +50,8 @@ TEST(PosixNameCodec, EveryNameAndPathIsValidAndComesBack) {
         const std::string path = folder + name;
         ASSERT_EQ(PosixFromNative(NativeFromPosix(path)), path);
         ASSERT_TRUE(IsPathWithin(NativeFromPosix(path), kMinPathLength, kNoPathLimit));
-        folder = folder.size() < 300 ? path + '/' : "/";
+        folder = folder.size() < 300 ? path : "";
+        folder += '/';
         ASSERT_EQ(PosixFromNative(NativeFromPosix(folder)), folder);
     }
 }
