@@ -58,6 +58,7 @@ if(LOOP_COVERAGE)
     add_link_options(--coverage)
 endif()
 
+string(REGEX MATCH "fast" LOOP_FAST_FLAGS "${CMAKE_CXX_FLAGS}")
 add_library(LoopFlags INTERFACE)
 target_compile_options(LoopFlags INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wdouble-promotion
@@ -67,7 +68,9 @@ target_compile_options(LoopFlags INTERFACE
     -fvisibility=hidden
     $<$<COMPILE_LANGUAGE:CXX>:-fvisibility-inlines-hidden>
     # The numbers are the product: no contraction to fused operations, and no rewriting or folding
-    # of the math calls, which would give gcc and clang different last bits.
+    # of the math calls, which would give gcc and clang different last bits. Nor does a project around
+    # this one, or a person's flags, allow itself liberties with them.
+    $<$<OR:$<NOT:$<BOOL:${PROJECT_IS_TOP_LEVEL}>>,$<BOOL:${LOOP_FAST_FLAGS}>>:-fno-fast-math>
     -ffp-contract=off
     -fno-builtin-pow -fno-builtin-powf -fno-builtin-exp -fno-builtin-expf
     -fno-builtin-log -fno-builtin-logf -fno-builtin-sin -fno-builtin-cos -fno-builtin-cosf)

@@ -30,6 +30,9 @@ install(FILES ${PROJECT_BINARY_DIR}/LoopLibraryConfig.cmake
         DESTINATION ${LOOP_CMAKE_DIR} COMPONENT Development)
 
 # By way of its own place, so that an installed tree can be moved.
+if(TARGET LoopLibraryStatic)
+    set(LOOP_PC_PRIVATE "-lstdc++ -lm -lpthread -ldl")
+endif()
 file(RELATIVE_PATH LOOP_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(Packaging/looplibrary.pc.in ${PROJECT_BINARY_DIR}/looplibrary.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/looplibrary.pc
@@ -56,6 +59,8 @@ else()
     set(LOOP_PAGES_DIR ${CMAKE_INSTALL_DOCDIR}/Docs)
 endif()
 install(DIRECTORY Docs/ DESTINATION ${LOOP_PAGES_DIR} COMPONENT Development
-        FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")
+install(FILES Bindings/JavaScript/README.md DESTINATION ${LOOP_PAGES_DIR}/../Bindings/JavaScript
+        COMPONENT Development)
 
 include(LoopPackage)

@@ -5,7 +5,6 @@ set(CPACK_PACKAGE_NAME LoopLibrary)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "Halyard Software")
 set(CPACK_PACKAGE_CONTACT "Halyard Software <maintainers@halyard.example>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "sliced audio loops for hosts")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_ARCHIVE_THREADS 1)
 
@@ -24,7 +23,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
-# loop_debian_package(COMPONENT package SECTION section DESCRIPTION text [DEPENDS text])
+# loop_debian_package(COMPONENT package SECTION section DESCRIPTION text [DEPENDS text]): the first line of
+# the description is the short one.
 function(loop_debian_package component package)
     cmake_parse_arguments(arg "" "SECTION;DESCRIPTION;DEPENDS" "" ${ARGN})
     string(TOUPPER ${component} upper)
@@ -66,7 +66,8 @@ endif()
 
 loop_debian_package(Runtime liblooplibrary${PROJECT_VERSION_MAJOR}
     SECTION libs
-    DESCRIPTION "This is the shared library. It loads sliced audio loops of three kinds of
+    DESCRIPTION "sliced audio loops for hosts, shared library
+It loads sliced audio loops of three kinds of
 file from memory, decodes their losslessly packed audio, tells tempo, length
 and slices, renders any slice at any output rate, and plays the whole loop at
 the host's tempo.")
@@ -75,21 +76,25 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/Packaging/s
 set(own "liblooplibrary${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
 loop_debian_package(Development liblooplibrary-dev
     SECTION libdevel
-    DESCRIPTION "This is what hosts are built with: headers for C and C++, the static library,
+    DESCRIPTION "sliced audio loops for hosts, development files
+This is what hosts are built with: headers for C and C++, the static library,
 a CMake package, a pkg-config file and examples."
     DEPENDS "${own}")
 if(LOOP_TOOLS)
     loop_debian_package(Tools looptool
         SECTION sound
-        DESCRIPTION "This is a command-line program that makes loop files from audio, shows what
+        DESCRIPTION "makes, shows, renders and decodes sliced audio loops
+This is a command-line program that makes loop files from audio, shows what
 is in them, renders their slices and previews at any tempo, and decodes their
 audio.")
 endif()
 if(TARGET LoopPlayerLV2)
     loop_debian_package(Plugin loop-player-lv2
         SECTION sound
-        DESCRIPTION "This is an LV2 instrument that plays sliced audio loops by the host's transport
+        DESCRIPTION "LV2 instrument that plays sliced audio loops
+This is an LV2 instrument that plays sliced audio loops by the host's transport
 and tempo, and their slices by MIDI.")
+    set(CPACK_DEBIAN_PLUGIN_PACKAGE_PROVIDES lv2-plugin)
 endif()
 if(LOOP_DEBIAN)
     # Elsewhere pip installs it.
@@ -97,11 +102,14 @@ if(LOOP_DEBIAN)
             COMPONENT Python PATTERN "__pycache__" EXCLUDE)
     loop_debian_package(Python python3-looplibrary
         SECTION python
-        DESCRIPTION "This is a Python module on ctypes that opens, inspects, renders and previews
+        DESCRIPTION "sliced audio loops for hosts, Python module
+This is a Python module on ctypes that opens, inspects, renders and previews
 sliced audio loops, with numpy arrays where numpy is installed."
         DEPENDS "python3, ${own}")
     set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
     set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS OFF)
     set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS python3-numpy)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/Packaging/python3/postinst
+        ${PROJECT_SOURCE_DIR}/Packaging/python3/prerm)
 endif()
 include(CPack)

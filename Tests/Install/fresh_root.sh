@@ -50,8 +50,13 @@ cmake --build made >/dev/null
 test "$(made/minihost noise.lop2 | head -n 1)" = "120.000 BPM, 2 slices"
 made/dynamic_host noise.lop2 | grep -qx 'slice 1 at quarter 1.000'
 echo "CMake package, dlopen: right"
-apt-get remove -y -qq looptool loop-player-lv2 python3-looplibrary liblooplibrary-dev liblooplibrary1 >/dev/null
-test -z "$(find /usr -iname '*looplibrary*' -o -name looptool -o -name 'loop-player*' | head -n 1)"
-echo "removed without a trace"
+own="looptool loop-player-lv2 python3-looplibrary liblooplibrary-dev liblooplibrary1"
+dpkg -L $own | while read -r path; do test -d "$path" || echo "$path"; done >files
+test -d /usr/lib/python3/dist-packages/looplibrary/__pycache__
+apt-get purge -y -qq $own >/dev/null
+left=$(while read -r path; do test ! -e "$path" || echo "$path"; done <files
+    find /usr /etc /var/lib/dpkg/info -iname '*looplibrary*' -o -name 'looptool*' -o -name 'loop-player*')
+test -z "$left" || { echo "left behind: $left" && exit 1; }
+echo "purged without a trace"
 INSIDE
 chroot "$root" bash /inside.sh

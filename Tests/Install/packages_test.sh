@@ -38,11 +38,17 @@ with wave.open(sys.argv[1], "wb") as out:
 loop=$scratch/noise.lop2
 "$root/usr/bin/looptool" make "$scratch/noise.wav" -o "$loop" --bars 1 --slices 0,22050
 
-# check WHAT PROGRAM: the host tells the loop's tempo and slices.
+"$source/scripts/check-links" "$root/usr/share/doc"
+
+# check WHAT PROGRAM: the host tells the loop's tempo and slices, and the first that tells how its slices
+# sound is the measure for the others.
+sound=
 check() {
-    local said
-    said=$("$2" "$loop" | head -n 1 | tr -d '\r')
-    if [ "$said" != "120.000 BPM, 2 slices" ]; then
+    local said heard
+    said=$("$2" "$loop" | tr -d '\r')
+    heard=$(grep '^sound ' <<<"$said" || true)
+    sound=${sound:-$heard}
+    if [ "$(head -n 1 <<<"$said")" != "120.000 BPM, 2 slices" ] || [ "${heard:-$sound}" != "$sound" ]; then
         echo "$1: said \"$said\"" >&2
         exit 1
     fi
@@ -55,12 +61,12 @@ needs() { objdump -p "$1" | grep -q 'NEEDED.*libLoopLibrary'; }
 # What the compiler cache knows of these folders holds for those of another run.
 export CCACHE_BASEDIR=$scratch
 
-# outside WAY [SOURCE]: hosts that come by the library in this way, with each of its targets.
+# outside WAY [SOURCE [OPTION...]]: hosts that come by the library in this way, with each of its targets.
 outside() {
     local way=$1 build=$scratch/$1 library
     cmake --no-warn-unused-cli -G Ninja -S "$here/Outside" -B "$build" -DWAY="$way" \
         -DLIBRARIES="Cpp;LoopLibraryStatic" -DSOURCE="${2:-}" -DHOST_C="$host_c" \
-        -DCMAKE_PREFIX_PATH="$root/usr" >/dev/null
+        -DCMAKE_PREFIX_PATH="$root/usr" "${@:3}" >/dev/null
     cmake --build "$build" --target hosts >/dev/null
     for library in Cpp LoopLibraryStatic; do
         check "$way, $library, C99" "$build/${library}_c"
@@ -68,11 +74,24 @@ outside() {
     done
     needs "$build/Cpp_c"
     ! needs "$build/LoopLibraryStatic_c"
+    # Nothing of the library's own gets into the other project: no test, nothing to install.
+    test "$(cd "$build" && ctest -N | tail -n 1)" = "Total Tests: 0"
+    cmake --install "$build" --prefix "$build/installed" >/dev/null
+    test ! -e "$build/installed"
 }
 
 outside find_package
+# What is not there is refused.
+for wanted in 2.0 0.9 1.99 "1.0 COMPONENTS Strings"; do
+    if cmake --no-warn-unused-cli -S "$here/Outside" -B "$scratch/refused" -DWAY=find_package \
+        -DWANTED="${wanted// /;}" -DCMAKE_PREFIX_PATH="$root/usr" >/dev/null 2>&1; then
+        echo "find_package takes $wanted" >&2
+        exit 1
+    fi
+done
 cp -r "$source" "$scratch/source"
-outside add_subdirectory "$scratch/source"
+# Whatever liberties the project allows its own numbers.
+outside add_subdirectory "$scratch/source" -DCMAKE_CXX_FLAGS=-ffast-math
 outside fetch_content "$packages"/LoopLibrary-*.tar.gz
 
 # shellcheck disable=SC2046
@@ -83,8 +102,8 @@ c++ -std=c++17 "$here/Outside/host.cpp" -o "$scratch/shared_cpp" \
     $(pkg-config --cflags --libs looplibrary)
 check "pkg-config, shared, C++17" "$scratch/shared_cpp"
 # shellcheck disable=SC2046
-cc -std=c99 "$host_c" -o "$scratch/static_c" $(pkg-config --cflags looplibrary) \
-    -L"$libdir" -Wl,-Bstatic -lLoopLibrary -Wl,-Bdynamic -lstdc++ -lm -lpthread -ldl
+cc -std=c99 "$host_c" -o "$scratch/static_c" -Wl,-Bstatic -lLoopLibrary -Wl,-Bdynamic \
+    $(pkg-config --static --cflags --libs looplibrary | sed 's/-lLoopLibrary//')
 ! needs "$scratch/static_c"
 check "static archive, C99" "$scratch/static_c"
 
@@ -130,4 +149,5 @@ program=dynamic.exe
 run_wine "$loop" | tr -d '\r' | grep -qx 'slice 1 at quarter 1.000'
 echo "Windows LoadLibrary: right"
 "$server" -k || true
+"$source/scripts/check-links" "$unpacked"
 test -f "$unpacked/README.txt" && test -f "$unpacked/lib/LoopLibrary.def"
