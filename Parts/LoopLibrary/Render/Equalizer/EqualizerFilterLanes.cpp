@@ -3,20 +3,16 @@
 // that more lanes cost no more time. In one turn of the loop the bands are at frame i, the low cut
 // at i - 1 and the high cut at i - 3, so that no stage waits for another's result. With the high
 // cut at i - 2 what passes between the cuts would be the longest chain, since they share a vector.
-// Written in the compilers' vector types, which mean the same operations on every processor.
 
+#include "LoopLibrary/Render/Common/Lanes.h"
 #include "LoopLibrary/Render/Equalizer/EqualizerFilter.h"
-
-#include <cstring>
 
 namespace NSLOPDLL {
 
 namespace {
 
-using Lanes = float __attribute__((vector_size(16)));
-
-constexpr int32_t kGroup = 4; // frames read and written at once
-constexpr int32_t kLag = 3;   // turns from the bands to the high cut
+constexpr int32_t kGroup = kLaneCount; // frames read and written at once
+constexpr int32_t kLag = 3;            // turns from the bands to the high cut
 
 // Left and right in the lower lanes, left and right in the upper ones.
 Lanes Pack(float lower, float upper) {
@@ -112,7 +108,7 @@ public:
     Lanes Filter(Lanes equalized) {
         const Lanes low1 = fCuts.fLast;
         const Lanes low2 = fCuts.fOlder;
-        fCuts.Filter(__builtin_shufflevector(equalized, fHigh, 0, 1, 4, 5));
+        fCuts.Filter(LowerHalves(equalized, fHigh));
         fHigh = fNextHigh;
         fNextHigh = fCuts.fLast - low1 * 2.0F + low2;
         return fCuts.fLast;
@@ -146,12 +142,6 @@ private:
     Lanes fNextHigh{};
 };
 
-Lanes LoadFour(const float* from) {
-    Lanes lanes;
-    std::memcpy(&lanes, from, sizeof lanes);
-    return lanes;
-}
-
 Lanes FrameAt(const CBlockBuffers& buffers, int32_t frame) {
     const float left = buffers.fLeft[frame];
     const float right = buffers.fRight[frame];
@@ -160,12 +150,10 @@ Lanes FrameAt(const CBlockBuffers& buffers, int32_t frame) {
 
 // From the upper lanes of each.
 void StoreFour(const CBlockBuffers& buffers, int32_t frame, const Lanes (&outputs)[kGroup]) {
-    const Lanes first = __builtin_shufflevector(outputs[0], outputs[1], 2, 3, 6, 7);
-    const Lanes second = __builtin_shufflevector(outputs[2], outputs[3], 2, 3, 6, 7);
-    const Lanes left = __builtin_shufflevector(first, second, 0, 2, 4, 6);
-    const Lanes right = __builtin_shufflevector(first, second, 1, 3, 5, 7);
-    std::memcpy(buffers.fLeft + frame, &left, sizeof left);
-    std::memcpy(buffers.fRight + frame, &right, sizeof right);
+    const Lanes first = UpperHalves(outputs[0], outputs[1]);
+    const Lanes second = UpperHalves(outputs[2], outputs[3]);
+    StoreLanes(buffers.fLeft + frame, __builtin_shufflevector(first, second, 0, 2, 4, 6));
+    StoreLanes(buffers.fRight + frame, __builtin_shufflevector(first, second, 1, 3, 5, 7));
 }
 
 } // namespace
@@ -182,8 +170,8 @@ void FilterStereoLanes(const CEqualizerCoefficients& coefficients, CEqualizerSta
     equalized = bands.Filter(FrameAt(buffers, 2));
     Lanes outputs[kGroup];
     for (int32_t frame = 0; frame < kBlockFrames - kGroup; frame += kGroup) {
-        const Lanes left = LoadFour(buffers.fLeft + frame + kLag);
-        const Lanes right = LoadFour(buffers.fRight + frame + kLag);
+        const Lanes left = LoadLanes(buffers.fLeft + frame + kLag);
+        const Lanes right = LoadLanes(buffers.fRight + frame + kLag);
         outputs[0] = cuts.Filter(equalized);
         equalized = bands.Filter(__builtin_shufflevector(left, right, 0, 4, 0, 4));
         outputs[1] = cuts.Filter(equalized);

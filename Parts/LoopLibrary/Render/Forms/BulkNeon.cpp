@@ -1,10 +1,10 @@
 #include "LoopLibrary/Render/Forms/BulkNeon.h"
 
-#include "LoopLibrary/Render/Common/CBlockBuffers.h"
-#include "LoopLibrary/Render/Common/LanesNeon.h"
 #include "LoopLibrary/Render/Forms/PlainForms.h"
 
 #include <algorithm>
+
+#include <arm_neon.h>
 
 namespace NSLOPDLL {
 
@@ -89,43 +89,6 @@ SPeaks FindPeaksNeon(const int16_t* values, int32_t count) noexcept {
     }
     const SPeaks rest = FindPeaksPlain(values + i, count - i);
     return {std::min(rest.fLow, vminvq_s16(low)), std::max(rest.fHigh, vmaxvq_s16(high))};
-}
-
-// A ramp is a chain of additions, each of which waits for the one before it; four chains in the
-// lanes take the time of one. Turning four frames of them makes the rows that are stored.
-void FillFourRampsNeon(float* const* targets, float* values, const float* steps) noexcept {
-    float32x4_t value = vld1q_f32(values);
-    const float32x4_t step = vld1q_f32(steps);
-    for (int32_t i = 0; i < kBlockFrames; i += 4) {
-        const float32x4_t a = value;
-        const float32x4_t b = vaddq_f32(a, step);
-        const float32x4_t c = vaddq_f32(b, step);
-        const float32x4_t d = vaddq_f32(c, step);
-        value = vaddq_f32(d, step);
-        const CFourRows turned = Transpose(a, b, c, d);
-        for (int32_t ramp = 0; ramp < 4; ++ramp) {
-            vst1q_f32(targets[ramp] + i, turned.fRows[ramp]);
-        }
-    }
-    vst1q_f32(values, value);
-}
-
-void ReverseNeon(float* values, int32_t count) noexcept {
-    const auto turn = [](float32x4_t lanes) {
-        const float32x4_t pairs = vrev64q_f32(lanes);
-        return vextq_f32(pairs, pairs, 2);
-    };
-    float* front = values;
-    float* back = values + count;
-    while (back - front >= 8) {
-        back -= 4;
-        const float32x4_t first = vld1q_f32(front);
-        const float32x4_t last = vld1q_f32(back);
-        vst1q_f32(front, turn(last));
-        vst1q_f32(back, turn(first));
-        front += 4;
-    }
-    std::reverse(front, back);
 }
 
 } // namespace NSLOPDLL

@@ -11,8 +11,5 @@ void StoreFloats16Neon(const float* values, int32_t count, int16_t* samples) noe
 void StoreFloats24Neon(const float* values, int32_t count, int32_t* samples) noexcept;
 void Narrow24Neon(const int32_t* samples, int32_t count, int16_t* values) noexcept;
 SPeaks FindPeaksNeon(const int16_t* values, int32_t count) noexcept;
-void FillFourRampsNeon(float* const* targets, float* values,
-                       const float* steps) noexcept LOOP_REALTIME;
-void ReverseNeon(float* values, int32_t count) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

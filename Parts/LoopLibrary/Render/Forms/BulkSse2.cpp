@@ -1,6 +1,5 @@
 #include "LoopLibrary/Render/Forms/BulkSse2.h"
 
-#include "LoopLibrary/Render/Common/CBlockBuffers.h"
 #include "LoopLibrary/Render/Forms/PlainForms.h"
 
 #include <algorithm>
@@ -113,41 +112,6 @@ SPeaks FindPeaksSse2(const int16_t* values, int32_t count) noexcept {
     }
     const SPeaks rest = FindPeaksPlain(values + i, count - i);
     return {std::min(rest.fLow, LeastLane(low)), std::max(rest.fHigh, GreatestLane(high))};
-}
-
-// A ramp is a chain of additions, each of which waits for the one before it; four chains in the
-// lanes take the time of one. Turning four frames of them makes the rows that are stored.
-void FillFourRampsSse2(float* const* targets, float* values, const float* steps) noexcept {
-    __m128 value = _mm_loadu_ps(values);
-    const __m128 step = _mm_loadu_ps(steps);
-    for (int32_t i = 0; i < kBlockFrames; i += 4) {
-        __m128 a = value;
-        __m128 b = _mm_add_ps(a, step);
-        __m128 c = _mm_add_ps(b, step);
-        __m128 d = _mm_add_ps(c, step);
-        value = _mm_add_ps(d, step);
-        _MM_TRANSPOSE4_PS(a, b, c, d);
-        _mm_storeu_ps(targets[0] + i, a);
-        _mm_storeu_ps(targets[1] + i, b);
-        _mm_storeu_ps(targets[2] + i, c);
-        _mm_storeu_ps(targets[3] + i, d);
-    }
-    _mm_storeu_ps(values, value);
-}
-
-void ReverseSse2(float* values, int32_t count) noexcept {
-    constexpr int kTurned = _MM_SHUFFLE(0, 1, 2, 3);
-    float* front = values;
-    float* back = values + count;
-    while (back - front >= 8) {
-        back -= 4;
-        const __m128 first = _mm_loadu_ps(front);
-        const __m128 last = _mm_loadu_ps(back);
-        _mm_storeu_ps(front, _mm_shuffle_ps(last, last, kTurned));
-        _mm_storeu_ps(back, _mm_shuffle_ps(first, first, kTurned));
-        front += 4;
-    }
-    std::reverse(front, back);
 }
 
 } // namespace NSLOPDLL

@@ -11,8 +11,5 @@ void StoreFloats16Sse2(const float* values, int32_t count, int16_t* samples) noe
 void StoreFloats24Sse2(const float* values, int32_t count, int32_t* samples) noexcept;
 void Narrow24Sse2(const int32_t* samples, int32_t count, int16_t* values) noexcept;
 SPeaks FindPeaksSse2(const int16_t* values, int32_t count) noexcept;
-void FillFourRampsSse2(float* const* targets, float* values,
-                       const float* steps) noexcept LOOP_REALTIME;
-void ReverseSse2(float* values, int32_t count) noexcept LOOP_REALTIME;
 
 } // namespace NSLOPDLL

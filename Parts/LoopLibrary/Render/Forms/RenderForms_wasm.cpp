@@ -1,3 +1,4 @@
+#include "LoopLibrary/Render/Forms/BulkLanes.h"
 #include "LoopLibrary/Render/Forms/BulkSse2.h"
 #include "LoopLibrary/Render/Forms/PlainForms.h"
 
@@ -7,10 +8,10 @@ namespace NSLOPDLL {
 // compiles this module has.
 std::span<const SRenderForm> GetRenderForms() noexcept {
     static constexpr SRenderForm kForms[] = {kPlainForm,
-                                             {"simd128", InterpolateSse2, FilterStereoLanes,
+                                             {"simd128", InterpolateLanes, FilterStereoLanes,
                                               ReadFloats16Sse2, ReadFloats24Sse2, StoreFloats16Sse2,
                                               StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2,
-                                              FillFourRampsSse2, ShapeTailLanes, ReverseSse2}};
+                                              FillFourRampsLanes, ShapeTailLanes, ReverseLanes}};
     return kForms;
 }
 

@@ -27,8 +27,7 @@ struct CInterpolationJob {
 constexpr uint32_t kUnitStep = 0x4000;
 
 /// Several frames in the lanes of a vector: the bits of InterpolateScalar (Forms/PlainForms.h).
-void InterpolateSse2(const CInterpolationJob& job) noexcept LOOP_REALTIME;
-void InterpolateNeon(const CInterpolationJob& job) noexcept LOOP_REALTIME;
+void InterpolateLanes(const CInterpolationJob& job) noexcept LOOP_REALTIME;
 /// Only where the processor has AVX2.
 void InterpolateAvx2(const CInterpolationJob& job) noexcept LOOP_REALTIME;
 
