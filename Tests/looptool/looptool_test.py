@@ -208,6 +208,8 @@ class LoopToolTest(unittest.TestCase):
                                  "2", "--force"]),
         (1, "is the input too", ["decode", "drums.lop2", "-o", "./drums.lop2", "--format", "wav"]),
         (1, "would both become", ["make", "drums.wav", "folder/drums.wav", "-o", "x"]),
+        (1, "would both become", ["render", "drums.lop2", "folder/drums.lop2", "-o", "x"]),
+        (1, "go to a folder", ["decode", "drums.lop2", "damaged.lop2", "-o", "-"]),
         (1, "which is no whole number", ["make", "drums.wav", "-o", "x.lop2", "--tempo", "97"]),
         (2, "control.json: not the JSON", ["make", "drums.wav", "-o", "x.lop2", "--settings",
                                            "control.json"]),
@@ -631,11 +633,32 @@ class LoopToolTest(unittest.TestCase):
                 tool("render", "-o", b"in " + name, "--slice", "0", "--", name)
                 self.assertTrue(os.path.getsize(b"in " + name + b"/" + name[:-5] + b"_slice_000.wav"))
 
+    # Several files to a folder that is made. Rows: command, files, what it then holds.
+    MANY = [
+        (["make", "--bars", "2", "--verbose"], ["drums.wav", "mono.wav"], ["drums.lop2", "mono.lop2"]),
+        (["decode", "--format", "aiff"], ["drums.lop2", "again.lop2"], ["again.aiff", "drums.aiff"]),
+        (["render", "--slice", "3"], ["drums.lop2", "again.lop2"],
+         ["again_slice_003.wav", "drums_slice_003.wav"]),
+        (["plot"], ["drums.lop2", "again.lop2"], ["again.svg", "drums.svg"]),
+        (["plot"], ["again.lop2"], ["again.svg"]),
+    ]
+
+    # One bad file does not stop the rest, and nothing is replaced unasked.
     def test_many_files(self):
-        tool("make", "drums.wav", "mono.wav", "-o", "many", "--bars", "2", "--jobs", "2", "--verbose")
-        self.assertEqual(["drums.lop2", "mono.lop2"], sorted(os.listdir("many")))
-        code, _, err = run("make", "drums.wav", "mono.wav", "-o", "many", "--bars", "2")
-        self.assertEqual((1, 2), (code, err.count(b"exists already")))
+        shutil.copy("drums.lop2", "again.lop2")
+        for number, (command, files, made) in enumerate(self.MANY):
+            with self.subTest(command=command):
+                folder = f"many{number}/"
+                work = [*command, "-o", folder, "--jobs", "2", *files]
+                code, _, err = run(*work[:-1], "nothing.wav", work[-1])
+                self.assertEqual((2, made), (code, sorted(os.listdir(folder))), err)
+                before = self.snapshot()
+                code, _, err = run(*work)
+                self.assertEqual((1, len(files)), (code, err.count(b"exists already")))
+                self.assertEqual(before, self.snapshot())
+                tool(*work, "--force")
+                self.assertNotEqual(before, self.snapshot())
+        self.assertEqual(2, tool("plot", "--ascii", "drums.lop2", "again.lop2").count(b"120 BPM"))
 
 
 if __name__ == "__main__":

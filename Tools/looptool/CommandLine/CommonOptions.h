@@ -33,6 +33,10 @@ inline void AddFormat(CCommand& command, SFormatWish& wish, const std::string& u
                       "Depth of the samples; else " + usualBits);
 }
 
+inline void AddForce(CCommand& command, bool& force) {
+    command.AddFlag("--force", force, "Replace files that exist");
+}
+
 inline void AddJobs(CCommand& command, int32_t& jobs) {
     command.AddInteger("--jobs", jobs, 1, 256, "Files at a time; else one for each processor");
 }

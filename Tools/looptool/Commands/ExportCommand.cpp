@@ -2,21 +2,19 @@
 #include "looptool/CommandLine/CCommandLine.h"
 #include "looptool/CommandLine/CommonOptions.h"
 #include "looptool/Commands/Commands.h"
-#include "looptool/Commands/EachFile.h"
+#include "looptool/Commands/Jobs.h"
 #include "looptool/Commands/MidiFile.h"
-#include "looptool/Console/CProgressBar.h"
+#include "looptool/Commands/OutputTasks.h"
 #include "looptool/Console/Numbers.h"
 #include "looptool/Console/SafeText.h"
 #include "looptool/Files/COutputFile.h"
 #include "looptool/Loop/CLoop.h"
 #include "looptool/Loop/SliceFiles.h"
 #include "looptool/System/Interrupt.h"
-#include "looptool/System/NativePath.h"
 #include "looptool/System/ToolFailure.h"
 
 #include <algorithm>
 #include <memory>
-#include <set>
 
 namespace NSLoopTool {
 
@@ -33,6 +31,8 @@ struct SExportOptions {
     double fTempo = 0.0; // 0 keeps the loop's own
     int32_t fRate = 0;
     std::string fBits;
+    bool fForce = false;
+    int32_t fJobs = 0;
 };
 
 // A name that an .sfz can hold: its lines know no quotes.
@@ -64,12 +64,13 @@ SMidiSong SongOf(const CLoop& loop, double tempo) {
     return song;
 }
 
-void ExportOne(const SExportOptions& options, const std::string& file) {
+void ExportOne(const SExportOptions& options, const std::string& file,
+               const ProgressFunction& progress) {
     SFormatWish wish;
     wish.fContainer = "wav";
     wish.fBits = options.fBits;
     const SAudioFormat format = ChooseAudioFormat(wish, "", EEncoding::kFloat);
-    CLoop loop(file);
+    CLoop loop(file, [&progress](int64_t percent) { progress(percent / 2); });
     loop.SetOutputSampleRate(options.fRate);
     const int32_t count = loop.GetInfo().fSliceCount;
     if (count > kKeys * kChannels) {
@@ -79,16 +80,25 @@ void ExportOne(const SExportOptions& options, const std::string& file) {
     }
     const std::string stem = PlainStem(file);
     const auto target = [&options](const std::string& name) {
-        return ArgumentOfPath(PathOfArgument(options.fFolder) / PathOfArgument(name));
+        return PathInFolder(options.fFolder, name);
     };
+    const auto sliceName = [&stem, count](int32_t slice) {
+        return SliceFileName(stem + ".x", slice, count, ".wav");
+    };
+    if (!options.fForce) {
+        RefuseToReplace(target(stem + ".mid"));
+        RefuseToReplace(target(stem + ".sfz"));
+        for (int32_t slice = 0; slice < count; ++slice) {
+            RefuseToReplace(target(sliceName(slice)));
+        }
+    }
     const SMidiSong song = SongOf(loop, options.fTempo);
     std::string sfz = "// " + stem + ": " + std::to_string(count) + " slices from C1 (note 36); " +
                       stem + ".mid plays them in time at " + DecimalText(song.fQuartersPerMinute) +
                       " quarter notes per minute\n" + "<group> loop_mode=one_shot\n";
-    CProgressBar bar("exporting " + loop.GetName());
     for (int32_t slice = 0; slice < count; ++slice) {
         StopIfInterrupted();
-        const std::string name = SliceFileName(stem + ".x", slice, count, ".wav");
+        const std::string name = sliceName(slice);
         WriteFloatFile(target(name), format, loop.GetOutputSampleRate(), loop.RenderSlice(slice));
         const SMidiNote& note = song.fNotes[static_cast<size_t>(slice)];
         const std::string channel = std::to_string(note.fChannel + 1);
@@ -97,7 +107,7 @@ void ExportOne(const SExportOptions& options, const std::string& file) {
             sfz.append(" lochan=").append(channel).append(" hichan=").append(channel);
         }
         sfz.append(" sample=").append(name).append("\n");
-        bar.Show(int64_t{slice + 1} * 100 / count);
+        progress(50 + int64_t{slice + 1} * 50 / count);
     }
     const std::vector<uint8_t> midi = MidiFileBytes(song);
     WriteOutputFile(target(stem + ".mid"), midi.data(), midi.size());
@@ -105,16 +115,13 @@ void ExportOne(const SExportOptions& options, const std::string& file) {
 }
 
 int RunExport(const SExportOptions& options) {
-    std::set<std::string> stems;
-    for (const std::string& file : options.fFiles) {
-        if (!stems.insert(PlainStem(file)).second) {
-            throw CToolFailure(SafeText(file) + ": another file would be exported under that name",
-                               kExitCode_Usage);
-        }
-    }
+    RefuseSameNames(options.fFiles,
+                    [](const std::string& file) { return PlainStem(file) + ".mid"; });
     MakeFolder(options.fFolder);
-    return ForEachFile(options.fFiles,
-                       [&options](const std::string& file) { ExportOne(options, file); });
+    return RunJobs(options.fFiles.size(), options.fJobs, "exporting " + NameOfAll(options.fFiles),
+                   [&options](size_t index, const ProgressFunction& progress) {
+                       ExportOne(options, options.fFiles[index], progress);
+                   });
 }
 
 } // namespace
@@ -131,6 +138,8 @@ void AddExportCommand(CCommandLine& line) {
     AddRate(command, options->fRate);
     command.AddChoice("--bits", options->fBits, {"16", "24", "float"},
                       "Depth of the slices; else floats");
+    AddForce(command, options->fForce);
+    AddJobs(command, options->fJobs);
     command.SetExample("looptool export drums.lop2 -o drums");
 }
 

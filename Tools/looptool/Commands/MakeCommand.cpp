@@ -3,10 +3,9 @@
 #include "looptool/CommandLine/CommonOptions.h"
 #include "looptool/Commands/Commands.h"
 #include "looptool/Commands/Jobs.h"
-#include "looptool/Console/CProgressBar.h"
+#include "looptool/Commands/OutputTasks.h"
 #include "looptool/Console/SafeText.h"
 #include "looptool/Files/COutputFile.h"
-#include "looptool/Loop/SliceFiles.h"
 #include "looptool/Making/PackLoop.h"
 #include "looptool/Making/PlanLoop.h"
 #include "looptool/System/NativePath.h"
@@ -14,7 +13,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <map>
 #include <memory>
 
 namespace NSLoopTool {
@@ -38,11 +36,6 @@ struct SMakeOptions {
     CLoopSettings fSettings;
     bool fForce = false;
     int32_t fJobs = 0; // 0: as many as the machine has processors
-};
-
-struct SMakeTask {
-    std::string fAudio;
-    std::string fOutput;
 };
 
 [[noreturn]] void Misuse(const std::string& text) {
@@ -124,28 +117,8 @@ std::string ChooseKind(const SMakeOptions& options, const SKnownLoop& known, boo
     return !kind.empty() ? kind : (known.fKind.empty() ? std::string(kKind_LOP2) : known.fKind);
 }
 
-std::vector<SMakeTask> TasksOf(const SMakeOptions& options, const std::string& kind,
-                               bool isFolder) {
-    if (!isFolder) {
-        return {{options.fAudio.front(), options.fOutput}};
-    }
-    std::vector<SMakeTask> tasks;
-    std::map<std::string, std::string> makers;
-    for (const std::string& audio : options.fAudio) {
-        const std::string name = StemOf(audio) + "." + kind;
-        const auto [maker, isNew] = makers.try_emplace(name, audio);
-        if (!isNew) {
-            Misuse(SafeText(maker->second) + " and " + SafeText(audio) + " would both become " +
-                   SafeText(name));
-        }
-        tasks.push_back(
-            {audio, ArgumentOfPath(PathOfArgument(options.fOutput) / PathOfArgument(name))});
-    }
-    return tasks;
-}
-
 // "drums.lop2: 16 slices, 2 bars at 120 BPM, 1058488 bytes became 310012 (29.3 %)"
-std::string Report(const SMakePlan& plan, const SMakeTask& task, size_t packed, bool isVerbose) {
+std::string Report(const SMakePlan& plan, const SOutputTask& task, size_t packed, bool isVerbose) {
     const auto stored = static_cast<double>(plan.GetFrames()) *
                         static_cast<double>(plan.fAudio.fPlanes.size()) * plan.fAudio.fBitDepth /
                         8.0;
@@ -167,12 +140,13 @@ std::string Report(const SMakePlan& plan, const SMakeTask& task, size_t packed, 
     return text;
 }
 
-void MakeOne(const SMakeOptions& options, const SMakeTask& task, const ProgressFunction& progress) {
+void MakeOne(const SMakeOptions& options, const SOutputTask& task,
+             const ProgressFunction& progress) {
     if (!options.fForce) {
         RefuseToReplace(task.fOutput);
     }
     const SMakePlan plan =
-        PlanLoop(task.fAudio, options.fWish, [&](int64_t percent) { progress(percent / 4); });
+        PlanLoop(task.fInput, options.fWish, [&](int64_t percent) { progress(percent / 4); });
     const std::vector<uint8_t> bytes =
         PackLoop(plan, [&](int64_t percent) { progress(25 + percent * 3 / 4); });
     WriteOutputFile(task.fOutput, bytes.data(), bytes.size());
@@ -181,9 +155,7 @@ void MakeOne(const SMakeOptions& options, const SMakeTask& task, const ProgressF
 }
 
 int RunMake(SMakeOptions& options) {
-    std::error_code error;
-    const bool isFolder = options.fAudio.size() > 1 ||
-                          std::filesystem::is_directory(PathOfArgument(options.fOutput), error);
+    const bool isFolder = IsFolderOutput(options.fAudio, options.fOutput);
     options.fWish.fBits = options.fBits.empty() ? 0 : (options.fBits == "16" ? 16 : 24);
     options.fWish.fKnown = KnownLoop(options);
     const std::string kind = ChooseKind(options, options.fWish.fKnown, isFolder);
@@ -193,13 +165,9 @@ int RunMake(SMakeOptions& options) {
         options.fWish.fKnown.fLoopStart.reset();
         options.fWish.fKnown.fLoopEnd.reset();
     }
-    const std::vector<SMakeTask> tasks = TasksOf(options, kind, isFolder);
-    if (isFolder) {
-        MakeFolder(options.fOutput);
-    }
-    const std::string label =
-        tasks.size() == 1 ? "making " + tasks.front().fOutput : "making loops";
-    return RunJobs(tasks.size(), options.fJobs, label,
+    const std::vector<SOutputTask> tasks =
+        PlanOutputs(options.fAudio, options.fOutput, isFolder, "." + kind);
+    return RunJobs(tasks.size(), options.fJobs, "making " + NameOfAll(options.fAudio),
                    [&](size_t index, const ProgressFunction& progress) {
                        MakeOne(options, tasks[index], progress);
                    });
@@ -236,7 +204,7 @@ void AddMakeCommand(CCommandLine& line) {
     command.AddTexts("--text", options->fTexts, "Creator text; up to five times");
     command.AddText("--settings", "FILE", options->fSettingsFile,
                     "JSON of info --settings; options go before it");
-    command.AddFlag("--force", options->fForce, "Replace files that exist");
+    AddForce(command, options->fForce);
     command.AddFlag("--verbose", options->fWish.fIsVerbose, "Compare the size with FLAC's");
     AddJobs(command, options->fJobs);
     for (const SSettingRow& row : SettingRows()) {

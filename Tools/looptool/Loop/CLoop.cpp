@@ -14,8 +14,8 @@
 namespace NSLoopTool {
 
 extern "C" {
-static int32_t ShowProgress(int32_t percent, void* bar) {
-    static_cast<CProgressBar*>(bar)->Show(percent);
+static int32_t ShowProgress(int32_t percent, void* progress) {
+    (*static_cast<const ProgressFunction*>(progress))(percent);
     return WasInterrupted() ? 1 : 0;
 }
 }
@@ -31,11 +31,12 @@ CLibrary::~CLibrary() {
     LOPUninitializeDLL();
 }
 
-CLoop::CLoop(const std::string& path)
+CLoop::CLoop(const std::string& path, const ProgressFunction& progress)
     : fPath(path), fName(InputName(path)), fBytes(ReadInputFile(path)) {
     CProgressBar bar("loading " + fName);
-    const LOPResult result =
-        LOPCreate(&fHandle, fBytes.data(), static_cast<int32_t>(fBytes.size()), ShowProgress, &bar);
+    ProgressFunction show = progress ? progress : [&bar](int64_t percent) { bar.Show(percent); };
+    const LOPResult result = LOPCreate(&fHandle, fBytes.data(), static_cast<int32_t>(fBytes.size()),
+                                       ShowProgress, &show);
     StopIfInterrupted();
     if (result != kLOPResult_OK) {
         throw CToolFailure(fName + ": " + FailedLoadText(fBytes, result));

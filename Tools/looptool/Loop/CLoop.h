@@ -1,5 +1,7 @@
 #pragma once
 
+#include "looptool/Audio/AudioReader.h"
+
 #include "LoopLibrary/Public/LoopLibrary.h"
 
 #include <cstdint>
@@ -8,12 +10,13 @@
 
 namespace NSLoopTool {
 
-/// One loop file, opened through the public interface with a progress bar; Ctrl-C stops the load.
+/// One loop file, opened through the public interface; Ctrl-C stops the load.
 /// Every failure is a CToolFailure that names the file.
 class CLoop {
 public:
-    /// "-" is standard input. The library must be initialised.
-    explicit CLoop(const std::string& path);
+    /// "-" is standard input. The library must be initialised. Without a function that takes the
+    /// progress it has a bar of its own.
+    explicit CLoop(const std::string& path, const ProgressFunction& progress = {});
     ~CLoop();
     CLoop(const CLoop&) = delete;
     CLoop& operator=(const CLoop&) = delete;

@@ -1,6 +1,5 @@
 #include "looptool/Loop/StoredAudio.h"
 
-#include "looptool/Console/CProgressBar.h"
 #include "looptool/Loop/LoadReport.h"
 #include "looptool/System/Interrupt.h"
 #include "looptool/System/ToolFailure.h"
@@ -21,15 +20,16 @@ namespace {
 
 class CShowingCallback final : public NSLOPDLL::CLOP2DecompressCallback {
 public:
-    CShowingCallback(CProgressBar& bar, int64_t frames) : fBar(bar), fFrames(frames) {}
+    CShowingCallback(const ProgressFunction& progress, int64_t frames)
+        : fProgress(progress), fFrames(frames) {}
 
     bool ShouldStop(uint32_t framesDone) override {
-        fBar.Show(int64_t{framesDone} * 100 / std::max<int64_t>(fFrames, 1));
+        fProgress(int64_t{framesDone} * 100 / std::max<int64_t>(fFrames, 1));
         return WasInterrupted();
     }
 
 private:
-    CProgressBar& fBar;
+    const ProgressFunction& fProgress;
     const int64_t fFrames;
 };
 
@@ -53,14 +53,14 @@ SAudio AudioOfSample(const NSLOPDLL::CABCWaveSample& sample) {
     return audio;
 }
 
-SAudio ReadStoredAudio(const std::vector<uint8_t>& bytes, const std::string& name) {
+SAudio ReadStoredAudio(const std::vector<uint8_t>& bytes, const std::string& name,
+                       const ProgressFunction& progress) {
     try {
         NSPorter::CMemoryMedia media(static_cast<int64_t>(bytes.size()), bytes.data());
         NSLOPDLL::CTesselFile file(&media);
         NSLOPDLL::CTesselFileInfo info;
         file.GetFileInfo(info);
-        CProgressBar bar("decoding " + name);
-        CShowingCallback callback(bar, info.fWaveSampleInfo.fFrames);
+        CShowingCallback callback(progress, info.fWaveSampleInfo.fFrames);
         return AudioOfSample(*file.ReadWaveSample(callback));
     } catch (const std::exception& exception) {
         StopIfInterrupted();
