@@ -59,6 +59,32 @@ TEST(LoopAnalysis, FindsAttacksWithinAMillisecondAndCutsBeforeThem) {
     EXPECT_GE(NSLoopTool::FindOnsets(loop, kRate, 99).size(), hits.size());
 }
 
+// A soft hit counts on a sixteenth and not beside it, unless the loop keeps to no such grid.
+TEST(LoopAnalysis, WeighsSoftHitsByWhereTheyFall) {
+    constexpr int64_t kSixteenth = 6000;
+    const struct {
+        int64_t fOff;  // of every other strong hit from the grid
+        int64_t fSoft; // frame of the soft hit
+        bool fIsFound;
+    } rows[] = {{0, 6 * kSixteenth, true},
+                {0, 6 * kSixteenth + 2600, false},
+                {3000, 6 * kSixteenth + 2600, true}};
+    for (const auto& row : rows) {
+        std::vector<SHit> hits;
+        for (int64_t beat = 0; beat < 8; ++beat) {
+            hits.push_back({beat * 4 * kSixteenth + beat % 2 * row.fOff, false, 0.8});
+        }
+        hits.push_back({row.fSoft, false, 0.0027});
+        const std::vector<SOnset> onsets =
+            NSLoopTool::FindOnsets(MakeLoop(32 * kSixteenth, hits), kRate, 50, 8.0);
+        const bool isFound = std::any_of(onsets.begin(), onsets.end(), [&row](const SOnset& onset) {
+            return std::abs(onset.fFrame - row.fSoft) < 44;
+        });
+        EXPECT_EQ(isFound, row.fIsFound) << row.fOff << " " << row.fSoft;
+        EXPECT_EQ(onsets.size(), isFound ? 9U : 8U);
+    }
+}
+
 TEST(LoopAnalysis, HearsNothingInSilenceSteadyTonesAndScraps) {
     EXPECT_TRUE(NSLoopTool::FindOnsets(std::vector<float>(44100), kRate, 99).empty());
     EXPECT_TRUE(NSLoopTool::FindOnsets({}, kRate, 50).empty());

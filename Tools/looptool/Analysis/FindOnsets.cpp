@@ -1,3 +1,4 @@
+#include "looptool/Analysis/BeatGrid.h"
 #include "looptool/Analysis/CSpectrum.h"
 #include "looptool/Analysis/LoopAnalysis.h"
 #include "looptool/Analysis/WalkBack.h"
@@ -18,6 +19,19 @@ constexpr double kPeakReach = 0.03;    // a peak is the highest within
 constexpr double kMeanReach = 0.10;    // and stands out of the mean within
 constexpr double kBeforeStart = 0.006; // an attack so close to the end is the start's
 constexpr double kNearest = 0.035;     // two onsets are no nearer
+
+// The greatest rise of a loop. The threshold follows it half the way: hits of a loop have much in
+// common, but not all.
+constexpr double kUsualSteepest = 1.2;
+constexpr double kLeastSteepest = 0.5; // a loop without attacks gets none by a low threshold
+
+// Powers of 2 of the threshold.
+constexpr double kOnGrid = -0.75; // of what begins on a sixteenth
+constexpr double kOffGrid = 1.25; // and between two
+// Of the strong onsets' strength that lies on the grid: where it counts for nothing, and in full.
+constexpr double kNoGrid = 0.5;
+constexpr double kSureGrid = 0.85;
+constexpr double kStraighter = 0.03; // by how much a swung grid must fit better than a straight one
 
 constexpr double kLowestBand = 30.0; // Hz
 constexpr double kHighestBand = 17000.0;
@@ -126,12 +140,12 @@ struct SPeak {
     double fHeight;
 };
 
+// Peaks that stand out by more than the threshold.
 std::vector<SPeak> FindPeaks(std::span<const double> values, double hop, double rate,
-                             int sensitivity) {
+                             double threshold) {
     const auto count = static_cast<ptrdiff_t>(values.size());
     const auto reach = static_cast<ptrdiff_t>(FramesOf(kPeakReach, rate / hop));
     const auto meanReach = static_cast<ptrdiff_t>(FramesOf(kMeanReach, rate / hop));
-    const double threshold = Threshold(sensitivity);
     const auto at = [&](ptrdiff_t i) {
         return values[static_cast<size_t>((i % count + count) % count)];
     };
@@ -154,29 +168,47 @@ std::vector<SPeak> FindPeaks(std::span<const double> values, double hop, double 
     return peaks;
 }
 
-} // namespace
+// The share of the strong onsets' strength that lies on the grid of sixteenths, felt as it fits
+// best.
+struct SGridFit {
+    SFeel fFeel;
+    double fShare = 0.0;
+};
 
-std::vector<SOnset> FindOnsets(std::span<const float> mono, int rate, int sensitivity) {
-    float peak = 0.0F;
-    for (const float sample : mono) {
-        peak = std::max(peak, std::abs(sample));
+SGridFit FitGrid(std::span<const SOnset> onsets, double framesOfBeat, double rate,
+                 double threshold) {
+    SGridFit best;
+    for (const SFeel& feel : BeatFeels()) {
+        double on = 0.0;
+        double all = 0.0;
+        for (const SOnset& onset : onsets) {
+            if (onset.fStrength > threshold) {
+                const double weight = std::sqrt(onset.fStrength);
+                on += weight * NearestPlace(onset.fFrame, framesOfBeat, rate, feel).fCloseness;
+                all += weight;
+            }
+        }
+        if (on > best.fShare * all * (1.0 + kStraighter)) {
+            best = {feel, on / all};
+        }
     }
-    if (peak < 1e-5F || mono.size() < FramesOf(kWindow, rate)) {
-        return {};
-    }
-    const CNovelty novelty(mono, rate, 1.0 / static_cast<double>(peak));
-    std::vector<SOnset> onsets;
-    const auto ahead = static_cast<int64_t>(FramesOf(kBeforeStart, rate));
-    for (const SPeak& found : FindPeaks(novelty.GetValues(), novelty.GetHop(), rate, sensitivity)) {
-        const int64_t frame = WalkBack(mono, rate, found.fFrame);
-        // Just before the loop's end begins the hit of its start: the loop was cut a little late.
-        const bool ofStart = static_cast<int64_t>(mono.size()) - frame < ahead;
-        onsets.push_back({ofStart ? 0 : frame, found.fHeight});
-    }
-    std::sort(onsets.begin(), onsets.end(),
-              [](const SOnset& a, const SOnset& b) { return a.fFrame < b.fFrame; });
-    // Two detected times may lead back to one attack.
-    const auto nearest = static_cast<int64_t>(FramesOf(kNearest, rate));
+    return best;
+}
+
+// Drops what stands out too little for where it lies.
+void KeepByGrid(std::vector<SOnset>& onsets, double framesOfBeat, double rate, double threshold) {
+    const SGridFit fit = FitGrid(onsets, framesOfBeat, rate, threshold);
+    const double trust = std::clamp((fit.fShare - kNoGrid) / (kSureGrid - kNoGrid), 0.0, 1.0);
+    std::erase_if(onsets, [&](const SOnset& onset) {
+        const double closeness =
+            NearestPlace(onset.fFrame, framesOfBeat, rate, fit.fFeel).fCloseness;
+        return onset.fStrength <
+               threshold * std::exp2(trust * (kOffGrid - (kOffGrid - kOnGrid) * closeness));
+    });
+}
+
+// Two detected times may lead back to one attack.
+std::vector<SOnset> Apart(std::span<const SOnset> onsets, int64_t frames, int64_t nearest) {
     std::vector<SOnset> apart;
     for (const SOnset& onset : onsets) {
         if (!apart.empty() && onset.fFrame - apart.back().fFrame < nearest) {
@@ -185,18 +217,52 @@ std::vector<SOnset> FindOnsets(std::span<const float> mono, int rate, int sensit
             apart.push_back(onset);
         }
     }
-    if (apart.size() > 1 &&
-        apart.front().fFrame + static_cast<int64_t>(mono.size()) - apart.back().fFrame < nearest) {
+    if (apart.size() > 1 && apart.front().fFrame + frames - apart.back().fFrame < nearest) {
         apart.pop_back();
     }
+    return apart;
+}
+
+} // namespace
+
+std::vector<SOnset> FindOnsets(std::span<const float> mono, int rate, int sensitivity,
+                               double quarters) {
+    float peak = 0.0F;
+    for (const float sample : mono) {
+        peak = std::max(peak, std::abs(sample));
+    }
+    if (peak < 1e-5F || mono.size() < FramesOf(kWindow, rate)) {
+        return {};
+    }
+    const CNovelty novelty(mono, rate, 1.0 / static_cast<double>(peak));
+    const std::span<const double> values = novelty.GetValues();
+    const double steepest = *std::max_element(values.begin(), values.end());
+    const double threshold =
+        Threshold(sensitivity) * std::sqrt(std::max(steepest, kLeastSteepest) / kUsualSteepest);
+    std::vector<SOnset> onsets;
+    const auto ahead = static_cast<int64_t>(FramesOf(kBeforeStart, rate));
+    for (const SPeak& found : FindPeaks(values, novelty.GetHop(), rate,
+                                        threshold * (quarters > 0.0 ? std::exp2(kOnGrid) : 1.0))) {
+        const int64_t frame = WalkBack(mono, rate, found.fFrame);
+        // Just before the loop's end begins the hit of its start: the loop was cut a little late.
+        const bool ofStart = static_cast<int64_t>(mono.size()) - frame < ahead;
+        onsets.push_back({ofStart ? 0 : frame, found.fHeight});
+    }
+    std::sort(onsets.begin(), onsets.end(),
+              [](const SOnset& a, const SOnset& b) { return a.fFrame < b.fFrame; });
+    if (quarters > 0.0) {
+        KeepByGrid(onsets, static_cast<double>(mono.size()) / quarters, rate, threshold);
+    }
+    onsets = Apart(onsets, static_cast<int64_t>(mono.size()),
+                   static_cast<int64_t>(FramesOf(kNearest, rate)));
     double strongest = 0.0;
-    for (const SOnset& onset : apart) {
+    for (const SOnset& onset : onsets) {
         strongest = std::max(strongest, onset.fStrength);
     }
-    for (SOnset& onset : apart) {
+    for (SOnset& onset : onsets) {
         onset.fStrength /= strongest;
     }
-    return apart;
+    return onsets;
 }
 
 } // namespace NSLoopTool

@@ -1,7 +1,7 @@
+#include "looptool/Analysis/BeatGrid.h"
 #include "looptool/Analysis/LoopAnalysis.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace NSLoopTool {
@@ -12,7 +12,6 @@ namespace {
 // weighed as a model of where onsets fall: every place of the bar's grid has a probability to bear
 // one, and what falls off the grid is an accident. A model that is too slow has to call ordinary
 // sixteenths accidents; one that is too fast leaves its beats empty.
-constexpr double kSpread = 0.010;  // seconds that players stray from the grid
 constexpr double kAccident = 0.02; // share of onsets that belong to no grid
 constexpr double kTypicalTempo = 112.0;
 constexpr double kTempoSpread = 0.40; // of the logarithm
@@ -35,36 +34,19 @@ struct SMetre {
     double fSixteenth = 0.16;
 };
 
-// `swing` is where the offbeat of two equal halves falls, 0.5 straight to 0.67 triplets. It moves
-// the sixteenths or, for `swungEighths`, the eighths.
 double LogLikelihood(std::span<const SOnset> onsets, double framesOfBeat, double rate, int beats,
-                     int beatsOfBar, double swing, bool swungEighths) {
+                     int beatsOfBar, const SFeel& feel) {
     const SMetre metre;
-    const double spread = kSpread * rate / framesOfBeat; // in beats
-    const std::array<double, 4> places =
-        swungEighths ? std::array<double, 4>{0.0, swing / 2, swing, (1.0 + swing) / 2}
-                     : std::array<double, 4>{0.0, swing / 2, 0.5, (1.0 + swing) / 2};
     std::vector<double> best(static_cast<size_t>(beats) * 4, 0.0); // strength of the place's onset
     double sum = 0.0;
     for (const SOnset& onset : onsets) {
-        const double place = static_cast<double>(onset.fFrame) / framesOfBeat;
-        const double beat = std::floor(place);
-        double nearest = 1.0;
-        size_t part = 0;
-        for (size_t i = 0; i <= 4; ++i) {
-            const double distance = std::abs(place - beat - (i < 4 ? places[i] : 1.0));
-            if (distance < nearest) {
-                nearest = distance;
-                part = i;
-            }
-        }
-        const auto slot = (static_cast<size_t>(beat) * 4 + part) % best.size();
+        const SBeatPlace place = NearestPlace(onset.fFrame, framesOfBeat, rate, feel);
         // Density on the grid against an accident's, by how strong the onset is.
-        const double fit = std::exp(-0.5 * (nearest / spread) * (nearest / spread));
         const double weight = 0.4 + 0.6 * std::sqrt(onset.fStrength);
-        sum += weight * std::log(kAccident + (1.0 - kAccident) * fit);
-        if (fit > 0.1) {
-            best[slot] = std::max(best[slot], weight);
+        sum += weight * std::log(kAccident + (1.0 - kAccident) * place.fCloseness);
+        if (place.fCloseness > 0.1) {
+            double& slot = best[(place.fBeat * 4 + place.fPart) % best.size()];
+            slot = std::max(slot, weight);
         }
     }
     for (size_t slot = 0; slot < best.size(); ++slot) {
@@ -100,12 +82,10 @@ SCandidate Weigh(size_t frames, double rate, std::span<const SOnset> onsets, int
     const double tempo =
         60.0 * rate / framesOfBeat * 4.0 / static_cast<double>(signature.fDenominator);
     double best = -1e300;
-    for (const double swing : {0.5, 0.54, 0.58, 0.62, 0.667}) {
-        for (const bool eighths : {false, true}) {
-            best = std::max(best, LogLikelihood(onsets, framesOfBeat, rate, beats,
-                                                signature.fNumerator, swing, eighths) -
-                                      (swing > 0.5 ? 1.0 : 0.0) - (eighths ? 1.0 : 0.0));
-        }
+    for (const SFeel& feel : BeatFeels()) {
+        best = std::max(
+            best, LogLikelihood(onsets, framesOfBeat, rate, beats, signature.fNumerator, feel) -
+                      (feel.fSwing > 0.5 ? 1.0 : 0.0) - (feel.fSwungEighths ? 1.0 : 0.0));
     }
     return {bars, signature, tempo, best + LogPrior(bars, signature, tempo)};
 }

@@ -29,7 +29,11 @@ struct SOnset {
 /// rate         frames per second, 1000 to 1000000
 /// sensitivity  0 to 99: 0 gives the strongest hits alone, 99 the weakest too; 50 is the default of
 ///              the program
-std::vector<SOnset> FindOnsets(std::span<const float> mono, int rate, int sensitivity);
+/// quarters     the loop's length in quarter notes, 0 if it is not known. Most of what is played
+///              begins on a sixteenth, so weaker onsets count there, and only stronger ones beside
+///              it, as far as the strong onsets of the loop show that it keeps to such a grid
+std::vector<SOnset> FindOnsets(std::span<const float> mono, int rate, int sensitivity,
+                               double quarters = 0.0);
 
 struct STimeSignature {
     int fNumerator = 4;   // beats of a bar, 1 to 15

@@ -51,7 +51,8 @@ void GuessLength(SMakePlan& plan, const SKnownLoop& known) {
 std::vector<SCut> FindCuts(const SMakePlan& plan, int32_t sensitivity) {
     const std::vector<float> mono = MonoLoop(plan);
     const int rate = plan.fAudio.fSampleRate;
-    const std::vector<SOnset> onsets = FindOnsets(mono, rate, sensitivity);
+    const double quarters = 4.0 * plan.GetTotalBeats() / plan.fSignature.fDenominator;
+    const std::vector<SOnset> onsets = FindOnsets(mono, rate, sensitivity, quarters);
     std::vector<SCut> cuts;
     // The attack at the loop's start begins before it, at the loop's end, where a cut would leave a
     // slice of nothing but that rise: it is cut at the start.
