@@ -322,12 +322,15 @@ private:
     uint64_t fAge = 0;
 };
 
+/// Where nobody names a tempo.
+constexpr double kDefaultBpm = 120.0;
+
 /// Turns a tempo that changes now and then into positions, for a host without a timeline of its
 /// own. The position is counted in whole frames from the last change of tempo, so that it does not
 /// drift.
 class TempoClock {
 public:
-    explicit TempoClock(double sampleRate, double bpm = 120.0, double quarter = 0.0) noexcept
+    explicit TempoClock(double sampleRate, double bpm = kDefaultBpm, double quarter = 0.0) noexcept
         : fSampleRate(sampleRate), fBpm(bpm), fQuarter(quarter) {}
 
     double GetQuarter() const noexcept {
@@ -366,8 +369,7 @@ struct TempoPoint {
 class TempoMapPlayer {
 public:
     TempoMapPlayer(const TempoPoint* points, std::size_t count, double sampleRate) noexcept
-        : fPoints(points), fCount(count), fSampleRate(sampleRate),
-          fClock(sampleRate, count > 0 ? points[0].fBpm : 120.0) {}
+        : fPoints(points), fCount(count), fSampleRate(sampleRate), fClock(sampleRate, BpmAt(0)) {}
 
     double GetQuarter() const noexcept { return fClock.GetQuarter(); }
 
@@ -377,7 +379,7 @@ public:
             ++fAt;
         }
         fClock.MoveTo(quarter);
-        fClock.SetBpm(fCount > 0 ? fPoints[fAt].fBpm : 120.0);
+        fClock.SetBpm(BpmAt(fAt));
     }
 
     void Render(SliceScheduler& scheduler, float* left, float* right, int64_t frames) noexcept {
@@ -406,6 +408,10 @@ public:
     }
 
 private:
+    double BpmAt(std::size_t point) const noexcept {
+        return fCount > 0 ? fPoints[point].fBpm : kDefaultBpm;
+    }
+
     /// The old tempo held up to the present frame, at most one frame too long: what was counted too
     /// far at the old tempo is counted anew at the new one.
     void EnterNextPoint() noexcept {

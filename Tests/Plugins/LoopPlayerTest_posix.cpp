@@ -168,7 +168,7 @@ TEST_F(LoopPlayerTest, PlaysAnHourLikeSlicesPlacedByHand) {
     while (hand.GetFrame() < kSeconds * kRate) {
         const int64_t now = hand.GetFrame();
         // Some hosts tell the position in each block, some once.
-        if (isFirst || now / (60 * kRate) % 2 == 1) {
+        if (isFirst || now / (int64_t{60} * kRate) % 2 == 1) {
             host.SendPosition(0, {hand.GetQuarter(), kBpm, 1.0});
         }
         isFirst = false;
@@ -337,7 +337,7 @@ TEST_F(LoopPlayerTest, FollowsAHostThatTellsFramesAloneAtItsOwnTempo) {
     CHand hand(DrumLOP2());
     std::vector<float> left(6000), right(6000);
     host.fControls[4] = 150.0F;
-    host.SendFrame(0, 3 * kRate);
+    host.SendFrame(0, int64_t{3} * kRate);
     host.Run(6000);
     hand.Move(3.0 * 150.0 / 60.0, 150.0);
     hand.Render(left.data(), right.data(), 6000);

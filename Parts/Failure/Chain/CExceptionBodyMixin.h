@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Failure/Chain/CFailureItem.h"
+
 #include <cstdint>
 #include <vector>
-
-#include "Failure/Chain/CFailureItem.h"
 
 namespace NSLichen {
 

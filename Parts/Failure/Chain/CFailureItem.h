@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "Failure/Chain/CFailureSite.h"
 #include "Failure/Chain/CFailureValue.h"
 #include "Failure/Codes/FailureCodes.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
 
 namespace NSLichen {
 

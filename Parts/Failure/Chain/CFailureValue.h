@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Failure/Chain/CFixedName.h"
+
 #include <cstdint>
 #include <string>
 #include <variant>
-
-#include "Failure/Chain/CFixedName.h"
 
 namespace NSLichen {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Failure/Chain/CExceptionBodyMixin.h"
+
 #include <optional>
 #include <vector>
-
-#include "Failure/Chain/CExceptionBodyMixin.h"
 
 namespace NSLichen {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include "Failure/Chain/CExceptionBodyMixin.h"
+
+#include <string>
 
 namespace NSLichen {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
-
 #include "Failure/Chain/CFailureItem.h"
 #include "Failure/Chain/CFixedName.h"
+
+#include <cstdint>
+#include <string>
 
 namespace NSLichen {
 

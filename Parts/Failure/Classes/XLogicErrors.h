@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Failure/Chain/CExceptionBodyMixin.h"
+
 #include <stdexcept>
 #include <string>
-
-#include "Failure/Chain/CExceptionBodyMixin.h"
 
 namespace NSLichen {
 

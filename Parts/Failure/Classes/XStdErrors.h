@@ -1,11 +1,11 @@
 #pragma once
 
+#include "Failure/Chain/CExceptionBodyMixin.h"
+
 #include <exception>
 #include <new>
 #include <stdexcept>
 #include <string>
-
-#include "Failure/Chain/CExceptionBodyMixin.h"
 
 // The members of the family that stand in for exceptions of the standard library, and the one for
 // foreign integers. Code seldom names them: it raises std::out_of_range and the like, and what is

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstdint>
-
 #include "Failure/Chain/CFixedName.h"
+
+#include <cstdint>
 
 namespace NSLichen {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstdint>
-
 #include "Failure/Codes/PackedFailure.h"
+
+#include <cstdint>
 
 namespace NSLichen {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
-#include <exception>
-
 #include "Failure/Chain/CFailureSite.h"
 #include "Failure/Codes/FailureMap.h"
+
+#include <cstdint>
+#include <exception>
 
 namespace NSLichen {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
-
 #include "Failure/Chain/CFixedName.h"
 #include "Failure/Codes/FailureCodes.h"
 #include "Failure/Raising/CFailureModule.h"
+
+#include <cstdint>
 
 namespace NSLichen {
 

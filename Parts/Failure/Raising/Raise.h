@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Failure/Chain/CFixedName.h"
+
 #include <exception>
 #include <type_traits>
-
-#include "Failure/Chain/CFixedName.h"
 
 namespace NSLichen {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Failure/Chain/CFailureRecord.h"
+
 #include <cstdint>
 #include <exception>
 #include <string>
-
-#include "Failure/Chain/CFailureRecord.h"
 
 namespace NSLichen {
 
