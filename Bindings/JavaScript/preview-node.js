@@ -43,6 +43,7 @@ class PreviewNode {
   #info = null;
   #running = false;
   #closed = false;
+  #failure = null; // of the audio thread, for good
   #warm = false;
   #loading = Promise.resolve();
   // Where the loop was last known to be: a time of the context, the place from 0 to 1, beats per
@@ -54,7 +55,10 @@ class PreviewNode {
     this.node = new AudioWorkletNode(context, 'loop-preview', { numberOfInputs: 0, outputChannelCount: [2] });
     this.tempo = this.node.parameters.get('tempo');
     this.node.port.onmessage = ({ data }) => this.#receive(data);
-    this.node.onprocessorerror = () => this.#fail(new Error('the preview failed in the audio thread'));
+    this.node.onprocessorerror = () => {
+      this.#failure = new Error('the preview failed in the audio thread');
+      this.#fail(this.#failure);
+    };
   }
 
   get info() {
@@ -69,6 +73,9 @@ class PreviewNode {
   #ask(message, transfer = []) {
     if (this.#closed) {
       return Promise.reject(new Error('the preview node is closed'));
+    }
+    if (this.#failure !== null) {
+      return Promise.reject(this.#failure);
     }
     return new Promise((resolve, reject) => {
       const id = ++this.#id;

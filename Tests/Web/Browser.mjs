@@ -10,11 +10,11 @@ export class Browser {
   #session;
 
   /** @param {{downloads: string}} options folder for downloads */
-  static async start({ downloads }) {
+  static async start({ downloads, flags = ['--autoplay-policy=no-user-gesture-required'] }) {
     const driver = spawn('chromedriver', ['--port=0'], { stdio: ['ignore', 'pipe', 'inherit'] });
     const browser = new Browser(driver, await portOf(driver));
     try {
-      await browser.#open(downloads);
+      await browser.#open(downloads, flags);
     } catch (error) {
       driver.kill();
       throw error;
@@ -121,8 +121,8 @@ export class Browser {
     return entries.filter(({ level }) => level === 'SEVERE').map(({ message }) => message);
   }
 
-  async #open(downloads) {
-    const args = ['--headless=new', '--autoplay-policy=no-user-gesture-required',
+  async #open(downloads, flags) {
+    const args = ['--headless=new', ...flags,
       '--force-color-profile=srgb', '--disable-dev-shm-usage', '--window-size=1400,900'];
     if (process.getuid() === 0) {
       args.push('--no-sandbox'); // Chromium has none for root

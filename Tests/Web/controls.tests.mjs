@@ -95,6 +95,32 @@ describe('controls', () => {
     assert.deepEqual(struck, ['Slice 1', 'Slice 16']);
   });
 
+  for (const [what, script, sentence] of [
+    ['no audio device', `window.AudioContext = class {
+      constructor() { throw new DOMException('none', 'NotSupportedError'); } };`, 'does not let this page sound'],
+    ['no leave to sound', `Object.defineProperty(AudioContext.prototype, 'state', { get: () => 'suspended' });
+      AudioContext.prototype.resume = () => new Promise(() => {});`, 'does not let this page sound'],
+    ['no worker', `window.Worker = class extends Worker { constructor() { super('/missing.js'); } };`,
+      'this browser does not run'],
+  ]) {
+    it(`says what is wrong, and breaks nothing, with ${what}`, async () => {
+      const { browser } = page;
+      await page.open(script);
+      // The second time the page knows already.
+      for (const name of ['drums.lop2', 'break.lop2']) {
+        await browser.drop(page.file(name));
+        if (what !== 'no worker') {
+          await page.untilShown(name);
+          await browser.press(' ');
+        }
+        await browser.until(`async (sentence) =>
+          document.querySelector('#notices:not([hidden])')?.innerText.includes(sentence)`, sentence);
+        assert.equal(await browser.run('async () => document.querySelector("#play").ariaLabel'), 'Play');
+      }
+      assert.deepEqual((await browser.complaints()).filter((text) => !text.includes('missing.js')), []);
+    });
+  }
+
   it('gives every control a name and every change a word', async () => {
     await page.openWith('break.lop2', 'drums.lop2');
     const { browser } = page;

@@ -44,7 +44,7 @@ describe('files', () => {
         const lines = await (${kNotices})();
         return lines.length > 0 && lines;
       }`);
-      assert.ok(notice.startsWith(`“${name}”`) && notice.includes(sentence), notice);
+      assert.ok(notice.startsWith(`“\u2068${name}\u2069”`) && notice.includes(sentence), notice);
       await page.browser.drop(page.file('drums.lop2'));
       await page.untilShown('drums.lop2');
       assert.deepEqual(await page.browser.complaints(), []);
@@ -61,6 +61,9 @@ describe('files', () => {
         new MutationObserver(() => { window.rowsAtFirstLoop ??= count(); })
           .observe(document.querySelector('#loop-name'), { childList: true });
       });`);
+    mkdirSync(page.file('nothing'));
+    await page.browser.drop(page.file('nothing'));
+    await page.untilSpoken('There were no files.');
     await page.browser.drop(folder);
     await page.browser.until('async () => document.querySelector("#count").innerText === "1000 loops"');
     assert.deepEqual(await page.browser.until(`async () => {
@@ -85,7 +88,7 @@ describe('files', () => {
   it('finds, sorts and walks the list', async () => {
     await page.openWith('break.lop2', 'drums.lop2', 'drums.tsl');
     const shown = `async () => [...document.querySelectorAll('#loops tbody tr:not([hidden]) button')]
-      .map((button) => button.innerText)`;
+      .map((button) => button.textContent)`;
     const find = (words) => page.browser.run(`async (words) => {
       const filter = document.querySelector('#filter');
       filter.value = words;

@@ -60,6 +60,7 @@ export function makeWrongFiles(folder) {
   const files = [
     ['notes.txt', 'just some words', 'is not a loop file'],
     ['empty.lop2', '', 'is not a loop file'],
+    ['<img src=x> \u202Eturned.lop2', 'no', 'is not a loop file'],
     ['cut.lop2', good.subarray(0, good.length / 2), 'damaged'],
     ['newer.lop2', edited('HEAD', 5, [9]), 'newer version'],
     ['zero.lop2', edited('GLOB', 7, [0]), 'musical length of zero'],

@@ -43,7 +43,7 @@ const kPaleWords = `async (least) => {
 
 describe('screens', () => {
   for (const scheme of ['dark', 'light']) {
-    for (const [width, height, density] of [[360, 740, 2], [800, 1000, 1], [1400, 900, 1]]) {
+    for (const [width, height, density] of [[320, 640, 2], [800, 1000, 1], [1400, 900, 1]]) {
       it(`fits ${width} pixels, ${scheme}`, async () => {
         mkdirSync(kFolder, { recursive: true });
         await page.browser.setScreen({ width, height, density, scheme });

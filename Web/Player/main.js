@@ -41,7 +41,7 @@ const stage = new Stage(byId('stage'), {
 });
 
 /** What sounds. Made with the page, and silent until the person does something. */
-export const player = new Player(new AudioContext({ latencyHint: 'interactive' }), processorUrl);
+export const player = new Player(makeContext(), processorUrl);
 
 let current = null; // {entry, info, slices} of the loop that is open
 let lastSlice = 0;
@@ -81,6 +81,10 @@ async function addFiles(sources) {
   }
   --reading;
   table.report();
+  if (added + refused === 0) {
+    notices.add('There were no files in what you dropped or chose.');
+    announcer.say('There were no files.');
+  }
   if (added > 1 || refused > 0) { // one alone is told when it is open
     const why = byId('notices').querySelector('ul').innerText;
     announcer.saySettled(`${countText(added, 'loop')} added. ${refused > 0 ? why : ''}`);
@@ -148,6 +152,15 @@ async function show(entry, loop) {
 
 // -- Sound ----------------------------------------------------------------------------------------
 
+// Without any audio device, a silent one: loops are shown and saved all the same.
+function makeContext() {
+  try {
+    return new AudioContext({ latencyHint: 'interactive' });
+  } catch {
+    return new OfflineAudioContext({ numberOfChannels: 2, length: 1, sampleRate: 48000 });
+  }
+}
+
 async function togglePlay() {
   if (current === null) {
     return;
@@ -156,8 +169,18 @@ async function togglePlay() {
     player.stop();
     announcer.say('Stopped');
   } else {
-    await player.play();
-    announcer.say(`Playing at ${tempoText(tempo.tempo)} beats per minute`);
+    try {
+      if (player.context instanceof OfflineAudioContext) {
+        throw Object.assign(new Error('no audio context'), { name: 'NoSound' });
+      }
+      await player.play();
+      if (player.isPlaying) {
+        announcer.say(`Playing at ${tempoText(tempo.tempo)} beats per minute`);
+      }
+    } catch (failure) {
+      notices.add(failureText(current.name, failure));
+      announcer.say(failureText(current.name, failure));
+    }
   }
   stage.setPlaying(player.isPlaying);
 }

@@ -194,6 +194,9 @@ test('says what is wrong, and stays as it was', async () => {
   await assert.rejects(LoopLibrary.preparePreview(drums, 5), failsWith('InvalidSampleRate'));
   await assert.rejects(preview.load(await LoopLibrary.preparePreview(drums, 44100)), RangeError);
   assert.equal(preview.info.sliceCount, 8);
+  const broken = await createPreviewNode(context, drums);
+  broken.node.onprocessorerror();
+  await assert.rejects(broken.load(drums), /audio thread/);
   preview.close();
   preview.close();
   await assert.rejects(preview.load(drums), /closed/);

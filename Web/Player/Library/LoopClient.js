@@ -11,6 +11,7 @@ export class LoopClient {
   #worker;
   #waiting = new Map();
   #lastId = 0;
+  #failure = null; // for good
 
   /** @param {Worker} worker runs loopWorker.js */
   constructor(worker) {
@@ -26,9 +27,9 @@ export class LoopClient {
     };
     // The worker's file is missing or the browser too old: nothing will be answered any more.
     worker.onerror = (event) => {
-      const failure = { name: 'NoWorker', message: event.message ?? '' };
+      this.#failure = new LoopFailure({ name: 'NoWorker', message: event.message ?? '' });
       for (const { reject } of this.#waiting.values()) {
-        reject(new LoopFailure(failure));
+        reject(this.#failure);
       }
       this.#waiting.clear();
     };
@@ -60,6 +61,9 @@ export class LoopClient {
   }
 
   #ask(task, parameters) {
+    if (this.#failure) {
+      return Promise.reject(this.#failure);
+    }
     const id = ++this.#lastId;
     return new Promise((resolve, reject) => {
       this.#waiting.set(id, { resolve, reject });

@@ -2,6 +2,10 @@
 // {file, path, isChosen}; `isChosen` tells a file that the person named from one that a folder held. What
 // the system does not let be read is {path, isChosen, failure}.
 
+import { compareNames } from './names.js';
+
+const kOpenAhead = 32;
+
 /**
  * Of a drop event. Call it in the event's handler: the list of dropped items is empty later.
  *
@@ -35,12 +39,8 @@ async function* walk(items) {
 }
 
 async function* walkEntry(entry, isChosen) {
-  const path = entry.fullPath.replace(/^\//, '');
   if (entry.isFile) {
-    if (isChosen || !isHidden(path)) {
-      yield await call(entry, 'file').then(
-        (file) => ({ file, path, isChosen }), (failure) => ({ path, isChosen, failure }));
-    }
+    yield openEntry(entry, isChosen);
     return;
   }
   const reader = entry.createReader();
@@ -48,17 +48,37 @@ async function* walkEntry(entry, isChosen) {
   for (;;) {
     const some = await call(reader, 'readEntries').catch((failure) => ({ failure }));
     if (some.failure) {
-      yield { path, isChosen: true, failure: some.failure };
+      yield { path: pathOf(entry), isChosen: true, failure: some.failure };
       return;
     }
     if (some.length === 0) {
       return;
     }
-    some.sort((a, b) => a.name.localeCompare(b.name, undefined, { numeric: true }));
-    for (const inner of some) {
-      yield* walkEntry(inner, false);
+    const inner = some.filter((item) => item.isDirectory || !isHidden(pathOf(item)))
+      .sort((a, b) => compareNames(a.name, b.name));
+    const opened = [];
+    for (const [index, item] of inner.entries()) {
+      // A file takes the browser milliseconds to open, and many take hardly longer.
+      for (let ahead = opened.length; ahead < Math.min(index + kOpenAhead, inner.length); ++ahead) {
+        opened.push(inner[ahead].isFile ? openEntry(inner[ahead], false) : null);
+      }
+      if (item.isFile) {
+        yield opened[index];
+      } else {
+        yield* walkEntry(item, false);
+      }
     }
   }
+}
+
+function openEntry(entry, isChosen) {
+  const path = pathOf(entry);
+  return call(entry, 'file').then(
+    (file) => ({ file, path, isChosen }), (failure) => ({ path, isChosen, failure }));
+}
+
+function pathOf(entry) {
+  return entry.fullPath.replace(/^\//, '');
 }
 
 function call(object, method) {

@@ -11,11 +11,13 @@ const kReasons = {
   NotFoundError: 'is no longer where it was.',
   NoAudioWorklet: 'cannot sound here: browsers play only on pages that come by https or from this'
     + ' machine.',
+  NoSound: 'cannot be heard: the browser does not let this page sound.',
   NoWorker: 'could not be opened: this browser does not run what the page needs.',
 };
 
 /** One sentence on why a file could not be used, for the person who dropped it. */
 export function failureText(fileName, failure) {
   const reason = kReasons[failure.name] ?? `could not be opened (${failure.message}).`;
-  return `“${fileName}” ${reason}`;
+  // Isolated, so that no sign in a name turns the sentence behind it around.
+  return `“\u2068${fileName}\u2069” ${reason}`;
 }

@@ -2,6 +2,7 @@ import { createPreviewNode } from '../looplibrary/index.js';
 import { SliceVoices } from './SliceVoices.js';
 
 const kVolumeGlide = 0.02; // seconds
+const kWakePatience = 3000; // milliseconds
 
 /**
  * What sounds: the preview of one loop at a tempo, its slices, and the volume of both. Tempos are in
@@ -14,6 +15,7 @@ export class Player {
   #preview = null;
   #making = null;
   #processorUrl;
+  #isPlaying = false; // or waits for the browser's leave to
 
   /**
    * @param {BaseAudioContext} context
@@ -41,7 +43,7 @@ export class Player {
   }
 
   get isPlaying() {
-    return this.#preview?.running ?? false;
+    return this.#isPlaying;
   }
 
   /**
@@ -58,15 +60,25 @@ export class Player {
     this.#voices.load(opened.audio);
   }
 
-  /** Starts from the loop's start, at a time of the context or at once. */
+  /** Starts from the loop's start, at a time of the context or at once. Rejects with NoSound when the browser
+   * does not let the page sound. A stop meanwhile holds. */
   async play(when) {
-    if (this.#context.state === 'suspended' && 'resume' in this.#context && !this.#isOffline) {
-      await this.#context.resume();
+    this.#isPlaying = true;
+    try {
+      await this.#wake();
+    } catch (error) {
+      if (this.#isPlaying) {
+        this.#isPlaying = false;
+        throw error;
+      }
     }
-    this.#preview.start(when);
+    if (this.#isPlaying) {
+      this.#preview.start(when);
+    }
   }
 
   stop(when) {
+    this.#isPlaying = false;
     this.#preview?.stop(when);
     this.#voices.stopAll();
   }
@@ -86,9 +98,7 @@ export class Player {
 
   /** Sounds a slice at once. `level` is 1 for full. */
   playSlice(index, level = 1) {
-    if (this.#context.state === 'suspended' && !this.#isOffline) {
-      this.#context.resume();
-    }
+    this.#wake().catch(() => {}); // play says so
     this.#voices.play(index, level);
   }
 
@@ -98,8 +108,22 @@ export class Player {
     return this.#preview?.getPosition(currentTime - outputLatency) ?? null;
   }
 
-  get #isOffline() {
-    return this.#context instanceof OfflineAudioContext;
+  // Browsers keep a context asleep until the person does something, and one that they do not trust for ever.
+  async #wake() {
+    if (this.#context.state === 'running' || this.#context instanceof OfflineAudioContext) {
+      return;
+    }
+    let timer;
+    const refusal = new Promise((_, reject) => {
+      timer = setTimeout(reject, kWakePatience, new Error('it stayed asleep'));
+    });
+    try {
+      await Promise.race([this.#context.resume(), refusal]);
+    } catch (error) {
+      throw Object.assign(new Error(error.message), { name: 'NoSound' });
+    } finally {
+      clearTimeout(timer);
+    }
   }
 
   // One node for all loops, made when the first arrives.
@@ -107,8 +131,11 @@ export class Player {
     if (!this.#context.audioWorklet) {
       throw Object.assign(new Error('no audio worklets'), { name: 'NoAudioWorklet' });
     }
-    this.#making ??= createPreviewNode(this.#context, null,
-      { processorUrl: this.#processorUrl });
+    this.#making ??= createPreviewNode(this.#context, null, { processorUrl: this.#processorUrl })
+      .catch((error) => {
+        this.#making = null; // the next loop tries again
+        throw error;
+      });
     if (this.#preview === null) {
       this.#preview = await this.#making;
       this.#preview.connect(this.#volume);

@@ -1,3 +1,4 @@
+import { compareNames } from '../Library/names.js';
 import { barsOf, lengthText, signatureText, tempoText } from './numbers.js';
 
 const kPausePerWork = 5;
@@ -156,7 +157,7 @@ const kSortValues = {
 };
 
 function compare(a, b) {
-  return typeof a === 'string' ? a.localeCompare(b, undefined, { numeric: true }) : a - b;
+  return typeof a === 'string' ? compareNames(a, b) : a - b;
 }
 
 function testOf(word) {
@@ -172,22 +173,23 @@ function testOf(word) {
   return ({ text }) => text.includes(word);
 }
 
+// With roles, since not every browser knows a table that is laid out as something else.
 function makeItem(entry) {
   const { info, kind, text } = entry.header;
   const names = entry.path.split('/');
   const button = element('button', names.pop(), { type: 'button', tabIndex: -1 });
-  const name = element('th', '', { scope: 'row' });
+  const name = element('th', '', { scope: 'row', role: 'rowheader' });
   name.append(button);
   const about = [names.join('/'), text.split('\n').join(', ')].filter(Boolean).join(' · ');
   if (about) {
     name.append(element('span', about, { className: 'about', title: text || about }));
   }
   const { bars, beats } = barsOf(info);
-  const length = element('td', beats ? `${bars} + ${beats}` : String(bars));
-  length.title = lengthText(info);
-  const row = document.createElement('tr');
-  row.append(name, element('td', tempoText(info.storedTempo)), length,
-    element('td', signatureText(info)), element('td', kind));
+  const cells = [tempoText(info.storedTempo), beats ? `${bars} + ${beats}` : String(bars),
+    signatureText(info), kind].map((content) => element('td', content, { role: 'cell' }));
+  cells[1].title = lengthText(info);
+  const row = element('tr', '', { role: 'row' });
+  row.append(name, ...cells);
   return { entry, row, button, text: `${entry.path}\n${text}\n${kind}`.toLowerCase() };
 }
 
