@@ -45,7 +45,7 @@ int CompareLevel(std::u16string_view a, std::u16string_view b, LevelWeight level
 
 struct SCodePageName {
     uint32_t fCodePage;
-    const char* fName;
+    char fName[20]; // no pointer, which every load would relocate
 };
 
 // Code pages that iconv does not call "CP" and the number.

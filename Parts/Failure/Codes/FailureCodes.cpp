@@ -7,7 +7,7 @@ namespace NSLichen {
 namespace {
 
 struct SFailureCodeName {
-    const char* fName;
+    char fName[50]; // no pointer, which every load would relocate
     int32_t fCode;
 };
 

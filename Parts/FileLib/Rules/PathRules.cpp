@@ -44,8 +44,8 @@ bool IsNameWhiteSpace(char16_t unit) noexcept {
 
 bool IsReservedName(const std::u16string& name) {
     const std::u16string_view stem = std::u16string_view(name).substr(0, name.find(u'.'));
-    return std::any_of(kReservedNames.begin(), kReservedNames.end(),
-                       [&](std::u16string_view row) { return EqualsIgnoringAsciiCase(stem, row); });
+    return std::any_of(std::begin(kReservedNames), std::end(kReservedNames),
+                       [&](const auto& row) { return EqualsIgnoringAsciiCase(stem, row); });
 }
 
 bool IsValidFileName(const std::u16string& name) {

@@ -26,8 +26,9 @@ constexpr std::array<char16_t, 39> kForbiddenCharacters = {
     1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11,  12,  13,  14,  15,  16,  17,   18,  19, 20,
     21, 22, 23, 24, 25, 27, 28, 29, 30, 31, '*', '?', '<', '>', '"', '|', '\\', '/', ':'};
 
-/// Compared ignoring case, with the stem of a name up to its first ".".
-constexpr std::array<std::u16string_view, 37> kReservedNames = {
+/// Compared ignoring case, with the stem of a name up to its first ".". No pointers, which every
+/// load would relocate.
+constexpr char16_t kReservedNames[37][9] = {
     u"CON",      u"PRN",     u"AUX",      u"NUL",    u"COM1",    u"COM2",  u"COM3",     u"COM4",
     u"COM5",     u"COM6",    u"COM7",     u"COM8",   u"COM9",    u"LPT1",  u"LPT2",     u"LPT3",
     u"LPT4",     u"LPT5",    u"LPT6",     u"LPT7",   u"LPT8",    u"LPT9",  u"$MFT",     u"$MFTMirr",
