@@ -34,11 +34,11 @@ std::weak_ordering CompareVersions(const SVersionRecord& a, const SVersionRecord
 }
 
 bool IsSameVersion(const SVersionRecord& a, const SVersionRecord& b) {
-    return std::is_eq(CompareVersions(a, b));
+    return CompareVersions(a, b) == std::weak_ordering::equivalent;
 }
 
 bool IsAtLeast(const SVersionRecord& a, const SVersionRecord& min) {
-    return std::is_gteq(CompareVersions(a, min));
+    return CompareVersions(a, min) != std::weak_ordering::less;
 }
 
 bool IsInRange(const SVersionRecord& a, const SVersionRecord& min, const SVersionRecord& max) {
