@@ -19,6 +19,11 @@ bool ReadAs(const LV2_Atom& atom, double& value) {
 constexpr double kFastest = 2000.0;
 constexpr double kFastestSpeed = 8.0;
 
+// Quarters. Hosts cut positions to ticks, 960 or 1920 to a quarter: a position that is no farther
+// off than two of the larger says that playing goes on, and would only shake the slices' places if
+// it were taken.
+constexpr double kRounding = 1.0 / 480.0;
+
 } // namespace
 
 bool CTransport::Read(const LV2_Atom_Object& object, LV2_URID key, double& value) const noexcept {
@@ -37,7 +42,8 @@ bool CTransport::Read(const LV2_Atom_Object& object, LV2_URID key, double& value
 }
 
 void CTransport::Update(const LV2_Atom_Object& position) noexcept {
-    Settle();
+    const double running = GetQuarter();
+    const double runningBpm = GetBpm();
     double value = 0.0;
     if (Read(position, fUris->fBeatUnit, value) && value >= 1.0) {
         fBeatUnit = value;
@@ -48,13 +54,19 @@ void CTransport::Update(const LV2_Atom_Object& position) noexcept {
     if (Read(position, fUris->fBpm, value) && value > 0.0) {
         fBeatsPerMinute = std::min(value, kFastest);
     }
-    double beatInBar = 0.0;
-    if (Read(position, fUris->fBar, value) && Read(position, fUris->fBarBeat, beatInBar)) {
-        fQuarter = (value * fBeatsPerBar + beatInBar) * 4.0 / fBeatUnit;
-    } else if (Read(position, fUris->fFrame, value)) {
-        fQuarter = value * GetTempo() / (60.0 * fRate);
-    }
     if (Read(position, fUris->fSpeed, value)) {
         fSpeed = std::min(value, kFastestSpeed);
+    }
+    double quarter = running;
+    double beatInBar = 0.0;
+    if (Read(position, fUris->fBar, value) && Read(position, fUris->fBarBeat, beatInBar)) {
+        quarter = (value * fBeatsPerBar + beatInBar) * 4.0 / fBeatUnit;
+    } else if (Read(position, fUris->fFrame, value)) {
+        quarter = value * GetTempo() / (60.0 * fRate);
+    }
+    const bool goesOn = IsRolling() && GetBpm() == runningBpm;
+    if (!goesOn || !(std::abs(quarter - running) <= kRounding)) {
+        fQuarter = quarter;
+        fFrames = 0;
     }
 }

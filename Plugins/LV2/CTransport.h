@@ -6,9 +6,9 @@
 
 /// Where the host's timeline stands, from the time:Position objects that it sends. Hosts send all
 /// or some of the properties, as any number type, at every block or at changes alone; between two
-/// messages the position runs on by whole frames, so that it does not drift. A host that tells no
-/// tempo is followed at the tempo of the plug-in's control, one that tells no bars by its frames.
-/// For the audio call.
+/// messages the position runs on by whole frames, so that it does not drift, and through messages
+/// that repeat it but for a rounding. A host that tells no tempo is followed at the tempo of the
+/// plug-in's control, one that tells no bars by its frames. For the audio call.
 class CTransport {
 public:
     CTransport(const SUris& uris, double rate) : CTransport(&uris, rate) {}

@@ -167,9 +167,11 @@ TEST_F(LoopPlayerTest, PlaysAnHourLikeSlicesPlacedByHand) {
     int64_t blocks = 0, heard = 0;
     while (hand.GetFrame() < kSeconds * kRate) {
         const int64_t now = hand.GetFrame();
-        // Some hosts tell the position in each block, some once.
-        if (isFirst || now / (int64_t{60} * kRate) % 2 == 1) {
-            host.SendPosition(0, {hand.GetQuarter(), kBpm, 1.0});
+        // Some hosts tell the position in each block, some cut to ticks, some once.
+        const int64_t minute = now / (int64_t{60} * kRate) % 3;
+        if (isFirst || minute > 0) {
+            const double ticks = minute == 2 ? 960.0 : 1e9;
+            host.SendPosition(0, {std::floor(hand.GetQuarter() * ticks) / ticks, kBpm, 1.0});
         }
         isFirst = false;
         const int64_t frames = 1 + now * 7919 % 8191;
