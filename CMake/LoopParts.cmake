@@ -44,7 +44,7 @@ function(loop_room floor)
     list(TRANSFORM own PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
     target_sources(Loop${floor} PRIVATE ${own})
     # These repeat each other's names in other vectors.
-    list(FILTER own INCLUDE REGEX "(Sse2|Avx2|Neon|Lanes)\\.cpp$")
+    list(FILTER own INCLUDE REGEX "(Sse2|Avx2|Neon|Simd128|Lanes)\\.cpp$")
     if(own)
         set_source_files_properties(${own} TARGET_DIRECTORY Loop${floor}
                                     PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
