@@ -31,7 +31,6 @@ struct SExportOptions {
     double fTempo = 0.0; // 0 keeps the loop's own
     int32_t fRate = 0;
     std::string fBits;
-    bool fForce = false;
     int32_t fJobs = 0;
 };
 
@@ -82,23 +81,13 @@ void ExportOne(const SExportOptions& options, const std::string& file,
     const auto target = [&options](const std::string& name) {
         return PathInFolder(options.fFolder, name);
     };
-    const auto sliceName = [&stem, count](int32_t slice) {
-        return SliceFileName(stem + ".x", slice, count, ".wav");
-    };
-    if (!options.fForce) {
-        RefuseToReplace(target(stem + ".mid"));
-        RefuseToReplace(target(stem + ".sfz"));
-        for (int32_t slice = 0; slice < count; ++slice) {
-            RefuseToReplace(target(sliceName(slice)));
-        }
-    }
     const SMidiSong song = SongOf(loop, options.fTempo);
     std::string sfz = "// " + stem + ": " + std::to_string(count) + " slices from C1 (note 36); " +
                       stem + ".mid plays them in time at " + DecimalText(song.fQuartersPerMinute) +
                       " quarter notes per minute\n" + "<group> loop_mode=one_shot\n";
     for (int32_t slice = 0; slice < count; ++slice) {
         StopIfInterrupted();
-        const std::string name = sliceName(slice);
+        const std::string name = SliceFileName(stem + ".x", slice, count, ".wav");
         WriteFloatFile(target(name), format, loop.GetOutputSampleRate(), loop.RenderSlice(slice));
         const SMidiNote& note = song.fNotes[static_cast<size_t>(slice)];
         const std::string channel = std::to_string(note.fChannel + 1);
@@ -138,7 +127,6 @@ void AddExportCommand(CCommandLine& line) {
     AddRate(command, options->fRate);
     command.AddChoice("--bits", options->fBits, {"16", "24", "float"},
                       "Depth of the slices; else floats");
-    AddForce(command, options->fForce);
     AddJobs(command, options->fJobs);
     command.SetExample("looptool export drums.lop2 -o drums");
 }

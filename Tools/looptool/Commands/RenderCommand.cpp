@@ -22,7 +22,6 @@ struct SRenderOptions {
     int32_t fRate = 0;   // 0 keeps the loop's own
     int32_t fSlice = -1; // -1 is all
     SFormatWish fFormat;
-    bool fForce = false;
     int32_t fJobs = 0;
 };
 
@@ -41,9 +40,6 @@ void RenderOne(const SRenderOptions& options, const std::string& file,
     const auto target = [&](int32_t slice) {
         return PathInFolder(options.fFolder, SliceFileName(file, slice, count, format.GetSuffix()));
     };
-    for (int32_t slice = first; slice < end && !options.fForce; ++slice) {
-        RefuseToReplace(target(slice));
-    }
     MakeFolder(options.fFolder);
     for (int32_t slice = first; slice < end; ++slice) {
         StopIfInterrupted();
@@ -75,7 +71,6 @@ void AddRenderCommand(CCommandLine& line) {
     command.AddInteger("--slice", options->fSlice, 0, INT32_MAX,
                        "Only this slice, from 0; else all");
     AddFormat(command, options->fFormat, "floats (24 in FLAC)");
-    AddForce(command, options->fForce);
     AddJobs(command, options->fJobs);
     command.SetExample("looptool render drums.lop2 -o slices --format flac --rate 48000");
 }
