@@ -54,6 +54,7 @@ std::vector<SOutputTask> PlanOutputs(const std::vector<std::string>& inputs,
     RefuseSameNames(inputs, nameOf);
     MakeFolder(output);
     std::vector<SOutputTask> tasks;
+    tasks.reserve(inputs.size());
     for (const std::string& input : inputs) {
         tasks.push_back({input, PathInFolder(output, nameOf(input))});
     }

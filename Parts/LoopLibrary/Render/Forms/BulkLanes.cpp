@@ -4,6 +4,7 @@
 #include "LoopLibrary/Render/Common/Lanes.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace NSLOPDLL {
 
@@ -33,7 +34,7 @@ void ReverseLanes(float* values, int32_t count) noexcept {
     };
     float* front = values;
     float* back = values + count;
-    while (back - front >= 2 * kLaneCount) {
+    while (back - front >= ptrdiff_t{2} * kLaneCount) {
         back -= kLaneCount;
         const Lanes first = LoadLanes(front);
         const Lanes last = LoadLanes(back);
