@@ -1,6 +1,6 @@
 import { LoopError, check, results } from './instance.js';
 
-/** Tempo in the library's unit; what no 32-bit number can hold becomes 0, which is no tempo. */
+/** Tempo in the library's unit; what no 32-bit number can hold becomes 0, which is not a tempo. */
 export function thousandths(tempo) {
   return Math.abs(tempo) < 1e6 ? Math.round(tempo * 1000) : 0;
 }

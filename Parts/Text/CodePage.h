@@ -8,7 +8,7 @@ namespace NSTextPackage {
 
 constexpr uint32_t kCodePage_1252 = 1252;
 
-/// Bytes that are no text of the code page, and a code page that the system does not know, raise
+/// Bytes that are not a text of the code page, and a code page that the system does not know, raise
 /// XFormatViolation with the target word "unicode". Code page 1252 decodes every byte, alike on all
 /// systems. Windows knows no decoder that stops at bad bytes for the pages 1200, 1201, 12000,
 /// 12001, 50220 to 50229 and 65000, and refuses them.

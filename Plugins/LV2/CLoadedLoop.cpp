@@ -21,7 +21,7 @@ bool IsReady() {
 // Quarters. A shorter loop would begin more slices in a block than an audio call has time for.
 constexpr double kShortest = 1.0 / 64.0;
 
-// False for what is no file, cannot be read or is larger than any loop: a pipe would never end.
+// False for what is not a file, cannot be read or is larger than any loop: a pipe would never end.
 bool ReadFile(const std::string& path, std::vector<char>& bytes) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) {

@@ -80,7 +80,7 @@ LV2_State_Status CLoopPlayer::Restore(LV2_State_Retrieve_Function retrieve, LV2_
             return LV2_STATE_SUCCESS;
         }
     }
-    // A file that is gone is no failure: the session keeps its path, and the log tells.
+    // A file that is gone is not a failure: the session keeps its path, and the log tells.
     Replace(Load(fShownPath));
     fScheduler.Reset();
     FreeFading();

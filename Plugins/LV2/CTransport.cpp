@@ -19,7 +19,7 @@ bool ReadAs(const LV2_Atom& atom, double& value) {
 constexpr double kFastest = 2000.0;
 constexpr double kFastestSpeed = 8.0;
 
-// Quarters. Hosts cut positions to ticks, 960 or 1920 to a quarter: a position that is no farther
+// Quarters. Hosts cut positions to ticks, 960 or 1920 to a quarter: a position that is not farther
 // off than two of the larger says that playing goes on, and would only shake the slices' places if
 // it were taken.
 constexpr double kRounding = 1.0 / 480.0;

@@ -94,7 +94,7 @@ class LoopTest(unittest.TestCase):
             (lambda: loop.set_preview_tempo(float("nan")), ValueError),
             (lambda: loop.set_output_sample_rate(1), looplibrary.InvalidSampleRateError),
             (lambda: loop.preview(block=0), looplibrary.InvalidArgumentError),
-            # Numbers that a 32-bit one cannot hold, and what is no whole number or no file.
+            # Numbers that a 32-bit one cannot hold, and what is not a whole number or not a file.
             (lambda: loop.slices[2**32], looplibrary.InvalidSliceError),
             (lambda: loop.set_output_sample_rate(2**32 + 48000), looplibrary.InvalidSampleRateError),
             (lambda: loop.set_output_sample_rate(48000.0), TypeError),

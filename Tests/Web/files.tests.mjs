@@ -1,4 +1,4 @@
-// Files on the page: what the list says of each kind, folders, and files that are no loops.
+// Files on the page: what the list says of each kind, folders, and files that are not loops.
 
 import assert from 'node:assert/strict';
 import { mkdirSync } from 'node:fs';

@@ -128,7 +128,7 @@ TEST(LoopAnalysis, WeighsWholeBarsByWhereOnsetsFall) {
         const NSLoopTool::STempoGuess guess = NSLoopTool::GuessTempo(frames, kRate, onsets, {});
         EXPECT_NEAR(guess.fTempo, row.fTempo, 0.01) << row.fTempo;
         EXPECT_EQ(guess.fBars * guess.fNumerator, row.fBars * row.fBeats) << row.fTempo;
-        // What is known decides, and silence is no ground for a guess.
+        // What is known decides, and silence is not a ground for a guess.
         NSLoopTool::SKnown known;
         known.fBars = row.fBars * 2;
         known.fSignature = {row.fBeats, 4};

@@ -84,7 +84,7 @@ Elf64_Ehdr MakeHeader(size_t segmentCount) {
     return header;
 }
 
-// What cannot be read, since it is gone by now or is no memory, becomes zeros.
+// What cannot be read, since it is gone by now or is not memory, becomes zeros.
 bool WriteMemory(int file, int memory, const Elf64_Phdr& segment) {
     // Not on the stack: a handler of a fault may run on a small one of its own.
     std::vector<char> buffer(std::min<uint64_t>(segment.p_filesz, 65536));

@@ -59,7 +59,7 @@ constexpr bool IsFailureCode(int32_t code) {
     return code >= kFailureCode_UndefinedException && code < kFailureMapEnd;
 }
 
-/// The code's name, "kFailureCode_..."; empty for a value that is no code.
+/// The code's name, "kFailureCode_..."; empty for a value that is not a code.
 CFixedName GetFailureCodeName(int32_t code);
 /// Whether there is a code of that name; the code is left alone when there is none.
 bool FindFailureCodeByName(const CFixedName& name, int32_t& code);

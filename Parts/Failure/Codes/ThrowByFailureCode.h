@@ -8,7 +8,7 @@
 namespace NSLichen {
 
 /// Throws the class that the code names, made from body and text. kFailureCode_UndefinedException
-/// and every value that is no code throw the plain integer 5, which no handler for exceptions
+/// and every value that is not a code throw the plain integer 5, which no handler for exceptions
 /// takes.
 [[noreturn]] void ThrowByFailureCode(int32_t code, const CExceptionBodyMixin& body,
                                      const std::string& text);

@@ -133,8 +133,8 @@ private:
         }
         folded += static_cast<uint32_t>(zeros) * step;
 
-        // In 64 bits the bound above a step with the highest bit set is no special case. A step of
-        // 0, which no sound stream has, leaves the bound at 2 and so reads nothing.
+        // In 64 bits the bound above a step with the highest bit set needs no special case. A step
+        // of 0, which no sound stream has, leaves the bound at 2 and so reads nothing.
         while (step >= fStepBound) {
             fStepBound <<= 1;
             ++fStepBits;

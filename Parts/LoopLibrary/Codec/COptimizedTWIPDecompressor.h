@@ -7,7 +7,7 @@
 
 namespace NSLOPDLL {
 
-// The one virtual function is no destructor: nobody deletes a decoder through this class.
+// The one virtual function is not a destructor: nobody deletes a decoder through this class.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 

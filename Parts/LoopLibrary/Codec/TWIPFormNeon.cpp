@@ -10,7 +10,7 @@
 
 namespace {
 
-// The processor has a count that takes one step, and 0 is no case of its own.
+// The processor has a count that takes one step, and 0 needs no case of its own.
 TWIP_LANES uint32_t CountZeros(uint64_t bits) {
     return static_cast<uint32_t>(std::countl_zero(bits));
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-// One operation, and 0 is no case of its own.
+// One operation, and 0 needs no case of its own.
 TWIP_LANES uint32_t CountZeros(uint64_t bits) {
     return static_cast<uint32_t>(std::countl_zero(bits));
 }

@@ -22,7 +22,7 @@ static_assert(sizeof(SCalendarTime) == 16);
 
 /// False from 2^63 on, which lies in the year 30828.
 bool FileTimeToCalendar(FileTime time, SCalendarTime& calendar) noexcept;
-/// False for a record that is no date of the years 1601 to 30827; fDayOfWeek is not looked at.
+/// False for a record that is not a date of the years 1601 to 30827; fDayOfWeek is not looked at.
 bool CalendarToFileTime(const SCalendarTime& calendar, FileTime& time) noexcept;
 
 /// Real-time safe: neither waits nor allocates.

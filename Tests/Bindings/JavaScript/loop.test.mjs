@@ -78,7 +78,7 @@ test('takes bytes in each form and leaves them alone', async () => {
   await assert.rejects(LoopLibrary.load('drums.lop2'), TypeError);
 });
 
-test('refuses what is no whole loop file', async () => {
+test('refuses what is not a whole loop file', async () => {
   const changed = (change) => change(drums.slice());
   const rows = [
     ['nothing', new Uint8Array(0), 'InvalidArgument', 'InvalidArgument'],

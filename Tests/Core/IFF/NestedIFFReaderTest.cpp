@@ -20,8 +20,8 @@ TEST(CIFFReader2, MalformedHeadersFailEverySearchThatMeetsThem) {
         EXPECT_VIOLATION(reader.CountChunks());
         EXPECT_FALSE(IsIFFMedia(media, kIFFMode_BigEndian));
     }
-    // Cut off in the id, in the size and in the type: bytes behind the last chunk are no chunk, and
-    // a search that finds its chunk before them does not notice.
+    // Cut off in the id, in the size and in the type: bytes behind the last chunk are not a chunk,
+    // and a search that finds its chunk before them does not notice.
     for (const std::string& rest : {"AAA"s, "AAAA\0\0\0"s, "FORM" + BigEndian(3) + "TYP"}) {
         const std::string file = good + rest;
         CMemoryMedia media = MediaOf(file);

@@ -106,7 +106,7 @@ TEST(RIFF, WritesAndReadsBackToTheByte) {
     CIFFChunkHeader header;
     ASSERT_TRUE(reader.FindForm(kWave, header));
     CRIFFReader2 level(&reader, header);
-    // FORM is an ordinary chunk here, and what follows its size is no type.
+    // FORM is an ordinary chunk here, and what follows its size is not a type.
     EXPECT_TRUE(level.FindChunk(FourCharID("FORM"), header));
     EXPECT_EQ(header.GetDataSize(), 2);
     ASSERT_TRUE(level.FindList(FourCharID("INFO"), header));

@@ -158,7 +158,7 @@ TEST(IntegerForm, EncodesTheLatestFailureOfAnyException) {
     EXPECT_EQ(EncodeThrown([] { RaiseWithTarget(XOpen(""), FileWord()); }), 7001);
     EXPECT_EQ(EncodeThrown([] { RaiseWithTarget(XFormatViolation(""), LopFileWord()); }),
               100000 + 0x160200BA);
-    // A target that is no word counts as none.
+    // A target that is not a word counts as none.
     CExceptionBodyMixin body{CFailureSite()};
     body.fItems.push_back(
         CFailureItem{{}, 30, "", {{TargetObjectTypeKey(), CFailureValue::FromText("file")}}});

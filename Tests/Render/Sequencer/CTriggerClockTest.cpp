@@ -181,7 +181,7 @@ TEST(CTriggerClock, SyncOnWaitsForTheFreeVoiceToReachARange) {
         clock.fClock.PlanIntoSync(c.fFirst * 22050 + 3200, clock.fTable, clock.fNow);
         EXPECT_EQ(clock.Run(720),
                   (Triggers{{294, c.fNext * 22050}, {294 + c.fGap, (c.fNext + 1) * 22050}}));
-        // A start in between is no change into sync any more.
+        // A start in between is not a change into sync any more.
         stopped.fNow.fIsSynced = false;
         stopped.Start(0);
         EXPECT_TRUE(stopped.fClock.IsFree());

@@ -30,7 +30,7 @@ CCommand CCommandLine::AddCommand(const std::string& name, const std::string& de
     return CCommand(command);
 }
 
-// The parser's own words on a word that is no command do not name it.
+// The parser's own words on a word that is not a command do not name it.
 void CCommandLine::CheckCommand(const std::vector<std::string>& arguments) const {
     if (arguments.empty()) {
         throw CToolFailure("a command is needed; \"looptool --help\" lists them", kExitCode_Usage);

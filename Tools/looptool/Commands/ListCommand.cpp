@@ -63,7 +63,7 @@ void Complain(const std::string& words) {
     std::fprintf(stderr, "looptool: %s\n", words.c_str());
 }
 
-// Files that are no loops are passed over; a loop file that cannot be listed is told.
+// Files that are not loops are passed over; a loop file that cannot be listed is told.
 std::vector<SListedLoop> ReadLoops(const SListOptions& options, bool& isComplete) {
     const std::vector<std::string> files =
         FilesBelow(options.fPaths, [&isComplete](const std::string& words) {

@@ -22,7 +22,7 @@ struct SMidiSong {
 };
 
 /// The bytes of a file of one track. A time signature that MIDI cannot say, since its denominator
-/// is no power of two, is left out.
+/// is not a power of two, is left out.
 std::vector<uint8_t> MidiFileBytes(const SMidiSong& song);
 
 } // namespace NSLoopTool

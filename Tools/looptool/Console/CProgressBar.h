@@ -7,7 +7,7 @@
 namespace NSLoopTool {
 
 /// A line on standard error that shows how far a piece of work is, once the work has taken half a
-/// second. It fits the terminal's width, shows nothing where standard error is no terminal, and
+/// second. It fits the terminal's width, shows nothing where standard error is not a terminal, and
 /// removes itself when it goes.
 class CProgressBar {
 public:

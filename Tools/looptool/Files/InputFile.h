@@ -12,7 +12,7 @@ namespace NSLoopTool {
 std::vector<uint8_t> ReadInputFile(const std::string& path);
 
 /// Puts a file that is read by other means among those that must not be written. Raises
-/// CToolFailure for what is no readable file.
+/// CToolFailure for what is not a readable file.
 void NoteInputFile(const std::string& path);
 
 /// Whether the path leads to a file that has been read.

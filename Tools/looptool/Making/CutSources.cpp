@@ -141,7 +141,7 @@ std::vector<SCut> FileCuts(const std::string& path, const SMakePlan& plan) {
     std::error_code error;
     if (path != "-" && !std::filesystem::exists(PathOfArgument(path), error)) {
         Misuse("\"" + SafeText(path) +
-               "\" is no list of frames, seconds (0.25s) or beats (1.5b), no other word for "
+               "\" is not a list of frames, seconds (0.25s) or beats (1.5b), no other word for "
                "slices, and no file");
     }
     const std::vector<uint8_t> bytes = ReadInputFile(path);

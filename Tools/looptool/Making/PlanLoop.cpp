@@ -73,7 +73,8 @@ void SetLengthByTempo(SMakePlan& plan, double tempo) {
     const double whole = std::round(beats);
     if (whole < 1.0 || std::abs(beats - whole) > kTolerance) {
         throw CToolFailure(plan.fName + ": is " + DecimalText(beats) + " beats long at " +
-                               DecimalText(tempo) + " BPM, which is no whole number; give --bars",
+                               DecimalText(tempo) +
+                               " BPM, which is not a whole number; give --bars",
                            kExitCode_Usage);
     }
     SetTotalBeats(plan, static_cast<int64_t>(whole));

@@ -24,7 +24,7 @@ struct SKnownLoop {
 };
 
 /// Reads the JSON that `info --settings` prints, or only its "settings". CToolFailure names the
-/// file and the key for what is no such thing, unknown or out of range.
+/// file and the key for what is not such a thing, unknown or out of range.
 SKnownLoop ReadSettingsFile(const std::string& path);
 
 /// "6/8", each number 1 to 15.

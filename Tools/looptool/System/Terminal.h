@@ -25,7 +25,7 @@ constexpr char kKey_Up = 0x10;
 constexpr char kKey_Down = 0x0E;
 
 /// While it lives, keys reach standard input at once and are not shown; nothing happens where that
-/// is no terminal.
+/// is not a terminal.
 class CKeyboard {
 public:
     CKeyboard();

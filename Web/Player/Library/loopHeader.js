@@ -1,5 +1,5 @@
 // What a list of loops shows beyond LoopLibrary.readInfo: the kind of file and its first creator
-// text, from the headers alone. Damaged texts are no reason to leave a loop out of the list, so
+// text, from the headers alone. Damaged texts are not a reason to leave a loop out of the list, so
 // nothing here throws on the bytes of a file.
 
 const kLegacyKinds = { 'TeSl': '.tsl', 'LOP ': '.lop' };

@@ -19,7 +19,7 @@ export class Notices {
     this.#show();
   }
 
-  /** Counts a file of a folder that is no loop: folders hold much else. */
+  /** Counts a file of a folder that is not a loop: folders hold much else. */
   addSkipped() {
     ++this.#skipped;
     this.#show();

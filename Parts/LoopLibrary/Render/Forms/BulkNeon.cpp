@@ -11,8 +11,8 @@ namespace NSLOPDLL {
 namespace {
 
 // Rounds half away from zero and clips, like RoundToInteger. The half takes the value's sign by its
-// bits: adding minus a half is subtracting it. What is no number becomes 0 before the comparisons,
-// which would pass it on.
+// bits: adding minus a half is subtracting it. What is not a number becomes 0 before the
+// comparisons, which would pass it on.
 int32x4_t RoundLanes(float32x4_t values, float scale, float least, float most) {
     const uint32x4_t sign = vandq_u32(vcltzq_f32(values), vdupq_n_u32(0x80000000));
     const float32x4_t half =

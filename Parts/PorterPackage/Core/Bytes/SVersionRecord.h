@@ -35,7 +35,7 @@ bool IsAtLeast(const SVersionRecord& a, const SVersionRecord& min);
 bool IsInRange(const SVersionRecord& a, const SVersionRecord& min, const SVersionRecord& max);
 bool MajorsEqual(const SVersionRecord& a, const SVersionRecord& b);
 
-/// Reads the 5-byte or the 29-byte form. Bytes that are no version, or too few of them, raise
+/// Reads the 5-byte or the 29-byte form. Bytes that are not a version, or too few of them, raise
 /// XFormatViolation.
 SVersionRecord ReadVersionRecord(CMedia& media);
 /// Takes the short form where it can say the same.
