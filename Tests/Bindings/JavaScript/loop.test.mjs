@@ -19,8 +19,10 @@ test('tells what the file holds', async () => {
   assert.deepEqual(await LoopLibrary.readInfo(readLoop('texts.lop2')), { ...loop.info, sliceCount: 0 });
   loop.close();
   for (const name of ['drums.tsl', 'drums.lop']) {
-    const { info, creatorTexts } = await LoopLibrary.load(readLoop(name));
+    const legacy = await LoopLibrary.load(readLoop(name));
+    const { info, creatorTexts } = legacy;
     assert.deepEqual([info.channels, info.bitDepth, info.sliceCount, creatorTexts], [1, 16, 8, null], name);
+    legacy.close();
   }
   assert.match(LoopLibrary.version, /^\d+\.\d+\.\d+$/);
   assert.equal((await getInstance()).version, LoopLibrary.version);
@@ -43,21 +45,22 @@ test('renders slices at any rate, and keeps the output rate', async () => {
 });
 
 test('previews in batches of any size', async () => {
-  const pull = async (batch) => {
+  const pull = async (...batches) => {
     const loop = await LoopLibrary.load(drums);
     loop.setPreviewTempo(97.5);
     loop.startPreview();
     const left = new Float32Array(20000);
     const right = new Float32Array(20000);
-    for (let at = 0; at < 20000; at += batch) {
-      const end = Math.min(at + batch, 20000);
+    for (let at = 0, turn = 0; at < 20000; ++turn) {
+      const end = Math.min(at + batches[turn % batches.length], 20000);
       loop.renderPreviewInto(left.subarray(at, end), right.subarray(at, end));
+      at = end;
     }
     loop.close();
     return [left, right];
   };
   const whole = await pull(20000);
-  assert.deepEqual(await pull(777), whole);
+  assert.deepEqual(await pull(777, 1100, 64), whole);
   const loop = await LoopLibrary.load(drums);
   loop.setPreviewTempo(97.5);
   loop.startPreview();
@@ -171,6 +174,9 @@ test('gives memory back: 10 000 loads', async () => {
     await turn();
   }
   assert.equal(instance.exports.getMemoryEnd(), end);
+  // Nor does a giant that is no loop leave its size behind.
+  await assert.rejects(LoopLibrary.readInfo(new Uint8Array(64 << 20)), failsWith('FileCorrupt'));
+  assert.ok((await getInstance()).buffer.byteLength < 32 << 20);
 });
 
 test('forgets loops that nobody holds', { skip: globalThis.gc === undefined }, async () => {

@@ -128,9 +128,15 @@ test('knows where the loop is, however long it plays and whatever the tempo was'
     for (const [at, value] of tempos) {
       await context.settle();
       context.render(at - context.currentFrame);
+      await context.settle();
+      const before = preview.getPosition();
       preview.setTempo(value);
+      context.render(quantum);
+      await context.settle();
+      const step = (preview.getPosition() - before + preview.info.quarters) % preview.info.quarters;
+      assert.ok(at === 0 || step < 0.02 || step > preview.info.quarters - 0.01, `${step} quarters at ${at}`);
     }
-    const [heard] = context.render(120 * rate);
+    const [heard] = context.render(120 * rate - quantum);
     await context.settle();
     // Where the same sounds in a loop that has played at this tempo alone, from its third pass on.
     const { beats, quarters } = preview.info;
