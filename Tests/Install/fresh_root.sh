@@ -14,6 +14,7 @@ log=$(debootstrap --variant=minbase bookworm "$root" "$mirror" 2>&1) || {
     exit 1
 }
 cp /etc/resolv.conf "$root/etc/resolv.conf"
+echo 'Dpkg::Use-Pty "0";' >"$root/etc/apt/apt.conf.d/99no-terminal"
 mkdir "$root/packages"
 cp "$packages"/*.deb "$root/packages"
 
