@@ -2,6 +2,7 @@
 
 import assert from 'node:assert/strict';
 import { mkdirSync } from 'node:fs';
+import { join } from 'node:path';
 import { describe, it } from 'node:test';
 
 import { looptool, makeFolder, makeWrongFiles } from './loopFiles.mjs';
@@ -72,6 +73,11 @@ describe('files', () => {
     }`), ['1 file of the folder is not a loop and was left out.']);
     const early = await page.browser.run('async () => window.rowsAtFirstLoop');
     assert.ok(early > 0 && early < 1000, `${early} rows when the first loop was open`);
+    // So many files are not asked whether they are folders.
+    await page.open();
+    const files = Array.from({ length: 250 }, (_, at) => join(folder, `pack ${at % 10}`, `loop ${at}.lop2`));
+    await page.browser.drop(page.file('notes.txt'), folder, ...files);
+    await page.browser.until('async () => document.querySelector("#count").innerText === "1250 loops"');
   });
 
   it('plays from a disk when it is one file', async () => {

@@ -5,6 +5,10 @@
 import { compareNames } from './names.js';
 
 const kOpenAhead = 32;
+// Of so many items, those whose names say that they are loops are taken for files: asked whether one is a
+// folder, the browser takes milliseconds, and the page stands still.
+const kManyItems = 200;
+const kLoopName = /\.(lop2|tsl|lop)$/i;
 
 /**
  * Of a drop event. Call it in the event's handler: the list of dropped items is empty later.
@@ -12,9 +16,11 @@ const kOpenAhead = 32;
  * @param {DataTransfer} transfer
  */
 export function droppedFiles(transfer) {
-  const entries = [...transfer.items]
-    .filter((item) => item.kind === 'file')
-    .map((item) => item.webkitGetAsEntry?.() ?? item.getAsFile());
+  const items = [...transfer.items].filter((item) => item.kind === 'file');
+  const entries = items.map((item) => {
+    const file = items.length > kManyItems ? item.getAsFile() : null;
+    return kLoopName.test(file?.name) ? file : item.webkitGetAsEntry?.() ?? item.getAsFile();
+  });
   return walk(entries.filter(Boolean));
 }
 
