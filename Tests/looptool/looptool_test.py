@@ -323,6 +323,14 @@ class LoopToolTest(unittest.TestCase):
         self.assertEqual(len(hits), len(cuts))
         for hit, cut in zip(hits, cuts):
             self.assertTrue(-88 <= hit - cut <= 220, (hit, cut))
+        # A moment of silence at the start gets no slice of its own.
+        with wave.open("short.wav") as source, wave.open("late.wav", "wb") as target:
+            target.setparams(source.getparams())
+            sound = source.readframes(source.getnframes())
+            target.writeframes(bytes(441 * 4) + sound[:-441 * 4])
+        tool("make", "late.wav", "-o", "late.lop2", "--slices", "auto")
+        starts = [mark["start_frame"] for mark in marks("late.lop2")]
+        self.assertEqual((len(hits), 0, True), (len(starts), starts[0], starts[1] > 882))
         with wave.open("silence.wav", "wb") as target:
             target.setparams((1, 2, 44100, 0, "NONE", ""))
             target.writeframes(bytes(200000))

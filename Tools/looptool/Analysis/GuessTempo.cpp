@@ -2,6 +2,7 @@
 #include "looptool/Analysis/LoopAnalysis.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace NSLoopTool {
@@ -26,6 +27,10 @@ struct SCandidate {
     double fLikelihood; // logarithm
 };
 
+// Strong onsets are drawn to beats and away from sixteenths: how much, over the mean strength.
+constexpr double kAccent = 3.0;
+constexpr std::array<double, 4> kAccentOfPart = {1.0, -0.3, 0.0, -0.3};
+
 // How often a place of the grid bears an onset: beats, offbeat eighths, sixteenths.
 struct SMetre {
     double fDownbeat = 0.97;
@@ -38,12 +43,17 @@ double LogLikelihood(std::span<const SOnset> onsets, double framesOfBeat, double
                      int beatsOfBar, const SFeel& feel) {
     const SMetre metre;
     std::vector<double> best(static_cast<size_t>(beats) * 4, 0.0); // strength of the place's onset
+    double mean = 0.0;
+    for (const SOnset& onset : onsets) {
+        mean += onset.fStrength / static_cast<double>(onsets.size());
+    }
     double sum = 0.0;
     for (const SOnset& onset : onsets) {
         const SBeatPlace place = NearestPlace(onset.fFrame, framesOfBeat, rate, feel);
         // Density on the grid against an accident's, by how strong the onset is.
         const double weight = 0.4 + 0.6 * std::sqrt(onset.fStrength);
         sum += weight * std::log(kAccident + (1.0 - kAccident) * place.fCloseness);
+        sum += kAccent * kAccentOfPart[place.fPart] * place.fCloseness * (onset.fStrength - mean);
         if (place.fCloseness > 0.1) {
             double& slot = best[(place.fBeat * 4 + place.fPart) % best.size()];
             slot = std::max(slot, weight);
@@ -71,7 +81,7 @@ double LogPrior(int bars, const STimeSignature& signature, double tempo) {
     const bool powerOfTwo = (bars & (bars - 1)) == 0;
     prior += powerOfTwo ? 0.0 : -2.5;
     prior += bars > 4 ? -1.0 : 0.0;
-    prior += signature.fNumerator == 4 ? 0.0 : -2.5;
+    prior += signature.fNumerator == 4 ? 0.0 : -3.5;
     return prior;
 }
 

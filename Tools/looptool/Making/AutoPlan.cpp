@@ -54,11 +54,12 @@ std::vector<SCut> FindCuts(const SMakePlan& plan, int32_t sensitivity) {
     const double quarters = 4.0 * plan.GetTotalBeats() / plan.fSignature.fDenominator;
     const std::vector<SOnset> onsets = FindOnsets(mono, rate, sensitivity, quarters);
     std::vector<SCut> cuts;
-    // The attack at the loop's start begins before it, at the loop's end, where a cut would leave a
-    // slice of nothing but that rise: it is cut at the start.
-    const int64_t last = static_cast<int64_t>(mono.size()) - rate / 50;
+    // The loop's start begins a slice, cut or not. An attack so close to it is its own: before it,
+    // at the loop's end, or behind it, the cut would leave a slice of next to nothing.
+    const int64_t close = rate / 50;
+    const int64_t last = static_cast<int64_t>(mono.size()) - close;
     for (const int64_t frame : PlaceCuts(mono, rate, onsets)) {
-        cuts.push_back({plan.fLoopStart + (frame > last ? 0 : frame)});
+        cuts.push_back({plan.fLoopStart + (frame > last || frame < close ? 0 : frame)});
     }
     cuts = OrderedCuts(std::move(cuts));
     std::fprintf(stderr, "%s: %zu slices found (sensitivity %d)\n", plan.fName.c_str(), cuts.size(),
