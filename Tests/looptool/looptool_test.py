@@ -165,6 +165,9 @@ class LoopToolTest(unittest.TestCase):
     # Bad input of every kind. Rows: exit code, words, arguments.
     FAILURES = [
         (1, "did you mean \"info\"", ["inof", "drums.lop2"]),
+        (1, "did you mean \"plot\"", ["PLOT", "drums.lop2"]),
+        (1, "did you mean \"--json\"", ["info", "drums.lop2", "--jsn"]),
+        (1, "second.lop2: one file", ["preview", "drums.lop2", "second.lop2", "-o", "x.wav"]),
         (1, "unknown command \"xyzzy\"", ["xyzzy"]),
         (1, "a command is needed", []),
         (1, "FILE", ["info"]),
@@ -185,6 +188,7 @@ class LoopToolTest(unittest.TestCase):
         (1, "20 to 450", ["preview", "drums.lop2", "-o", "x.wav", "--tempo", "nan"]),
         (1, "20 to 450", ["make", "drums.wav", "-o", "x.lop2", "--bars", "2", "--tempo", "inf"]),
         (1, "from 11025 to 1000000", ["render", "drums.lop2", "-o", "x", "--rate", "0x5622"]),
+        (1, "from 0.001", ["preview", "drums.lop2", "-o", "x.wav", "--seconds", "0"]),
         (1, "more than the 4 GB", ["preview", "drums.lop2", "-o", "x.wav", "--seconds", "99999"]),
         (2, "nothing.wav: no such file", ["make", "nothing.wav", "-o", "x.lop2", "--bars", "1"]),
         (2, "not a", ["make", "text.txt", "-o", "x.lop2", "--bars", "1"]),

@@ -12,6 +12,27 @@
 
 namespace NSLoopTool {
 
+namespace {
+
+// The first argument that the command has no place for.
+std::string UnknownText(const CLI::App& command) {
+    const std::string word = command.remaining().front();
+    if (!word.starts_with("-")) {
+        return SafeText(word) + ": one file is enough here";
+    }
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    const std::string similar = SimilarWord(word, names);
+    return "unknown option \"" + SafeText(word) + "\"" +
+           (similar.empty() ? "" : "; did you mean \"" + similar + "\"?");
+}
+
+} // namespace
+
 CCommandLine::CCommandLine(const std::string& description, const std::string& version)
     : fApp(std::make_unique<CLI::App>(description, "looptool")) {
     fApp->set_version_flag("--version", version);
@@ -52,6 +73,11 @@ void CCommandLine::CheckCommand(const std::vector<std::string>& arguments) const
 }
 
 RunFunction CCommandLine::Parse(std::vector<std::string> arguments) {
+    if (!arguments.empty() && arguments.front() == "help") {
+        arguments.erase(arguments.begin());
+        arguments.resize(std::min<size_t>(arguments.size(), 1));
+        arguments.emplace_back("--help");
+    }
     CheckCommand(arguments);
     std::reverse(arguments.begin(), arguments.end()); // as the parser takes a vector
     try {
@@ -68,9 +94,11 @@ RunFunction CCommandLine::Parse(std::vector<std::string> arguments) {
         }
         const auto chosen = fApp->get_subcommands();
         const std::string command = chosen.empty() ? "" : chosen.front()->get_name() + " ";
-        throw CToolFailure(SafeText(error.what()) + " (\"looptool " + command +
-                               "--help\" tells more)",
-                           kExitCode_Usage);
+        const bool isUnknown = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
+        throw CToolFailure(
+            (isUnknown && !chosen.empty() ? UnknownText(*chosen.front()) : SafeText(error.what())) +
+                " (\"looptool " + command + "--help\" tells more)",
+            kExitCode_Usage);
     }
 }
 

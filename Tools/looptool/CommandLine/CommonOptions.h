@@ -33,8 +33,9 @@ inline void AddFormat(CCommand& command, SFormatWish& wish, const std::string& u
                       "Depth of the samples; else " + usualBits);
 }
 
-inline void AddForce(CCommand& command, bool& force) {
-    command.AddFlag("--force", force, "Replace files that exist");
+inline void AddForce(CCommand& command, bool& force,
+                     const std::string& what = "Replace files that exist") {
+    command.AddFlag("--force", force, what);
 }
 
 inline void AddJobs(CCommand& command, int32_t& jobs) {

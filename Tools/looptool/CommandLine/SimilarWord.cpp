@@ -27,7 +27,11 @@ size_t EditDistance(const std::string& a, const std::string& b) {
 
 } // namespace
 
-std::string SimilarWord(const std::string& word, const std::vector<std::string>& words) {
+std::string SimilarWord(const std::string& wordAsTyped, const std::vector<std::string>& words) {
+    std::string word = wordAsTyped;
+    for (char& letter : word) {
+        letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+    }
     std::string best;
     size_t bestDistance = std::max<size_t>(word.size() / 3, 1) + 1;
     for (const std::string& candidate : words) {

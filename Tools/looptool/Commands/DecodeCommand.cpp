@@ -56,7 +56,7 @@ void AddDecodeCommand(CCommandLine& line) {
     command.AddOutput(options->fOutput,
                       "Audio file, - is standard output; a folder for several files");
     AddFormat(command, options->fFormat, "those of the stored audio");
-    AddForce(command, options->fForce);
+    AddForce(command, options->fForce, "Replace files that exist in a folder");
     AddJobs(command, options->fJobs);
     command.SetExample("looptool decode drums.lop2 -o drums.flac");
 }

@@ -33,7 +33,8 @@ void PrintText(const CLoop& loop, const SLoopModel& model) {
     std::printf("Slices:         %d\n", info.fSliceCount);
     std::printf("Stored tempo:   %.3f BPM\n", info.fStoredTempo / 1000.0);
     std::printf("Loop tempo:     %.3f BPM\n", info.fLoopTempo / 1000.0);
-    std::printf("Length:         %d bars, %d beats (%s quarter notes)\n", model.fBars, model.fBeats,
+    std::printf("Length:         %s%s (%s quarter notes)\n", CountText(model.fBars, "bar").c_str(),
+                model.fBeats == 0 ? "" : (", " + CountText(model.fBeats, "beat")).c_str(),
                 DecimalText(static_cast<double>(info.fPPQLength) / LOP_PPQ).c_str());
     std::printf("Time signature: %d/%d\n", info.fTimeSignatureNumerator,
                 info.fTimeSignatureDenominator);

@@ -125,13 +125,13 @@ std::string Report(const SMakePlan& plan, const SOutputTask& task, size_t packed
     const auto percent = [stored](double bytes) {
         return " (" + DecimalText(std::round(bytes / stored * 1000.0) / 10.0) + " %)";
     };
-    std::string text =
-        (task.fOutput == "-" ? "standard output" : SafeText(task.fOutput)) + ": " +
-        std::to_string(plan.fCuts.size()) + (plan.fCuts.size() == 1 ? " slice, " : " slices, ") +
-        std::to_string(plan.fBars) + (plan.fBars == 1 ? " bar" : " bars") +
-        (plan.fBeats > 0 ? " and " + std::to_string(plan.fBeats) + " beats" : "") + " at " +
-        DecimalText(plan.fTempo / 1000.0) + " BPM, " + DecimalText(stored) +
-        " bytes of audio became " + std::to_string(packed) + percent(static_cast<double>(packed));
+    std::string text = (task.fOutput == "-" ? "standard output" : SafeText(task.fOutput)) + ": " +
+                       CountText(static_cast<int64_t>(plan.fCuts.size()), "slice") + ", " +
+                       CountText(plan.fBars, "bar") +
+                       (plan.fBeats > 0 ? " and " + CountText(plan.fBeats, "beat") : "") + " at " +
+                       DecimalText(plan.fTempo / 1000.0) + " BPM, " + DecimalText(stored) +
+                       " bytes of audio became " + std::to_string(packed) +
+                       percent(static_cast<double>(packed));
     if (isVerbose) {
         const std::optional<uint64_t> flac = FlacSize(plan.fAudio);
         text += flac ? ", as FLAC " + std::to_string(*flac) + percent(static_cast<double>(*flac))

@@ -34,7 +34,7 @@ void AddPlayCommand(CCommandLine& line) {
                         [options] { return RunPlay(*options); });
     command.AddFile("FILE", options->fFile, "Loop file");
     AddTempo(command, options->fTempo);
-    command.AddDecimal("--loops", options->fLoops, 0.0, kMostPlayedLoops,
+    command.AddDecimal("--loops", options->fLoops, 0.001, kMostPlayedLoops,
                        "Passes of the loop; else until q is pressed");
     AddRate(command, options->fRate);
     command.SetExample("looptool play drums.lop2 --tempo 92.5");

@@ -53,8 +53,11 @@ std::string ChooseFormat(const SPlotOptions& options, bool isFolder) {
 int PrintPlots(const SPlotOptions& options) {
     constexpr int kLeastColumns = 20;
     const int columns = std::max(TerminalWidth(stdout) - 1, kLeastColumns);
-    return ForEachFile(options.fFiles, [columns](const std::string& file) {
+    bool isFirst = true;
+    return ForEachFile(options.fFiles, [columns, &isFirst](const std::string& file) {
         const CLoop loop(file);
+        std::fputs(isFirst ? "" : "\n", stdout);
+        isFirst = false;
         std::fputs(AsciiPlot(MakeLoopPlot(loop), static_cast<size_t>(columns)).c_str(), stdout);
     });
 }
@@ -115,7 +118,7 @@ void AddPlotCommand(CCommandLine& line) {
     command.AddFlag("--ascii", options->fIsAscii, "Print the picture in letters instead");
     command.AddInteger("--width", options->fWidth, 300, 8000, "Pixels; else 1200");
     command.AddInteger("--height", options->fHeight, 200, 4000, "Pixels; else 420");
-    AddForce(command, options->fForce);
+    AddForce(command, options->fForce, "Replace files that exist in a folder");
     AddJobs(command, options->fJobs);
     command.SetExample("looptool plot drums.lop2 -o drums.svg --dark");
 }

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-
 #include <memory>
 
 namespace NSLoopTool {
@@ -19,6 +18,7 @@ namespace NSLoopTool {
 namespace {
 
 constexpr double kMostPreviewedLoops = 100000.0;
+constexpr double kLeastLength = 0.001;
 constexpr double kUsualSeconds = 8.0;
 constexpr double kMostSeconds = 7 * 24 * 3600.0;
 
@@ -101,9 +101,9 @@ void AddPreviewCommand(CCommandLine& line) {
     command.AddFile("FILE", options->fFile, "Loop file; - is standard input");
     command.AddOutput(options->fOutput, "Audio file; - is standard output");
     AddTempo(command, options->fTempo);
-    command.AddDecimal("--seconds", options->fSeconds, 0.0, kMostSeconds,
+    command.AddDecimal("--seconds", options->fSeconds, kLeastLength, kMostSeconds,
                        "Length of the preview; else 8");
-    command.AddDecimal("--loops", options->fLoops, 0.0, kMostPreviewedLoops,
+    command.AddDecimal("--loops", options->fLoops, kLeastLength, kMostPreviewedLoops,
                        "Length of the preview in passes of the loop");
     command.AddFlag("--exact", options->fIsExact,
                     "Place rendered slices to the frame, not to blocks of 64 frames");

@@ -34,4 +34,8 @@ std::string DecimalText(double value) {
     return error == std::errc() ? std::string(text, stop) : "0";
 }
 
+std::string CountText(int64_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
 } // namespace NSLoopTool

@@ -18,4 +18,7 @@ std::optional<double> ParseDecimal(std::string_view text);
 /// As few digits as tell the number from its neighbours to a thousandth: 120, 97.5, 174.221.
 std::string DecimalText(double value);
 
+/// "1 bar", "2 bars".
+std::string CountText(int64_t count, const std::string& noun);
+
 } // namespace NSLoopTool

@@ -33,10 +33,9 @@ void GuessLength(SMakePlan& plan, const SKnownLoop& known) {
     const STempoGuess guess = GuessTempo(mono.size(), rate, onsets, facts);
     const double beatsPerMinute = guess.fTempo * guess.fDenominator / 4.0;
     const std::string words =
-        std::to_string(guess.fBars) + (guess.fBars == 1 ? " bar of " : " bars of ") +
-        std::to_string(guess.fNumerator) + "/" + std::to_string(guess.fDenominator) + " at " +
-        DecimalText(beatsPerMinute) + " BPM (confidence " +
-        DecimalText(std::round(guess.fConfidence * 100.0) / 100.0) + ")";
+        CountText(guess.fBars, "bar") + " of " + std::to_string(guess.fNumerator) + "/" +
+        std::to_string(guess.fDenominator) + " at " + DecimalText(beatsPerMinute) +
+        " BPM (confidence " + DecimalText(std::round(guess.fConfidence * 100.0) / 100.0) + ")";
     if (guess.fConfidence < kEnoughConfidence) {
         throw CToolFailure(plan.fName + ": perhaps " + words +
                                ", which is too unsure; give --bars or --tempo",
