@@ -167,7 +167,7 @@ class LoopToolTest(unittest.TestCase):
         (1, "did you mean \"info\"", ["inof", "drums.lop2"]),
         (1, "did you mean \"plot\"", ["PLOT", "drums.lop2"]),
         (1, "did you mean \"--json\"", ["info", "drums.lop2", "--jsn"]),
-        (1, "second.lop2: one file", ["preview", "drums.lop2", "second.lop2", "-o", "x.wav"]),
+        (1, "second.lop2: preview takes one file", ["preview", "drums.lop2", "second.lop2", "-o", "x.wav"]),
         (1, "unknown command \"xyzzy\"", ["xyzzy"]),
         (1, "a command is needed", []),
         (1, "FILE", ["info"]),

@@ -18,7 +18,7 @@ namespace {
 std::string UnknownText(const CLI::App& command) {
     const std::string word = command.remaining().front();
     if (!word.starts_with("-")) {
-        return SafeText(word) + ": one file is enough here";
+        return SafeText(word) + ": " + command.get_name() + " takes one file";
     }
     std::vector<std::string> names;
     for (const CLI::Option* option : command.get_options()) {
