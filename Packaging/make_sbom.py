@@ -7,17 +7,17 @@ The time is SOURCE_DATE_EPOCH, so that two runs over equal packages are equal.
 import hashlib
 import json
 import os
+import re
 import subprocess
 import sys
 import time
 
-# Debian package -> how the product uses it.
+# Debian package -> how the product is made with it. What it runs with is read from the packages.
 MATERIALS = {
     "libboost-dev": ("BUILD_DEPENDENCY_OF", "headers of shared_ptr, compiled into the library"),
     "libcli11-dev": ("BUILD_DEPENDENCY_OF", "headers, compiled into looptool"),
     "nlohmann-json3-dev": ("BUILD_DEPENDENCY_OF", "headers, compiled into looptool"),
-    "libsndfile1": ("RUNTIME_DEPENDENCY_OF", "linked by looptool on Linux"),
-    "libstdc++6": ("RUNTIME_DEPENDENCY_OF", "linked on Linux"),
+    "lv2-dev": ("BUILD_DEPENDENCY_OF", "headers, compiled into the plug-in"),
     "g++": ("BUILD_TOOL_OF", "compiler for Linux"),
     "emscripten": ("BUILD_TOOL_OF", "compiler for WebAssembly, its C and C++ libraries linked in"),
     "g++-mingw-w64-x86-64-posix": ("BUILD_TOOL_OF", "compiler for Windows, its runtime linked in"),
@@ -28,6 +28,14 @@ def installed_version(package):
     found = subprocess.run(["dpkg-query", "-W", "-f=${Version}", package], stdout=subprocess.PIPE,
                            stderr=subprocess.DEVNULL, text=True, check=False)
     return found.stdout.strip()
+
+
+def dependencies(path):
+    """The names of the packages that a .deb file depends on; none for other files."""
+    if not path.endswith(".deb"):
+        return []
+    field = subprocess.run(["dpkg-deb", "-f", path, "Depends"], stdout=subprocess.PIPE, text=True, check=True)
+    return re.findall(r"(?:^|,)\s*([a-z0-9.+-]+)", field.stdout.strip())
 
 
 def identifier(name):
@@ -62,6 +70,12 @@ def main():
         if found:
             packages.append(package(name, found, supplier="Organization: Debian", comment=comment))
             relations.append((identifier(name), relation, product))
+    own = {os.path.basename(path).split("_")[0]: identifier(os.path.basename(path)) for path in files}
+    needed = {name for path in files for name in dependencies(path)} - own.keys()
+    packages += [package(name, installed_version(name), supplier="Organization: Debian") for name in sorted(needed)]
+    for path in sorted(files, key=os.path.basename):
+        relations += [(own.get(name, identifier(name)), "RUNTIME_DEPENDENCY_OF", identifier(os.path.basename(path)))
+                      for name in dependencies(path)]
     document = {
         "spdxVersion": "SPDX-2.3", "dataLicense": "CC0-1.0", "SPDXID": "SPDXRef-DOCUMENT",
         "name": "LoopLibrary-" + version,

@@ -39,6 +39,7 @@ loop=$scratch/noise.lop2
 "$root/usr/bin/looptool" make "$scratch/noise.wav" -o "$loop" --bars 1 --slices 0,22050
 
 "$source/scripts/check-links" "$root/usr/share/doc"
+grep -q '"name": "libcairo2"' "$packages"/*.spdx.json # what the programs run with is named
 
 # check WHAT PROGRAM: the host tells the loop's tempo and slices, and the first that tells how its slices
 # sound is the measure for the others.
