@@ -29,19 +29,17 @@ struct CPlace {
     const float* fTaps;
 };
 
-LOOP_AVX2_INLINE __m256 LoadHalves(const float* lower, const float* upper) {
-    return _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(lower)), _mm_loadu_ps(upper),
-                                1);
-}
-
 // The products of four taps, of an output frame in each half: of one frame's two channels, which
 // have the same taps, or of two frames.
 template <bool kSameTaps>
 LOOP_AVX2_INLINE __m256 FourProducts(const CPlace& lower, const CPlace& upper, size_t tap) {
-    const __m256 taps =
-        kSameTaps ? _mm256_broadcast_ps(reinterpret_cast<const __m128*>(lower.fTaps + tap))
-                  : LoadHalves(lower.fTaps + tap, upper.fTaps + tap);
-    return _mm256_mul_ps(taps, LoadHalves(lower.fFetch + tap, upper.fFetch + tap));
+    __m256 taps;
+    if constexpr (kSameTaps) {
+        taps = _mm256_broadcast_ps(reinterpret_cast<const __m128*>(lower.fTaps + tap));
+    } else {
+        taps = _mm256_loadu2_m128(upper.fTaps + tap, lower.fTaps + tap);
+    }
+    return _mm256_mul_ps(taps, _mm256_loadu2_m128(upper.fFetch + tap, lower.fFetch + tap));
 }
 
 // Of four neighbours.
