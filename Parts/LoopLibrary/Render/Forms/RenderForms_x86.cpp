@@ -1,18 +1,19 @@
+#include "LoopLibrary/Render/Forms/BulkAvx2.h"
 #include "LoopLibrary/Render/Forms/BulkLanes.h"
 #include "LoopLibrary/Render/Forms/BulkSse2.h"
 #include "LoopLibrary/Render/Forms/PlainForms.h"
 
 namespace NSLOPDLL {
 
-// Wider vectors gain in the interpolator alone: the filters have no more lanes to fill, and the
-// bulk loops wait for memory.
+// Wider vectors gain in the interpolator and in what it reads: the filters have no more lanes to
+// fill, and the other bulk loops wait for memory.
 std::span<const SRenderForm> GetRenderForms() noexcept {
     static constexpr SRenderForm kForms[] = {
         kPlainForm,
         {"sse2", InterpolateLanes, FilterStereoLanes, ReadFloats16Sse2, ReadFloats24Sse2,
          StoreFloats16Sse2, StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2, FillFourRampsLanes,
          ShapeTailLanes, ReverseLanes},
-        {"avx2", InterpolateAvx2, FilterStereoLanes, ReadFloats16Sse2, ReadFloats24Sse2,
+        {"avx2", InterpolateAvx2, FilterStereoLanes, ReadFloats16Avx2, ReadFloats24Avx2,
          StoreFloats16Sse2, StoreFloats24Sse2, Narrow24Sse2, FindPeaksSse2, FillFourRampsLanes,
          ShapeTailLanes, ReverseLanes},
     };
