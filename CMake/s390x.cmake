@@ -4,6 +4,7 @@ set(LOOP_TRIPLE s390x-linux-gnu)
 
 # The emulator hands mutexes that lend priorities to this machine's kernel, which reads the owner's number in
 # the other order of bytes and knows no such thread: no two threads may meet at one.
+set(LOOP_EMULATOR_JOBS 1)
 set(LOOP_EMULATOR_SKIPS_HostTests
     CHostTest.APreviewIsControlledWhileItSounds
     CHostTest.TheRateChangesUnderTheTailOfAStoppedPreview
